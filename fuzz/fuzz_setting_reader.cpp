@@ -1,0 +1,25 @@
+// Feeds arbitrary bytes to the setting-file reader: it must answer true or false, never crash,
+// hang or grow without bound. What it accepts is written out and read again, which must not crash
+// either (an accepted file can break the sentence invariants, so it need not be accepted again).
+
+#include "SettingFileReader.h"
+#include "SettingFileWriter.h"
+#include "SharedState.h"
+
+#include <cstdint>
+#include <memory>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static const auto state = std::make_unique<SharedState>(QStringLiteral("/nonexistent-dq480-home"),
+                                                            TextEncoding(QStringLiteral("CP932")));
+    state->NewSetting();
+    const QByteArrayView bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    if (!ReadSettingFile(*state, bytes))
+        return 0;
+    state->CopyBufferToSetting(SettingSection::All);
+    const QByteArray written = WriteSettingFile(*state);
+    state->NewSetting();
+    ReadSettingFile(*state, written);
+    return 0;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "TextEncoding.h"
+
+#include <QString>
+#include <QStringList>
+#include <QTextStream>
+
+/// Exit codes of the command-line tool.
+namespace ExitCode {
+constexpr int Ok = 0;
+constexpr int SettingFileError = 1; // the reader rejected the file
+constexpr int UsageOrFileError = 2; // bad arguments, or a path that cannot be read or written
+} // namespace ExitCode
+
+/// What every command needs: where to print, the program folder, the chosen code page, the flags.
+struct CliContext
+{
+    QTextStream &out;
+    QTextStream &err;
+    QString appPath;
+    TextEncoding encoding;
+    bool force = false;
+    bool cardControl = false;
+    bool json = false;
+};
+
+int runNew(CliContext &cli, const QStringList &args);
+int runCheck(CliContext &cli, const QStringList &args);
+int runConvert(CliContext &cli, const QStringList &args);
+int runShow(CliContext &cli, const QStringList &args);

@@ -1,0 +1,110 @@
+// dq480-cli: reads, checks and converts DQ-480 setting files and card control files without a
+// display, for operators' scripts and for checking what the desktop program writes.
+
+#include "CliCommands.h"
+#include "ProgramFolder.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <functional>
+#include <map>
+
+namespace {
+
+const char HelpText[] = R"(Usage: dq480-cli [options] COMMAND [ARGS]
+
+Reads and writes DQ-480 setting files (*.stf) and card control files (DQ480.CSV).
+
+Commands:
+  new FILE              write a new, empty project as a setting file
+                        (refuses an existing FILE unless --force is given)
+  check FILE            read a setting file or card control file and print a summary:
+                        project name, card capacity, used sentences, programs with steps
+  convert IN OUT        read IN and write OUT: a card control file when OUT is named
+                        DQ480.CSV (any case) or --card-control is given, else a setting file
+  show FILE --json      print the project as JSON, one key per setting field
+
+Options:
+  --encoding NAME       code page of the files (default CP932; also DQ480_ENCODING)
+  --card-control        with convert: write a card control file whatever OUT is named
+  --json                with show: print JSON
+  --force               with new: replace an existing file
+  -h, --help            show this help
+  -v, --version         show the version
+
+Environment:
+  DQ480_HOME            the program folder (sentence folders, test tone)
+  DQ480_ENCODING        the code page, when --encoding is not given
+
+Exit status: 0 done, 1 "Setting file error!" (the file is not a valid setting file),
+2 wrong arguments or a file that cannot be read or written.
+)";
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("dq480"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.01"));
+
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+
+    QCommandLineParser parser;
+    const QCommandLineOption encodingOption(QStringLiteral("encoding"), QString(), QStringLiteral("NAME"));
+    const QCommandLineOption cardControlOption(QStringLiteral("card-control"));
+    const QCommandLineOption jsonOption(QStringLiteral("json"));
+    const QCommandLineOption forceOption(QStringLiteral("force"));
+    const QCommandLineOption helpOption(QStringList {QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption versionOption(QStringList {QStringLiteral("v"), QStringLiteral("version")});
+    parser.addOptions(
+        {encodingOption, cardControlOption, jsonOption, forceOption, helpOption, versionOption});
+
+    if (!parser.parse(QCoreApplication::arguments())) {
+        err << parser.errorText() << "\nTry 'dq480-cli --help'.\n";
+        return ExitCode::UsageOrFileError;
+    }
+    if (parser.isSet(helpOption)) {
+        out << HelpText;
+        return ExitCode::Ok;
+    }
+    if (parser.isSet(versionOption)) {
+        out << "dq480-cli " << QCoreApplication::applicationVersion() << "\n";
+        return ExitCode::Ok;
+    }
+
+    QStringList args = parser.positionalArguments();
+    if (args.isEmpty()) {
+        err << HelpText;
+        return ExitCode::UsageOrFileError;
+    }
+    const QString command = args.takeFirst();
+
+    TextEncoding encoding = parser.isSet(encodingOption) ? TextEncoding(parser.value(encodingOption))
+                                                         : TextEncoding::platformDefault();
+    if (!encoding.isValid()) {
+        err << "Unknown encoding: " << encoding.name() << "\n";
+        return ExitCode::UsageOrFileError;
+    }
+
+    CliContext cli {out, err, resolveProgramFolder(), encoding};
+    cli.force = parser.isSet(forceOption);
+    cli.cardControl = parser.isSet(cardControlOption);
+    cli.json = parser.isSet(jsonOption);
+
+    const std::map<QString, std::function<int(CliContext &, const QStringList &)>> commands {
+        {QStringLiteral("new"), runNew},
+        {QStringLiteral("check"), runCheck},
+        {QStringLiteral("convert"), runConvert},
+        {QStringLiteral("show"), runShow},
+    };
+    const auto found = commands.find(command);
+    if (found == commands.end()) {
+        err << "Unknown command: " << command << "\nTry 'dq480-cli --help'.\n";
+        return ExitCode::UsageOrFileError;
+    }
+    return found->second(cli, args);
+}

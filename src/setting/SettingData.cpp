@@ -1,0 +1,29 @@
+#include "SettingData.h"
+
+#include "NumberText.h"
+
+void SettingData::resetToNewProject()
+{
+    ProjectName.clear();
+    Creator.clear();
+    Explanation.clear();
+    ControlFileName = QStringLiteral("DQ480.CSV");
+    CardName.clear();
+    CardAttribute = 0xA6;
+    for (int slot = 0; slot < SentenceSlots; ++slot) {
+        SentenceControl[slot].clear();
+        SentenceFileName[slot].clear();
+        SentenceState[slot] = 0;
+        ProgramSort[slot] = 0;
+    }
+    for (int program = 0; program < Programs; ++program) {
+        ProgramOption[program] = 0x2D01;
+        RepeatCount[program] = 1;
+        RepeatInterval[program] = 0;
+        ProgramName[program] = QLatin1Char('P') + zeroPadded(program + 1, 3);
+        auto &steps = ProgramData[program];
+        steps[0] = zeroPadded(program + 1, 4);
+        for (int step = 1; step < StepsPerProgram; ++step)
+            steps[step].clear();
+    }
+}

@@ -1,0 +1,72 @@
+#include "SettingFileIO.h"
+
+#include "SettingFileReader.h"
+#include "SharedState.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+bool readFileBytes(const QString &path, QByteArray &bytes, QString &error, qint64 limit)
+{
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        error = QStringLiteral("%1 is a folder, not a file.").arg(path);
+        return false;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = QStringLiteral("Cannot open %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    if (file.size() > limit) {
+        error = QStringLiteral("%1 is too large to be a setting file (%2 bytes).").arg(path).arg(file.size());
+        return false;
+    }
+    bytes = file.read(limit + 1);
+    if (file.error() != QFileDevice::NoError || bytes.size() > limit) {
+        error = QStringLiteral("Cannot read %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    return true;
+}
+
+bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error)
+{
+    // Replacing the file by rename would slip past a read-only file; the operator protected it.
+    const QFileInfo existing(path);
+    if (existing.exists() && !existing.isWritable()) {
+        error = QStringLiteral("Cannot write %1: the file is read-only.").arg(path);
+        return false;
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        error = QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    if (file.write(bytes) != bytes.size()) {
+        error = QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
+        file.cancelWriting();
+        return false;
+    }
+    if (!file.commit()) {
+        error = QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    return true;
+}
+
+LoadOutcome loadProject(SharedState &state, const QString &path, QString &error)
+{
+    QByteArray bytes;
+    if (!readFileBytes(path, bytes, error))
+        return LoadOutcome::Unreadable;
+    state.NewSetting();
+    if (!ReadSettingFile(state, bytes)) {
+        state.NewSetting();
+        return LoadOutcome::Rejected;
+    }
+    state.CopyBufferToSetting(SettingSection::All);
+    state.TakeSavedSnapshot();
+    return LoadOutcome::Read;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "SettingData.h"
+#include "TextEncoding.h"
+
+#include <QString>
+
+/// The one object that holds what every window and routine shares: the three SettingData
+/// instances and the values beside them. main() creates it and hands it on by reference;
+/// tests create their own.
+class SharedState
+{
+public:
+    explicit SharedState(QString appPath, TextEncoding encoding = TextEncoding::platformDefault());
+
+    /// Committed copy: what the writers serialise and what the unsaved-changes test compares.
+    SettingData Setting;
+    /// Working copy that the windows show and change.
+    SettingData SettingBuffer;
+    /// Snapshot of Setting taken after new, open and save.
+    SettingData SavedSetting;
+
+    QString SentencePath; // PC folder of the sentence files, normally with a trailing separator
+    bool SurveillanceFile = true; // carry the 1 kHz test tone on the card
+    QString ProjectFileName;
+    QString ProjectFilePath;
+    QString ProjectFolder;
+    QString CurrentFilePath; // empty while no project is open in the card edit window
+
+    /// The program's own folder: SoundTmp, the project folders, NewProject and the test tone.
+    QString AppPath;
+
+    QString CardSlot; // path of the chosen card drive; empty when none
+    bool CardSlotValid = false;
+    QString CardTotalSize;
+    QString CardFreeSpace;
+    QString CardAvailableSpace;
+    bool EditWindowLoaded = false;
+
+    /// Code page of setting files and card control files.
+    TextEncoding Encoding;
+
+    /// Resets everything to a new project and takes the saved snapshot.
+    void NewSetting();
+
+    void CopyBufferToSetting(int section) { copySettingSection(SettingBuffer, Setting, section); }
+    void CopySettingToBuffer(int section) { copySettingSection(Setting, SettingBuffer, section); }
+    bool SettingEqualsBuffer(int section) const
+    {
+        return settingSectionEquals(Setting, SettingBuffer, section);
+    }
+    void TakeSavedSnapshot() { SavedSetting = Setting; }
+    bool SettingEqualsSaved() const
+    {
+        return settingSectionEquals(Setting, SavedSetting, SettingSection::All);
+    }
+
+    /// The program's folder followed by the separator: the sentence folder of a new project.
+    QString appFolderWithSeparator() const;
+};

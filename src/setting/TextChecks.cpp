@@ -1,0 +1,54 @@
+#include "TextChecks.h"
+
+bool IsHexText(int mode, QStringView text)
+{
+    if (mode != 0)
+        return true;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        const bool hex = (u >= '0' && u <= '9') || (u >= 'A' && u <= 'F') || (u >= 'a' && u <= 'f');
+        if (!hex)
+            return false;
+    }
+    return true;
+}
+
+std::optional<qint32> HexTextToLong(QStringView text)
+{
+    if (text.size() >= 8)
+        return std::nullopt;
+    qint32 sum = 0;
+    qint32 weight = 1;
+    for (qsizetype i = text.size() - 1; i >= 0; --i) {
+        const char16_t u = text[i].unicode();
+        if (u >= '0' && u <= '9')
+            sum += (u - '0') * weight;
+        else if (u >= 'A' && u <= 'F')
+            sum += (u - 'A' + 10) * weight;
+        else
+            sum = 0;
+        weight *= 16;
+    }
+    return sum;
+}
+
+bool IsDecimalText(QStringView text)
+{
+    for (const QChar c : text) {
+        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+            return false;
+    }
+    return true;
+}
+
+bool IsValidFileNameText(QStringView text)
+{
+    static constexpr char16_t forbidden[] = u"\\/:*?<>|,\";";
+    for (const QChar c : text) {
+        for (const char16_t f : forbidden) {
+            if (f != 0 && c.unicode() == f)
+                return false;
+        }
+    }
+    return true;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QStringView>
+
+#include <optional>
+
+/// With mode 0: every character is 0-9, A-F or a-f (the empty text passes). Any other mode passes
+/// without looking at the text.
+bool IsHexText(int mode, QStringView text);
+
+/// Reads upper-case hexadecimal from the last character to the first. A character that is not 0-9
+/// or A-F (lower case included) drops what was summed so far and the scan goes on. Texts of eight
+/// or more characters overflow the 32-bit place weight: they give no value.
+std::optional<qint32> HexTextToLong(QStringView text);
+
+/// Every character is 0-9; the empty text passes.
+bool IsDecimalText(QStringView text);
+
+/// False when the text holds one of \ / : * ? < > | , " ; (file names cannot hold most of them; the
+/// comma and the semicolon would break the card control file). The empty text passes.
+bool IsValidFileNameText(QStringView text);

@@ -1,0 +1,75 @@
+#include "TextEncoding.h"
+
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+bool isAscii(QByteArrayView bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+bool isAscii(QStringView text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+QByteArray nameBytes(const QString &name)
+{
+    return name.toLatin1();
+}
+
+bool namesSystem(const QString &name)
+{
+    return name.compare(QLatin1String("System"), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+TextEncoding::TextEncoding(QString name)
+    : m_name(std::move(name))
+{ }
+
+TextEncoding TextEncoding::platformDefault()
+{
+    const QString chosen = qEnvironmentVariable("DQ480_ENCODING");
+    if (!chosen.isEmpty())
+        return TextEncoding(chosen);
+#ifdef Q_OS_WIN
+    return TextEncoding(QStringLiteral("System"));
+#else
+    return TextEncoding(QStringLiteral("CP932"));
+#endif
+}
+
+bool TextEncoding::isValid() const
+{
+    if (namesSystem(m_name))
+        return true;
+    return QStringEncoder(nameBytes(m_name).constData()).isValid();
+}
+
+// Most files are plain ASCII; they skip the converter, which keeps reading and writing fast.
+
+QByteArray TextEncoding::encode(QStringView text) const
+{
+    if (isAscii(text))
+        return text.toLatin1();
+    QStringEncoder encoder = namesSystem(m_name) ? QStringEncoder(QStringConverter::System)
+                                                 : QStringEncoder(nameBytes(m_name).constData());
+    return encoder.encode(text);
+}
+
+QString TextEncoding::decode(QByteArrayView bytes) const
+{
+    if (isAscii(bytes))
+        return QString::fromLatin1(bytes);
+    QStringDecoder decoder = namesSystem(m_name) ? QStringDecoder(QStringConverter::System)
+                                                 : QStringDecoder(nameBytes(m_name).constData());
+    return decoder.decode(bytes);
+}

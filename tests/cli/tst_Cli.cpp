@@ -1,0 +1,169 @@
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Run
+{
+    int code = -1;
+    QString out;
+    QString err;
+};
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+const QString Example = QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf");
+
+} // namespace
+
+class tst_Cli : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+
+    Run cli(const QStringList &args, const QString &encoding = QString())
+    {
+        QProcess process;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DQ480_HOME"), m_dir.path());
+        if (encoding.isEmpty())
+            env.remove(QStringLiteral("DQ480_ENCODING"));
+        else
+            env.insert(QStringLiteral("DQ480_ENCODING"), encoding);
+        process.setProcessEnvironment(env);
+        process.start(QStringLiteral(DQ480_CLI), args);
+        if (!process.waitForFinished(30000))
+            qFatal("dq480-cli did not finish");
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+private slots:
+    void exitCodesAndMessages_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("output");
+        QTest::newRow("help") << QStringList {"--help"} << 0 << "Usage: dq480-cli";
+        QTest::newRow("no command") << QStringList {} << 2 << "Usage: dq480-cli";
+        QTest::newRow("unknown command") << QStringList {"burn", "x"} << 2 << "Unknown command: burn";
+        QTest::newRow("unknown option") << QStringList {"check", "--loud", Example} << 2 << "loud";
+        QTest::newRow("missing argument") << QStringList {"check"} << 2 << "Usage: dq480-cli check FILE";
+        QTest::newRow("missing file")
+            << QStringList {"check", "/nonexistent/a.stf"} << 2 << "/nonexistent/a.stf";
+        QTest::newRow("folder") << QStringList {"check", "/tmp"} << 2 << "is a folder";
+        QTest::newRow("not a setting file")
+            << QStringList {"check", QStringLiteral(DQ480_TEST_DATA "/../CMakeLists.txt")} << 1
+            << "Setting file error!";
+        QTest::newRow("unknown encoding")
+            << QStringList {"check", "--encoding", "klingon", Example} << 2 << "Unknown encoding: klingon";
+        QTest::newRow("show without json") << QStringList {"show", Example} << 2 << "--json";
+        QTest::newRow("summary") << QStringList {"check", Example} << 0
+                                 << "Project name: Station\nCard capacity: 128 sentences\nUsed sentences: 2\n"
+                                    "Programs with steps: 64\n";
+    }
+    void exitCodesAndMessages()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, code);
+        QFETCH(QString, output);
+        const Run run = cli(args);
+        QCOMPARE(run.code, code);
+        QVERIFY2((run.out + run.err).contains(output), qPrintable(run.out + run.err));
+    }
+
+    void newRefusesToReplaceAProject()
+    {
+        const QString file = path(QStringLiteral("new.stf"));
+        QCOMPARE(cli({QStringLiteral("new"), file}).code, 0);
+        QVERIFY(readAll(file).startsWith("PJNAME,,\r\nCREATOR,,\r\nEXPLE,,\r\nSNTPATH,"));
+        QFile::resize(file, 10);
+        const Run again = cli({QStringLiteral("new"), file});
+        QCOMPARE(again.code, 2);
+        QCOMPARE(QFileInfo(file).size(), 10);
+        QCOMPARE(cli({QStringLiteral("new"), QStringLiteral("--force"), file}).code, 0);
+        QVERIFY(QFileInfo(file).size() > 10);
+    }
+
+    void convertChoosesTheKindByName_data()
+    {
+        QTest::addColumn<QString>("outName");
+        QTest::addColumn<bool>("flag");
+        QTest::addColumn<bool>("bodyOnly");
+        QTest::newRow("DQ480.CSV") << "DQ480.CSV" << false << true;
+        QTest::newRow("any case") << "dq480.csv" << false << true;
+        QTest::newRow("flag") << "card.txt" << true << true;
+        QTest::newRow("setting file") << "copy.stf" << false << false;
+    }
+    void convertChoosesTheKindByName()
+    {
+        QFETCH(QString, outName);
+        QFETCH(bool, flag);
+        QFETCH(bool, bodyOnly);
+        QDir(m_dir.path()).mkpath(outName + QLatin1String(".d"));
+        const QString out = path(outName + QLatin1String(".d/") + outName);
+        QStringList args {QStringLiteral("convert"), Example, out};
+        if (flag)
+            args << QStringLiteral("--card-control");
+        QCOMPARE(cli(args).code, 0);
+        const QByteArray example = readAll(Example);
+        const QByteArray written = readAll(out);
+        const QByteArray body = example.mid(example.indexOf("CARDNAME,"));
+        QCOMPARE(written.startsWith("PJNAME,Station,"), !bodyOnly);
+        QVERIFY(written.endsWith(body));
+    }
+
+    void showPrintsEveryField()
+    {
+        const Run run = cli({QStringLiteral("show"), Example, QStringLiteral("--json")});
+        QCOMPARE(run.code, 0);
+        const QJsonObject json = QJsonDocument::fromJson(run.out.toUtf8()).object();
+        QCOMPARE(json.value(QStringLiteral("ProjectName")).toString(), QStringLiteral("Station"));
+        QCOMPARE(json.value(QStringLiteral("ControlFileName")).toString(), QStringLiteral("DQ480.CSV"));
+        QCOMPARE(json.value(QStringLiteral("CardAttribute")).toInt(), 0xA6);
+        QCOMPARE(json.value(QStringLiteral("SentenceFileName")).toArray().size(), 512);
+        QCOMPARE(json.value(QStringLiteral("SentenceFileName")).toArray().at(1).toString(),
+                 QStringLiteral("RAIN2.MP2"));
+        QCOMPARE(json.value(QStringLiteral("SentenceState")).toArray().size(), 512);
+        QCOMPARE(json.value(QStringLiteral("ProgramSort")).toArray().at(1).toInt(), 2);
+        QCOMPARE(json.value(QStringLiteral("ProgramOption")).toArray().at(0).toInt(), 0x2D01);
+        QCOMPARE(json.value(QStringLiteral("ProgramName")).toArray().size(), 64);
+        const QJsonArray steps = json.value(QStringLiteral("ProgramData")).toArray();
+        QCOMPARE(steps.size(), 64);
+        QCOMPARE(steps.at(63).toArray().size(), 128);
+        QCOMPARE(steps.at(63).toArray().at(0).toString(), QStringLiteral("0064"));
+        QVERIFY(json.value(QStringLiteral("SurveillanceFile")).toBool());
+        QCOMPARE(json.value(QStringLiteral("SentencePath")).toString(), m_dir.path());
+    }
+
+    void encodingComesFromOptionOrEnvironment()
+    {
+        QByteArray file = readAll(Example);
+        file.replace("PJNAME,Station,", "PJNAME,Caf\xE9,");
+        const QString latin = path(QStringLiteral("latin.stf"));
+        QFile out(latin);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(file);
+        out.close();
+        QVERIFY(cli({QStringLiteral("check"), QStringLiteral("--encoding"), QStringLiteral("windows-1252"),
+                     latin})
+                    .out.contains(QStringLiteral("Project name: Café")));
+        QVERIFY(cli({QStringLiteral("check"), latin}, QStringLiteral("windows-1252"))
+                    .out.contains(QStringLiteral("Project name: Café")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Cli)
+#include "tst_Cli.moc"

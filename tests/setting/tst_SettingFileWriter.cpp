@@ -1,0 +1,200 @@
+#include "SettingFileWriter.h"
+#include "TestProjects.h"
+
+#include <QFile>
+#include <QTest>
+
+namespace {
+
+QList<QByteArray> linesOf(const QByteArray &bytes)
+{
+    QList<QByteArray> lines = bytes.split('\n');
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    for (QByteArray &line : lines) {
+        if (!line.endsWith('\r'))
+            qFatal("line without CR LF: %s", line.constData());
+        line.chop(1);
+    }
+    return lines;
+}
+
+QList<QByteArray> linesStartingWith(const QByteArray &bytes, const QByteArray &key)
+{
+    QList<QByteArray> found;
+    for (const QByteArray &line : linesOf(bytes)) {
+        if (line.startsWith(key))
+            found.append(line);
+    }
+    return found;
+}
+
+} // namespace
+
+class tst_SettingFileWriter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void writesTheTwoSentenceExample()
+    {
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        SettingData &s = state->Setting;
+        s.ProjectName = QStringLiteral("Station");
+        s.Creator = QStringLiteral("Ann");
+        s.Explanation = QStringLiteral("Platform messages");
+        state->SentencePath = QStringLiteral("C:\\Voice\\");
+        s.SentenceFileName[0] = QStringLiteral("hello.mp2");
+        s.SentenceFileName[1] = QStringLiteral("rain2.mp2");
+        s.SentenceControl[0] = QStringLiteral("A001");
+        s.SentenceControl[1] = QStringLiteral("A002");
+        s.ProgramSort[0] = 1;
+        s.ProgramSort[1] = 2;
+
+        QFile expected(QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf"));
+        QVERIFY(expected.open(QIODevice::ReadOnly));
+        const QByteArray expectedBytes = expected.readAll();
+        QCOMPARE(WriteSettingFile(*state), expectedBytes);
+        // The card control file is the same from "CARDNAME," on.
+        QCOMPARE(WriteSettingBody(*state), expectedBytes.mid(expectedBytes.indexOf("CARDNAME,")));
+    }
+
+    void cardAttribute_data()
+    {
+        QTest::addColumn<int>("attribute");
+        QTest::addColumn<QByteArray>("line");
+        QTest::newRow("new project") << 0xA6 << QByteArray("CARDATB,A6,");
+        QTest::newRow("digits padded") << 0x40 << QByteArray("CARDATB,040,");
+        QTest::newRow("zero") << 0 << QByteArray("CARDATB,000,");
+        QTest::newRow("protection only") << 0x10 << QByteArray("CARDATB,010,");
+        QTest::newRow("four digits") << 0x1000 << QByteArray("CARDATB,1000,");
+        QTest::newRow("letter in the middle stays") << 0x1E6 << QByteArray("CARDATB,1E6,");
+        QTest::newRow("512 sentences") << 0xE6 << QByteArray("CARDATB,E6,");
+        QTest::newRow("top bit") << -1 << QByteArray("CARDATB,FFFF,");
+    }
+    void cardAttribute()
+    {
+        QFETCH(int, attribute);
+        QFETCH(QByteArray, line);
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        state->Setting.CardAttribute = static_cast<qint16>(attribute);
+        QCOMPARE(linesStartingWith(WriteSettingBody(*state), "CARDATB,"), QList<QByteArray> {line});
+    }
+
+    void optionWord_data()
+    {
+        QTest::addColumn<qint32>("option");
+        QTest::addColumn<QByteArray>("line");
+        QTest::newRow("default") << qint32(11521) << QByteArray("PRGOPT,2D01,");
+        QTest::newRow("no leading zeros") << qint32(5) << QByteArray("PRGOPT,5,");
+        QTest::newRow("sign-extended endless word") << qint32(0xFFFFC028) << QByteArray("PRGOPT,C028,");
+        QTest::newRow("wider than 16 bits") << qint32(0x12345) << QByteArray("PRGOPT,2345,");
+    }
+    void optionWord()
+    {
+        QFETCH(qint32, option);
+        QFETCH(QByteArray, line);
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        state->Setting.ProgramOption[0] = option;
+        QCOMPARE(linesStartingWith(WriteSettingBody(*state), "PRGOPT,").first(), line);
+    }
+
+    void sentenceFields_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QByteArray>("controlLine");
+        QTest::addColumn<QByteArray>("fileLine");
+        QTest::newRow("usual") << "A001"
+                               << "hello.mp2" << QByteArray("SNTCTTL,A001    ,")
+                               << QByteArray("FILENAME,HELLO   ,");
+        QTest::newRow("eight characters")
+            << "ABCDEFGH"
+            << "ABCDEFGH.MP2" << QByteArray("SNTCTTL,ABCDEFGH,") << QByteArray("FILENAME,ABCDEFGH,");
+        QTest::newRow("nine overwrite the comma")
+            << "ABCDEFGHI"
+            << "longname1.mp2" << QByteArray("SNTCTTL,ABCDEFGHI") << QByteArray("FILENAME,LONGNAME,");
+        QTest::newRow("longer is cut")
+            << "ABCDEFGHIJK"
+            << "a.mp2" << QByteArray("SNTCTTL,ABCDEFGHI") << QByteArray("FILENAME,A       ,");
+        QTest::newRow("name shorter than its extension")
+            << "A001"
+            << "ab" << QByteArray("SNTCTTL,A001    ,") << QByteArray("FILENAME,        ,");
+    }
+    void sentenceFields()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, fileName);
+        QFETCH(QByteArray, controlLine);
+        QFETCH(QByteArray, fileLine);
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        state->SurveillanceFile = false;
+        state->Setting.SentenceControl[0] = control;
+        state->Setting.SentenceFileName[0] = fileName;
+        state->Setting.ProgramSort[0] = 1;
+        const QByteArray body = WriteSettingBody(*state);
+        QCOMPARE(linesStartingWith(body, "SNTCTTL,"), QList<QByteArray> {controlLine});
+        QCOMPARE(linesStartingWith(body, "FILENAME,"), QList<QByteArray> {fileLine});
+        QCOMPARE(linesStartingWith(body, "AUTOLVL,"), QList<QByteArray> {"AUTOLVL,000,"});
+        QCOMPARE(linesStartingWith(body, "PRGSORT,"), QList<QByteArray> {"PRGSORT,0001,"});
+    }
+
+    void onlySlotsBelowTheCapacityAreWritten()
+    {
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        SettingData &s = state->Setting;
+        fillSentences(s, 128, 1);
+        s.SentenceFileName[200] = QStringLiteral("HIGH.MP2");
+        s.SentenceControl[200] = QStringLiteral("A201");
+        s.ProgramSort[200] = 201;
+        QCOMPARE(linesStartingWith(WriteSettingBody(*state), "PRGSORT,").size(), 2);
+
+        s.CardAttribute = static_cast<qint16>(s.CardAttribute | 0x40);
+        const QByteArray body = WriteSettingBody(*state);
+        QCOMPARE(linesStartingWith(body, "PRGSORT,").last(), QByteArray("PRGSORT,0201,"));
+        QCOMPARE(linesStartingWith(body, "FILENAME,").last(), QByteArray("FILENAME,HIGH    ,"));
+    }
+
+    void stepsArePackedAndEnded()
+    {
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        auto &steps = state->Setting.ProgramData;
+        steps[0][5] = QStringLiteral("2005");
+        steps[0][127] = QStringLiteral("2215");
+        steps[1][0].clear();
+        const QList<QByteArray> lines = linesStartingWith(WriteSettingBody(*state), "PRGDATA,");
+        QCOMPARE(lines.size(), 64);
+        QCOMPARE(lines[0], QByteArray("PRGDATA,0001,2005,2215,3000,"));
+        QCOMPARE(lines[1], QByteArray("PRGDATA,3000,"));
+    }
+
+    void withoutTheTestTone()
+    {
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        state->SurveillanceFile = false;
+        const QByteArray file = WriteSettingFile(*state);
+        QCOMPARE(linesStartingWith(file, "SVFILE,"), QList<QByteArray> {"SVFILE,NONE,"});
+        QVERIFY(!file.contains("SIN1KHZ"));
+        QVERIFY(!file.contains("PRGSORT,0000,"));
+    }
+
+    void explanationKeepsItsLineBreaks()
+    {
+        const auto state = makeTestState(QStringLiteral("/tmp"));
+        state->Setting.Explanation = QStringLiteral("first\r\nsecond, with comma");
+        QVERIFY(WriteSettingFile(*state).contains("EXPLE,first\r\nsecond, with comma,\r\nSNTPATH,"));
+    }
+
+    void japaneseTextsUseTheCodePage()
+    {
+        const auto state = makeTestState(QStringLiteral("/tmp"), QStringLiteral("CP932"));
+        state->Setting.ProjectName = QStringLiteral("駅");
+        state->Setting.ProgramName[0] = QStringLiteral("ｱﾅｳﾝｽ");
+        const QByteArray file = WriteSettingFile(*state);
+        QVERIFY(file.startsWith(QByteArray("PJNAME,\x89\x77,\r\n")));
+        QVERIFY(file.contains(QByteArray("PRGNAME,\xB1\xC5\xB3\xDD\xBD,\r\n")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_SettingFileWriter)
+#include "tst_SettingFileWriter.moc"
