@@ -4,4 +4,4 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
 scripts/build.sh >/dev/null
-exec build/default/src/cli/dq480-cli --help "$@"
+exec build/default/src/app/dq480 "$@"

@@ -1,5 +1,6 @@
 #include "CliCommands.h"
 
+#include "ProjectFile.h"
 #include "SettingFileIO.h"
 #include "SettingFileWriter.h"
 #include "SettingJson.h"

@@ -1,7 +1,6 @@
 #include "SettingFileIO.h"
 
-#include "SettingFileReader.h"
-#include "SharedState.h"
+#include "FileAttributes.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -34,8 +33,7 @@ bool readFileBytes(const QString &path, QByteArray &bytes, QString &error, qint6
 bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error)
 {
     // Replacing the file by rename would slip past a read-only file; the operator protected it.
-    const QFileInfo existing(path);
-    if (existing.exists() && !existing.isWritable()) {
+    if (isReadOnly(path)) {
         error = QStringLiteral("Cannot write %1: the file is read-only.").arg(path);
         return false;
     }
@@ -54,19 +52,4 @@ bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &
         return false;
     }
     return true;
-}
-
-LoadOutcome loadProject(SharedState &state, const QString &path, QString &error)
-{
-    QByteArray bytes;
-    if (!readFileBytes(path, bytes, error))
-        return LoadOutcome::Unreadable;
-    state.NewSetting();
-    if (!ReadSettingFile(state, bytes)) {
-        state.NewSetting();
-        return LoadOutcome::Rejected;
-    }
-    state.CopyBufferToSetting(SettingSection::All);
-    state.TakeSavedSnapshot();
-    return LoadOutcome::Read;
 }

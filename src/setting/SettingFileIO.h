@@ -3,15 +3,6 @@
 #include <QByteArray>
 #include <QString>
 
-class SharedState;
-
-/// Why a setting file could not be opened.
-enum class LoadOutcome {
-    Read, // read and taken over into Setting
-    Unreadable, // missing, a folder, no permission, or too large to be a setting file
-    Rejected, // read, but not a valid setting file: "Setting file error!"
-};
-
 /// The largest file taken as a setting file; a real one is well under 100 KB.
 constexpr qint64 MaxSettingFileBytes = 16 * 1024 * 1024;
 
@@ -23,7 +14,3 @@ bool readFileBytes(const QString &path, QByteArray &bytes, QString &error,
 /// Writes the bytes so that the file is either the old one or the whole new one, never a torn mix,
 /// even when the disk fills up or the program dies halfway. On failure `error` says why.
 bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error);
-
-/// Opens a setting file or card control file as the File menu's Open does: a fresh new project, the
-/// file read over it, and on success committed and snapshotted. `error` is set when unreadable.
-LoadOutcome loadProject(SharedState &state, const QString &path, QString &error);

@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "TestFiles.h"
+
 namespace {
 
 struct Run
@@ -14,12 +16,6 @@ struct Run
     QString out;
     QString err;
 };
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 const QString Example = QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf");
 
@@ -88,7 +84,7 @@ private slots:
     {
         const QString file = path(QStringLiteral("new.stf"));
         QCOMPARE(cli({QStringLiteral("new"), file}).code, 0);
-        QVERIFY(readAll(file).startsWith("PJNAME,,\r\nCREATOR,,\r\nEXPLE,,\r\nSNTPATH,"));
+        QVERIFY(readTestFile(file).startsWith("PJNAME,,\r\nCREATOR,,\r\nEXPLE,,\r\nSNTPATH,"));
         QFile::resize(file, 10);
         const Run again = cli({QStringLiteral("new"), file});
         QCOMPARE(again.code, 2);
@@ -118,8 +114,8 @@ private slots:
         if (flag)
             args << QStringLiteral("--card-control");
         QCOMPARE(cli(args).code, 0);
-        const QByteArray example = readAll(Example);
-        const QByteArray written = readAll(out);
+        const QByteArray example = readTestFile(Example);
+        const QByteArray written = readTestFile(out);
         const QByteArray body = example.mid(example.indexOf("CARDNAME,"));
         QCOMPARE(written.startsWith("PJNAME,Station,"), !bodyOnly);
         QVERIFY(written.endsWith(body));
@@ -150,7 +146,7 @@ private slots:
 
     void encodingComesFromOptionOrEnvironment()
     {
-        QByteArray file = readAll(Example);
+        QByteArray file = readTestFile(Example);
         file.replace("PJNAME,Station,", "PJNAME,Caf\xE9,");
         const QString latin = path(QStringLiteral("latin.stf"));
         QFile out(latin);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+// The read-only attribute of a file, the flag the card's write protection and the sentence folders
+// rely on. On Linux it is the file's write permission bits, read from the file itself rather than
+// from access(), so that it means the same when the program runs as root.
+
+bool isReadOnly(const QString &path);
+
+/// Sets or clears the attribute; false when the file system refuses.
+bool setReadOnly(const QString &path, bool readOnly);

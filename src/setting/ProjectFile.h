@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+class SharedState;
+
+/// How opening a setting file ended.
+enum class LoadOutcome {
+    Read, // read and taken over into Setting
+    Unreadable, // missing, a folder, no permission, or too large to be a setting file
+    Rejected, // read, but not a valid setting file: "Setting file error!"
+};
+
+/// Opens a setting file or card control file as File > Open does: a new project, the file read
+/// over it, and on success committed and snapshotted with the file's name and folder. After a
+/// failure the new project stays, bound to the path that could not be read. `error` says why a
+/// file was unreadable.
+LoadOutcome loadProject(SharedState &state, const QString &path, QString &error);
+
+/// True when Save must ask for a name: a new project, or a file that is not a ".stf" (such as a
+/// card control file).
+bool saveNeedsNewName(const SharedState &state);
+
+/// Writes the setting file of Setting to `path`, atomically. On success the path's name and folder
+/// become the project's and the saved snapshot is taken; on failure nothing changes and `error`
+/// names the file and the reason.
+bool SaveProjectTo(SharedState &state, const QString &path, QString &error);
+
+/// The folder as the file displays show it: empty for a new project, whole up to 30 characters,
+/// else its first 15 characters, "..." and its last 13.
+QString folderDisplayText(const QString &fileName, const QString &folder);

@@ -1,0 +1,84 @@
+#include "SentenceFolders.h"
+
+#include "FileAttributes.h"
+#include "FileCopy.h"
+#include "MsgBox.h"
+#include "PathText.h"
+#include "SentenceFolderIndex.h"
+#include "SharedState.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+QString workFolder(const SharedState &state)
+{
+    return withTrailingSeparator(joinPath(state.AppPath, QStringLiteral("SoundTmp")));
+}
+
+QString projectSentenceFolder(const SharedState &state)
+{
+    const QString &name = state.Setting.ProjectName;
+    return withTrailingSeparator(
+        joinPath(state.AppPath, name.isEmpty() ? QStringLiteral("NewProject") : name));
+}
+
+QString replaceReadOnlyQuestion(const QString &fileName)
+{
+    return QStringLiteral("This folder already contains read-only a file named '") + fileName
+        + QStringLiteral("\r\n',Would like to replace the existing file?");
+}
+
+bool StoreSentenceFile(const SharedState &state, MsgBox &msgBox, StoreMode mode, const QString &sourcePath,
+                       QString &error)
+{
+    const QString fileName = splitAtLastSeparator(sourcePath).name;
+    const QString folder = mode == StoreMode::WorkFolder ? workFolder(state) : projectSentenceFolder(state);
+    if (!QDir().mkpath(folder)) {
+        error = QStringLiteral("Cannot create the folder %1").arg(folder);
+        return false;
+    }
+    const QString destination = folder + fileName;
+    if (mode == StoreMode::ProjectFolder && isReadOnly(destination)) {
+        if (msgBox.show(replaceReadOnlyQuestion(fileName), MsgBox::Buttons::YesNo, MsgBox::Icon::Question)
+            != MsgBox::Answer::Yes)
+            return true;
+        setReadOnly(destination, false);
+    }
+    if (!copyFileReplacing(sourcePath, destination, error))
+        return false;
+    if (mode == StoreMode::WorkFolder)
+        setReadOnly(destination, false);
+    return true;
+}
+
+QStringList missingSentenceFiles(const SharedState &state)
+{
+    const SentenceFolderIndex folder(projectSentenceFolder(state));
+    QStringList missing;
+    for (const QString &name : state.Setting.SentenceFileName) {
+        if (!name.isEmpty() && folder.find(name).isEmpty())
+            missing.append(name);
+    }
+    return missing;
+}
+
+bool SentenceFilesPresent(const SharedState &state)
+{
+    return missingSentenceFiles(state).isEmpty();
+}
+
+void ClearWorkFolder(const SharedState &state)
+{
+    // The four spellings are the ones the work folder has always been cleared with.
+    QDir folder(workFolder(state));
+    for (const QString &pattern : {QStringLiteral("*.mp2"), QStringLiteral("*.Mp2"), QStringLiteral("*.mP2"),
+                                   QStringLiteral("*.MP2")}) {
+        folder.setNameFilters({pattern});
+        folder.setFilter(QDir::Files | QDir::Hidden);
+        for (const QString &name : folder.entryList()) {
+            const QString path = folder.filePath(name);
+            if (!isReadOnly(path))
+                QFile::remove(path);
+        }
+    }
+}

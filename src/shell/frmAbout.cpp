@@ -1,0 +1,107 @@
+#include "frmAbout.h"
+
+#include "AppVersion.h"
+#include "DialogLayout.h"
+#include "MsgBox.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+#include <QStyle>
+
+#ifdef Q_OS_WIN
+#include <QSettings>
+#endif
+
+namespace {
+
+// Where Windows keeps its system information program; empty where it has none.
+QString systemInformationProgram()
+{
+#ifdef Q_OS_WIN
+    const QSettings msinfo(QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
+                           QSettings::NativeFormat);
+    QString path = msinfo.value(QStringLiteral("PATH")).toString();
+    if (path.isEmpty()) {
+        const QSettings location(
+            QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Shared Tools Location"),
+            QSettings::NativeFormat);
+        const QString folder = location.value(QStringLiteral("MSINFO")).toString();
+        if (!folder.isEmpty())
+            path = folder + QStringLiteral("\\MSINFO32.EXE");
+    }
+    // A registry value is read as at most 1024 characters, cut at its first zero character.
+    path = path.left(1024);
+    const qsizetype zero = path.indexOf(QChar(0));
+    return zero < 0 ? path : path.left(zero);
+#else
+    return QString();
+#endif
+}
+
+} // namespace
+
+frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent)
+    : QDialog(parent)
+    , m_msgBox(msgBox)
+{
+    setObjectName(QStringLiteral("frmAbout"));
+    setWindowTitle(QStringLiteral("Version Information(Dq480pcsoft)"));
+
+    auto *picIcon = new QLabel(this);
+    picIcon->setObjectName(QStringLiteral("picIcon"));
+    picIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(48, 48));
+    picIcon->setAccessibleName(QStringLiteral("Program icon"));
+    auto *lblTitle = new QLabel(QStringLiteral("Arvon DQ-480"), this);
+    lblTitle->setObjectName(QStringLiteral("lblTitle"));
+    QFont titleFont = lblTitle->font();
+    titleFont.setPointSizeF(titleFont.pointSizeF() * 1.5);
+    titleFont.setBold(true);
+    lblTitle->setFont(titleFont);
+    auto *lblVersion = new QLabel(QStringLiteral("Dq480pcsoft Version ") + appVersionText(), this);
+    lblVersion->setObjectName(QStringLiteral("lblVersion"));
+    auto *lblDescription = new QLabel(
+        QStringLiteral("Setting software for the DQ-480 digital voice-message announcer: sentence table, "
+                       "programs, card write and card format."),
+        this);
+    lblDescription->setObjectName(QStringLiteral("lblDescription"));
+    lblDescription->setWordWrap(true);
+
+    auto *cmdOK = namedButton(QStringLiteral("OK"), "cmdOK", this);
+    cmdOK->setDefault(true);
+    auto *cmdSysInfo = namedButton(QStringLiteral("&System Info..."), "cmdSysInfo", this);
+    connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
+    connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
+
+    auto *grid = new QGridLayout(this);
+    grid->setHorizontalSpacing(16);
+    grid->addWidget(picIcon, 0, 0, 3, 1, Qt::AlignTop);
+    grid->addWidget(lblTitle, 0, 1);
+    grid->addWidget(lblVersion, 1, 1);
+    grid->addWidget(lblDescription, 2, 1);
+    grid->addLayout(buttonRow({cmdOK, cmdSysInfo}), 3, 0, 1, 2);
+    grid->setColumnStretch(1, 1);
+    setMinimumWidth(440);
+}
+
+void frmAbout::StartSysInfo()
+{
+    const QString program = systemInformationProgram();
+    if (!program.isEmpty() && QFileInfo::exists(program) && QProcess::startDetached(program, {}))
+        return;
+    m_msgBox.show(QStringLiteral("現時点ではｼｽﾃﾑ情報を使用できません"));
+}
+
+void frmAbout::cmdOK_Click()
+{
+    accept();
+}
+
+void frmAbout::cmdSysInfo_Click()
+{
+    StartSysInfo();
+}

@@ -1,0 +1,344 @@
+#include "frmMain.h"
+
+#include "MsgBox.h"
+#include "ProjectCommands.h"
+#include "ProjectFile.h"
+#include "SharedState.h"
+#include "SingleInstance.h"
+#include "ToolbarIcons.h"
+#include "frmAbout.h"
+#include "frmSplash.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+namespace {
+
+constexpr int SplashMilliseconds = 3000;
+
+} // namespace
+
+frmMain::frmMain(AppContext &context)
+    : m_context(context)
+    , m_projectCommands(new ProjectCommands(context, this))
+    , m_mdiArea(new QMdiArea(this))
+    , m_timer1(new QTimer(this))
+{
+    setObjectName(QStringLiteral("frmMain"));
+    m_mdiArea->setObjectName(QStringLiteral("MDIClient"));
+    m_mdiArea->viewport()->installEventFilter(this);
+    setCentralWidget(m_mdiArea);
+    m_timer1->setObjectName(QStringLiteral("Timer1"));
+    m_timer1->setInterval(SplashMilliseconds);
+    connect(m_timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
+    connect(m_projectCommands, &ProjectCommands::fileDisplaysChanged, this, &frmMain::refreshFileDisplays);
+    connect(m_projectCommands, &ProjectCommands::captionChanged, this, &QWidget::setWindowTitle);
+    createMenus();
+    createToolbar();
+    createStatusBar();
+    setProjectMenusVisible(false);
+
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    resize(qMin(960, screen.width() - 40), qMin(720, screen.height() - 40));
+    move(screen.center() - rect().center());
+}
+
+frmMain::~frmMain() = default;
+
+QAction *frmMain::addAction(QMenu *menu, const char *objectName, const QString &caption,
+                            void (frmMain::*slot)())
+{
+    QAction *action = menu->addAction(caption);
+    action->setObjectName(QLatin1String(objectName));
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+}
+
+void frmMain::createMenus()
+{
+    QMenu *file = menuBar()->addMenu(QStringLiteral("File(&F)"));
+    file->setObjectName(QStringLiteral("mnuFile"));
+    addAction(file, "mnuNew", QStringLiteral("New(&N)"), &frmMain::mnuNew_Click)
+        ->setShortcut(QKeySequence::New);
+    addAction(file, "mnuOpen", QStringLiteral("Open(&S)"), &frmMain::mnuOpen_Click)
+        ->setShortcut(QKeySequence::Open);
+    QAction *save = addAction(file, "mnuSave", QStringLiteral("Save(&S)"), &frmMain::mnuSave_Click);
+    save->setShortcut(QKeySequence::Save);
+    QAction *saveAs
+        = addAction(file, "mnuSave_as", QStringLiteral("Save as(&A)"), &frmMain::mnuSave_as_Click);
+    QAction *separator = file->addSeparator();
+    QAction *cardWrite
+        = addAction(file, "mnuCardWrite", QStringLiteral("Card write"), &frmMain::mnuCardWrite_Click);
+    QMenu *print = file->addMenu(QStringLiteral("Print"));
+    print->setObjectName(QStringLiteral("mnuPrint"));
+    addAction(print, "mnuInfCopy", QStringLiteral("File information copy"), &frmMain::mnuInfCopy_Click);
+    addAction(print, "mnuAllInfo", QStringLiteral("All setting data copy"), &frmMain::mnuAllInfo_Click);
+    addAction(print, "mnuAllProgram", QStringLiteral("All program copy"), &frmMain::mnuAllProgram_Click);
+    file->addSeparator();
+    addAction(file, "mnuExit", QStringLiteral("Exit"), &frmMain::mnuExit_Click);
+    m_projectMenuItems = {save, saveAs, separator, cardWrite, print->menuAction()};
+
+    QMenu *tool = menuBar()->addMenu(QStringLiteral("Tool(&T)"));
+    tool->setObjectName(QStringLiteral("mnuTool"));
+    QMenu *cardSlots = tool->addMenu(QStringLiteral("Card slot setting"));
+    cardSlots->setObjectName(QStringLiteral("mnuCardSlot"));
+    for (int i = 0; i < CardSlotEntries; ++i) {
+        m_mnuCard[i] = cardSlots->addAction(QString());
+        m_mnuCard[i]->setObjectName(QStringLiteral("mnuCard_%1").arg(i));
+        m_mnuCard[i]->setCheckable(true);
+    }
+    m_mnuSvSet
+        = addAction(tool, "mnuSvSet", QStringLiteral("Surveillance file enable"), &frmMain::mnuSvSet_Click);
+    m_mnuSvSet->setCheckable(true);
+
+    QMenu *help = menuBar()->addMenu(QStringLiteral("Help(&H)"));
+    help->setObjectName(QStringLiteral("mnuHelpMenu"));
+    addAction(help, "mnuHelp", QStringLiteral("Help(&H)"), &frmMain::mnuHelp_Click)
+        ->setShortcut(QKeySequence::HelpContents);
+}
+
+void frmMain::createToolbar()
+{
+    QToolBar *toolbar = addToolBar(QStringLiteral("Toolbar"));
+    toolbar->setObjectName(QStringLiteral("TbrMain"));
+    toolbar->setMovable(false);
+    toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    const struct
+    {
+        const char *key;
+        QString text;
+        QString tip;
+        QIcon icon;
+        void (frmMain::*slot)();
+    } buttons[] = {
+        {"new", QStringLiteral("New"), QStringLiteral("New project"), ToolbarIcons::newFile(style()),
+         &frmMain::mnuNew_Click},
+        {"open", QStringLiteral("Open"), QStringLiteral("Open a setting file"), ToolbarIcons::open(style()),
+         &frmMain::mnuOpen_Click},
+        {"save", QStringLiteral("Save"), QStringLiteral("Save the setting file"), ToolbarIcons::save(style()),
+         &frmMain::mnuSave_Click},
+        {"print", QStringLiteral("Print"), QStringLiteral("Print the setting data"), ToolbarIcons::print(),
+         &frmMain::mnuAllInfo_Click},
+        {"help", QStringLiteral("Help"), QStringLiteral("Version information"), ToolbarIcons::help(style()),
+         &frmMain::mnuHelp_Click},
+    };
+    for (const auto &button : buttons) {
+        QAction *action = toolbar->addAction(button.icon, button.text);
+        action->setObjectName(QLatin1String(button.key));
+        action->setToolTip(button.tip);
+        action->setStatusTip(button.tip);
+        connect(action, &QAction::triggered, this, button.slot);
+        if (qstrcmp(button.key, "save") == 0 || qstrcmp(button.key, "print") == 0)
+            m_projectToolButtons.append(action);
+    }
+}
+
+void frmMain::createStatusBar()
+{
+    m_fileNameDisplay = new QLabel(this);
+    m_fileNameDisplay->setObjectName(QStringLiteral("lblFileName"));
+    m_fileNameDisplay->setAccessibleName(QStringLiteral("Filename"));
+    m_folderDisplay = new QLabel(this);
+    m_folderDisplay->setObjectName(QStringLiteral("lblFileFolder"));
+    m_folderDisplay->setAccessibleName(QStringLiteral("File location"));
+    statusBar()->addPermanentWidget(m_fileNameDisplay);
+    statusBar()->addPermanentWidget(m_folderDisplay);
+}
+
+void frmMain::setProjectMenusVisible(bool visible)
+{
+    for (QAction *item : std::as_const(m_projectMenuItems))
+        item->setVisible(visible);
+    // Toolbar buttons stay in place, greyed, so the toolbar does not jump.
+    for (QAction *button : std::as_const(m_projectToolButtons))
+        button->setEnabled(visible);
+}
+
+bool frmMain::MDIForm_Load(SingleInstance &instance)
+{
+    if (!instance.acquire()) {
+        m_context.msgBox.show(QStringLiteral("DQ-480 Setting soft is starting already"), MsgBox::Buttons::Ok,
+                              MsgBox::Icon::Exclamation);
+        return false;
+    }
+    m_mnuCard[0]->setVisible(true);
+    m_mnuCard[0]->setText(QStringLiteral("Nothing"));
+    for (int i = 1; i < CardSlotEntries; ++i)
+        m_mnuCard[i]->setVisible(false);
+    m_mnuSvSet->setChecked(true);
+    m_projectCommands->NewSettingFile();
+    setWindowTitle(QStringLiteral("Arvon DQ-480"));
+
+    SharedState &state = m_context.state;
+    state.CardSlot.clear();
+    state.CardSlotValid = false;
+    state.CurrentFilePath.clear();
+    state.CardSlotValid = DetectCardSlots();
+
+    show();
+    m_splash = new frmSplash(this);
+    m_splash->show();
+    m_timer1->start();
+    DetectCardSlots();
+    return true;
+}
+
+bool frmMain::DetectCardSlots()
+{
+    // The PC's drives are searched for the card slot once drive detection is in place.
+    return false;
+}
+
+void frmMain::unloadSplash()
+{
+    if (m_splash)
+        m_splash->close();
+}
+
+void frmMain::Timer1_Timer()
+{
+    m_timer1->stop();
+    unloadSplash();
+}
+
+bool frmMain::eventFilter(QObject *watched, QEvent *event)
+{
+    // A click on the empty client area closes the splash window.
+    if (watched == m_mdiArea->viewport() && event->type() == QEvent::MouseButtonPress)
+        unloadSplash();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMain::mnuNew_Click()
+{
+    SharedState &state = m_context.state;
+    if (!state.CurrentFilePath.isEmpty())
+        return;
+    m_projectCommands->NewSettingFile();
+    unloadSplash();
+    state.ProjectFileName = QStringLiteral("New File");
+    state.CurrentFilePath = state.ProjectFileName;
+    showProjectWindow();
+}
+
+void frmMain::mnuOpen_Click()
+{
+    if (!m_context.state.CurrentFilePath.isEmpty())
+        return;
+    m_projectCommands->NewSettingFile();
+    unloadSplash();
+    if (m_projectCommands->OpenProject())
+        showProjectWindow();
+    refreshSurveillanceCheck();
+}
+
+void frmMain::showProjectWindow()
+{
+    const SharedState &state = m_context.state;
+    setProjectMenusVisible(true);
+    setWindowTitle(QStringLiteral("DQ-480 Setting Software : ") + state.CurrentFilePath);
+    refreshFileDisplays();
+}
+
+void frmMain::mnuSave_Click()
+{
+    m_projectCommands->SaveProject();
+}
+
+void frmMain::mnuSave_as_Click()
+{
+    m_projectCommands->SaveProjectAs();
+}
+
+void frmMain::mnuCardWrite_Click()
+{
+    m_context.msgBox.show(QStringLiteral("Card write is not available yet."), MsgBox::Buttons::Ok,
+                          MsgBox::Icon::Information);
+}
+
+void frmMain::showPrintNotAvailable()
+{
+    m_context.msgBox.show(QStringLiteral("Printing is not available yet."), MsgBox::Buttons::Ok,
+                          MsgBox::Icon::Information);
+}
+
+void frmMain::mnuInfCopy_Click()
+{
+    showPrintNotAvailable();
+}
+
+void frmMain::mnuAllInfo_Click()
+{
+    showPrintNotAvailable();
+}
+
+void frmMain::mnuAllProgram_Click()
+{
+    showPrintNotAvailable();
+}
+
+void frmMain::mnuExit_Click()
+{
+    close();
+}
+
+void frmMain::mnuSvSet_Click()
+{
+    m_context.state.SurveillanceFile = m_mnuSvSet->isChecked();
+}
+
+void frmMain::refreshSurveillanceCheck()
+{
+    m_mnuSvSet->setChecked(m_context.state.SurveillanceFile);
+}
+
+void frmMain::mnuHelp_Click()
+{
+    frmAbout about(m_context.msgBox, this);
+    about.exec();
+}
+
+void frmMain::refreshFileDisplays()
+{
+    const SharedState &state = m_context.state;
+    m_fileNameDisplay->setText(state.ProjectFileName);
+    m_folderDisplay->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
+    m_folderDisplay->setToolTip(state.ProjectFolder);
+}
+
+bool frmMain::MDIForm_Unload()
+{
+    SharedState &state = m_context.state;
+    const bool applied = state.SettingEqualsBuffer(SettingSection::All);
+    const bool saved = state.SettingEqualsSaved();
+    if (applied && saved) {
+        state.NewSetting();
+    } else {
+        const QString question = applied
+            ? QStringLiteral("Updating the setting data has not been continued. Does close it?")
+            : QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
+        if (!m_context.msgBox.confirm(question))
+            return false;
+        m_projectCommands->NewSettingFile();
+    }
+    unloadSplash();
+    m_mdiArea->closeAllSubWindows();
+    return true;
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    if (MDIForm_Unload())
+        event->accept();
+    else
+        event->ignore();
+}

@@ -1,0 +1,72 @@
+#include "frmPjName.h"
+
+#include "DialogLayout.h"
+#include "MsgBox.h"
+#include "PathText.h"
+#include "SharedState.h"
+#include "TextChecks.h"
+
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+frmPjName::frmPjName(AppContext &context, QWidget *parent)
+    : QDialog(parent)
+    , m_context(context)
+    , m_text(new QLineEdit(this))
+{
+    setObjectName(QStringLiteral("frmPjName"));
+    setWindowTitle(QStringLiteral(" Project name setting"));
+    auto *label = new QLabel(QStringLiteral(" Please input 'Project name'"), this);
+    label->setObjectName(QStringLiteral("lblPjName"));
+    label->setBuddy(m_text);
+    m_text->setObjectName(QStringLiteral("txtPjName"));
+    m_text->setAccessibleName(QStringLiteral("Please input 'Project name'"));
+    auto *ok = namedButton(QStringLiteral("OK"), "cmdOK", this);
+    ok->setDefault(true);
+    auto *cancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
+
+    connect(m_text, &QLineEdit::textChanged, this, &frmPjName::txtPjName_Change);
+    connect(ok, &QPushButton::clicked, this, &frmPjName::cmdOK_Click);
+    connect(cancel, &QPushButton::clicked, this, &frmPjName::cmdCancel_Click);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(label);
+    layout->addWidget(m_text);
+    layout->addLayout(buttonRow({ok, cancel}));
+    setMinimumWidth(360);
+}
+
+void frmPjName::txtPjName_Change(const QString &text)
+{
+    if (IsValidFileNameText(text)) {
+        m_lastValid = text;
+        return;
+    }
+    m_context.msgBox.show(QStringLiteral("Incorrect value has been entered."));
+    m_text->setText(m_lastValid);
+}
+
+void frmPjName::cmdOK_Click()
+{
+    const QString name = m_text->text();
+    if (name.isEmpty()) {
+        m_context.msgBox.show(QStringLiteral("Incorrect value has been entered."));
+        return;
+    }
+    // An existing folder of that name holds another project's sentences: using it is a choice.
+    if (QFileInfo(joinPath(m_context.state.AppPath, name)).isDir()
+        && !m_context.msgBox.confirm(QStringLiteral(" Set folder of Sentence file:") + name))
+        return;
+    m_context.state.Setting.ProjectName = name;
+    accept();
+}
+
+void frmPjName::cmdCancel_Click()
+{
+    m_context.state.Setting.ProjectName.clear();
+    reject();
+}

@@ -1,0 +1,127 @@
+#include "frmSetPath.h"
+
+#include "DialogLayout.h"
+#include "PathText.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStorageInfo>
+
+namespace {
+
+const QString ParentEntry = QStringLiteral("..");
+
+QString driveRootOf(const QString &folder)
+{
+    const QStorageInfo storage(folder);
+    return storage.isValid() ? QDir::toNativeSeparators(storage.rootPath()) : QDir::rootPath();
+}
+
+QLabel *captionFor(const QString &text, QWidget *buddy, QWidget *parent)
+{
+    auto *label = new QLabel(text, parent);
+    label->setBuddy(buddy);
+    return label;
+}
+
+} // namespace
+
+frmSetPath::frmSetPath(const QString &startFolder, QWidget *parent)
+    : QDialog(parent)
+    , m_startFolder(withoutTrailingSeparator(startFolder))
+    , m_drives(new QComboBox(this))
+    , m_folderLabel(new QLabel(this))
+    , m_dirs(new QListWidget(this))
+    , m_files(new QListWidget(this))
+{
+    setObjectName(QStringLiteral("frmSetPath"));
+    setWindowTitle(QStringLiteral("Path Setting"));
+    m_drives->setObjectName(QStringLiteral("Drive1"));
+    m_dirs->setObjectName(QStringLiteral("Dir1"));
+    m_files->setObjectName(QStringLiteral("File1"));
+    m_folderLabel->setObjectName(QStringLiteral("lblFolder"));
+    m_folderLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_files->setSelectionMode(QAbstractItemView::NoSelection);
+
+    for (const QStorageInfo &volume : QStorageInfo::mountedVolumes()) {
+        if (volume.isValid() && volume.isReady())
+            m_drives->addItem(QDir::toNativeSeparators(volume.rootPath()));
+    }
+    auto *ok = namedButton(QStringLiteral("OK"), "cmdOK", this);
+    ok->setDefault(true);
+    auto *cancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
+
+    auto *grid = new QGridLayout(this);
+    grid->addWidget(captionFor(QStringLiteral("&Drive:"), m_drives, this), 0, 0);
+    grid->addWidget(m_drives, 1, 0);
+    grid->addWidget(captionFor(QStringLiteral("F&older:"), m_dirs, this), 2, 0);
+    grid->addWidget(m_folderLabel, 3, 0, 1, 2);
+    grid->addWidget(m_dirs, 4, 0);
+    grid->addWidget(captionFor(QStringLiteral("&Files:"), m_files, this), 2, 1);
+    grid->addWidget(m_files, 4, 1);
+    grid->addLayout(buttonRow({ok, cancel}), 5, 0, 1, 2);
+    resize(560, 380);
+
+    connect(m_drives, &QComboBox::activated, this, &frmSetPath::Drive1_Change);
+    connect(m_dirs, &QListWidget::itemActivated, this, &frmSetPath::Dir1_DblClick);
+    connect(ok, &QPushButton::clicked, this, &frmSetPath::cmdOK_Click);
+    connect(cancel, &QPushButton::clicked, this, &frmSetPath::cmdCancel_Click);
+
+    showFolder(QDir(m_startFolder).exists() ? m_startFolder : QDir::homePath());
+}
+
+QString frmSetPath::chosenFolder() const
+{
+    return withoutTrailingSeparator(m_folder);
+}
+
+void frmSetPath::showFolder(const QString &folder)
+{
+    QDir dir(folder);
+    // A folder that cannot be listed shows its drive's root instead.
+    if (!dir.isReadable())
+        dir.setPath(driveRootOf(folder));
+    m_folder = QDir::toNativeSeparators(dir.absolutePath());
+    m_folderLabel->setText(m_folder);
+    const int driveIndex = m_drives->findText(driveRootOf(m_folder));
+    if (driveIndex >= 0)
+        m_drives->setCurrentIndex(driveIndex);
+
+    m_dirs->clear();
+    if (!dir.isRoot())
+        m_dirs->addItem(ParentEntry);
+    m_dirs->addItems(dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase));
+    m_files->clear();
+    m_files->addItems(dir.entryList(QDir::Files, QDir::Name | QDir::IgnoreCase));
+}
+
+void frmSetPath::Drive1_Change(int index)
+{
+    showFolder(m_drives->itemText(index));
+}
+
+void frmSetPath::Dir1_DblClick(QListWidgetItem *item)
+{
+    QDir dir(m_folder);
+    if (item->text() == ParentEntry)
+        dir.cdUp();
+    else
+        dir.cd(item->text());
+    showFolder(dir.absolutePath());
+}
+
+void frmSetPath::cmdOK_Click()
+{
+    accept();
+}
+
+void frmSetPath::cmdCancel_Click()
+{
+    m_folder = m_startFolder;
+    reject();
+}

@@ -1,0 +1,136 @@
+#include "FileAttributes.h"
+#include "ScriptedMsgBox.h"
+#include "SentenceFolders.h"
+#include "TestProjects.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "TestFiles.h"
+
+namespace { } // namespace
+
+class tst_SentenceFolders : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_home;
+    QTemporaryDir m_source;
+    std::unique_ptr<SharedState> m_state;
+    ScriptedMsgBox m_msgBox;
+
+    QString source(const QString &name, const QByteArray &bytes)
+    {
+        const QString path = m_source.filePath(name);
+        writeTestFile(path, bytes);
+        return path;
+    }
+
+private slots:
+    void init()
+    {
+        QDir(m_home.path()).removeRecursively();
+        QDir().mkpath(m_home.path());
+        m_state = makeTestState(m_home.path());
+        m_msgBox = ScriptedMsgBox();
+    }
+
+    void workFolderCopiesAreWritable()
+    {
+        const QString file = source(QStringLiteral("hello.mp2"), "new");
+        setReadOnly(file, true);
+        QString error;
+        QVERIFY(StoreSentenceFile(*m_state, m_msgBox, StoreMode::WorkFolder, file, error));
+        const QString copy = m_home.filePath(QStringLiteral("SoundTmp/hello.mp2"));
+        QCOMPARE(readTestFile(copy), QByteArray("new"));
+        QVERIFY(!isReadOnly(copy));
+        QVERIFY(m_msgBox.shown.isEmpty());
+    }
+
+    void projectFolderIsNamedAfterTheProject_data()
+    {
+        QTest::addColumn<QString>("projectName");
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("named") << "Station"
+                               << "Station";
+        QTest::newRow("no name yet") << ""
+                                     << "NewProject";
+    }
+    void projectFolderIsNamedAfterTheProject()
+    {
+        QFETCH(QString, projectName);
+        QFETCH(QString, folder);
+        m_state->Setting.ProjectName = projectName;
+        QString error;
+        QVERIFY(StoreSentenceFile(*m_state, m_msgBox, StoreMode::ProjectFolder,
+                                  source(QStringLiteral("A.MP2"), "a"), error));
+        QCOMPARE(readTestFile(m_home.filePath(folder + QStringLiteral("/A.MP2"))), QByteArray("a"));
+    }
+
+    void readOnlyFileInTheProjectFolderIsReplacedOnlyOnYes_data()
+    {
+        QTest::addColumn<MsgBox::Answer>("answer");
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("No keeps the old file") << MsgBox::Answer::No << QByteArray("old");
+        QTest::newRow("Yes replaces it") << MsgBox::Answer::Yes << QByteArray("new");
+    }
+    void readOnlyFileInTheProjectFolderIsReplacedOnlyOnYes()
+    {
+        QFETCH(MsgBox::Answer, answer);
+        QFETCH(QByteArray, content);
+        m_state->Setting.ProjectName = QStringLiteral("Station");
+        QDir().mkpath(m_home.filePath(QStringLiteral("Station")));
+        const QString existing = m_home.filePath(QStringLiteral("Station/RAIN.MP2"));
+        writeTestFile(existing, "old");
+        setReadOnly(existing, true);
+
+        m_msgBox.script({answer});
+        QString error;
+        QVERIFY(StoreSentenceFile(*m_state, m_msgBox, StoreMode::ProjectFolder,
+                                  source(QStringLiteral("RAIN.MP2"), "new"), error));
+        QCOMPARE(m_msgBox.shown,
+                 QStringList {QStringLiteral("This folder already contains read-only a file named "
+                                             "'RAIN.MP2\r\n',Would like to replace the existing file?")});
+        QCOMPARE(m_msgBox.icons.first(), MsgBox::Icon::Question);
+        QCOMPARE(readTestFile(existing), content);
+    }
+
+    void missingSourceFailsNamingTheFile()
+    {
+        QString error;
+        const QString missing = m_source.filePath(QStringLiteral("GONE.MP2"));
+        QVERIFY(!StoreSentenceFile(*m_state, m_msgBox, StoreMode::WorkFolder, missing, error));
+        QVERIFY2(error.contains(missing), qPrintable(error));
+    }
+
+    void sentenceFilesAreFoundInAnyCase()
+    {
+        m_state->Setting.ProjectName = QStringLiteral("Station");
+        QDir().mkpath(m_home.filePath(QStringLiteral("Station")));
+        writeTestFile(m_home.filePath(QStringLiteral("Station/hello.mp2")), "x");
+        fillSentences(m_state->Setting, 512, 0);
+        m_state->Setting.SentenceFileName[0] = QStringLiteral("HELLO.MP2");
+        QVERIFY(SentenceFilesPresent(*m_state));
+
+        m_state->Setting.SentenceFileName[511] = QStringLiteral("RAIN2.MP2");
+        m_state->Setting.SentenceFileName[7] = QStringLiteral("GONE.MP2");
+        QVERIFY(!SentenceFilesPresent(*m_state));
+        QCOMPARE(missingSentenceFiles(*m_state), (QStringList {"GONE.MP2", "RAIN2.MP2"}));
+    }
+
+    void clearingTheWorkFolderTakesOnlyMp2Files()
+    {
+        const QDir work(m_home.filePath(QStringLiteral("SoundTmp")));
+        QDir().mkpath(work.path());
+        for (const char *name : {"a.mp2", "b.Mp2", "c.mP2", "d.MP2", "e.wav", "f.mp3", "keep.mp2"})
+            writeTestFile(work.filePath(QLatin1String(name)), "x");
+        setReadOnly(work.filePath(QStringLiteral("keep.mp2")), true);
+        ClearWorkFolder(*m_state);
+        QCOMPARE(work.entryList(QDir::Files, QDir::Name), (QStringList {"e.wav", "f.mp3", "keep.mp2"}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_SentenceFolders)
+#include "tst_SentenceFolders.moc"

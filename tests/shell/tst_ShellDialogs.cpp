@@ -1,0 +1,116 @@
+#include "GuiFixture.h"
+#include "dlgErrLog.h"
+#include "frmAbout.h"
+#include "frmPjName.h"
+#include "frmSetPath.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+class tst_ShellDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void projectNameRefusesForbiddenCharacters()
+    {
+        GuiFixture f;
+        frmPjName dialog(f.context, nullptr);
+        QCOMPARE(dialog.windowTitle(), QStringLiteral(" Project name setting"));
+        auto *text = dialog.findChild<QLineEdit *>(QStringLiteral("txtPjName"));
+        f.msgBox.script({MsgBox::Answer::Ok});
+        QTest::keyClicks(text, QStringLiteral("Gate,"));
+        QCOMPARE(f.msgBox.shown, QStringList {"Incorrect value has been entered."});
+        QCOMPARE(text->text(), QStringLiteral("Gate"));
+    }
+
+    void projectNameOkAndCancel()
+    {
+        GuiFixture f;
+        QDir(f.home.path()).mkdir(QStringLiteral("Taken"));
+        frmPjName dialog(f.context, nullptr);
+        auto *text = dialog.findChild<QLineEdit *>(QStringLiteral("txtPjName"));
+        auto *ok = dialog.findChild<QPushButton *>(QStringLiteral("cmdOK"));
+
+        f.msgBox.script({MsgBox::Answer::Ok});
+        ok->click();
+        QCOMPARE(f.msgBox.shown.last(), QStringLiteral("Incorrect value has been entered."));
+
+        text->setText(QStringLiteral("Taken"));
+        f.msgBox.script({MsgBox::Answer::Cancel});
+        ok->click();
+        QCOMPARE(f.msgBox.shown.last(), QStringLiteral(" Set folder of Sentence file:Taken"));
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+        QVERIFY(f.state->Setting.ProjectName.isEmpty());
+
+        f.msgBox.script({MsgBox::Answer::Ok});
+        ok->click();
+        QCOMPARE(f.state->Setting.ProjectName, QStringLiteral("Taken"));
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+
+        dialog.findChild<QPushButton *>(QStringLiteral("cmdCancel"))->click();
+        QVERIFY(f.state->Setting.ProjectName.isEmpty());
+        QVERIFY(f.msgBox.unexpected.isEmpty());
+    }
+
+    void errorListCountsMissingFiles()
+    {
+        GuiFixture f;
+        f.state->Setting.ProjectName = QStringLiteral("Station");
+        QDir(f.home.path()).mkpath(QStringLiteral("Station"));
+        QFile present(f.home.filePath(QStringLiteral("Station/HELLO.MP2")));
+        QVERIFY(present.open(QIODevice::WriteOnly));
+        f.state->Setting.SentenceFileName[0] = QStringLiteral("HELLO.MP2");
+        dlgErrLog none(*f.state, nullptr);
+        QCOMPARE(none.findChild<QLabel *>(QStringLiteral("lblErrCount"))->text(),
+                 QStringLiteral(" Not find file count:  0"));
+
+        f.state->Setting.SentenceFileName[300] = QStringLiteral("GONE.MP2");
+        dlgErrLog one(*f.state, nullptr);
+        QCOMPARE(one.windowTitle(), QStringLiteral(" Not find file list"));
+        QCOMPARE(one.findChild<QListWidget *>(QStringLiteral("listErr"))->item(0)->text(),
+                 QStringLiteral("GONE.MP2"));
+        QCOMPARE(one.findChild<QLabel *>(QStringLiteral("lblErrCount"))->text(),
+                 QStringLiteral(" Not find file count:  1"));
+        QCOMPARE(one.findChild<QPushButton *>(QStringLiteral("OKButton"))->text(), QStringLiteral("Ok"));
+    }
+
+    void aboutBoxWithoutSystemInformation()
+    {
+        GuiFixture f;
+        frmAbout about(f.msgBox, nullptr);
+        QCOMPARE(about.windowTitle(), QStringLiteral("Version Information(Dq480pcsoft)"));
+        QCOMPARE(about.findChild<QLabel *>(QStringLiteral("lblVersion"))->text(),
+                 QStringLiteral("Dq480pcsoft Version 1.01"));
+        f.msgBox.script({MsgBox::Answer::Ok});
+        about.findChild<QPushButton *>(QStringLiteral("cmdSysInfo"))->click();
+        QCOMPARE(f.msgBox.shown, QStringList {QStringLiteral("現時点ではｼｽﾃﾑ情報を使用できません")});
+    }
+
+    void folderDialogOkAndCancel()
+    {
+        QTemporaryDir dir;
+        QDir(dir.path()).mkpath(QStringLiteral("voice/rain"));
+        QFile(dir.filePath(QStringLiteral("voice/A.MP2"))).open(QIODevice::WriteOnly);
+        const QString start = dir.filePath(QStringLiteral("voice")) + QLatin1Char('/');
+
+        frmSetPath dialog(start, nullptr);
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("Path Setting"));
+        QCOMPARE(dialog.chosenFolder(), dir.filePath(QStringLiteral("voice")));
+        QCOMPARE(dialog.findChild<QListWidget *>(QStringLiteral("File1"))->item(0)->text(),
+                 QStringLiteral("A.MP2"));
+        auto *dirs = dialog.findChild<QListWidget *>(QStringLiteral("Dir1"));
+        emit dirs->itemActivated(dirs->findItems(QStringLiteral("rain"), Qt::MatchExactly).first());
+        QCOMPARE(dialog.chosenFolder(), dir.filePath(QStringLiteral("voice/rain")));
+        dialog.findChild<QPushButton *>(QStringLiteral("cmdCancel"))->click();
+        QCOMPARE(dialog.chosenFolder(), dir.filePath(QStringLiteral("voice")));
+    }
+};
+
+QTEST_MAIN(tst_ShellDialogs)
+#include "tst_ShellDialogs.moc"

@@ -1,0 +1,270 @@
+#include "GuiFixture.h"
+#include "ProjectFile.h"
+#include "SettingFileWriter.h"
+#include "SingleInstance.h"
+#include "frmMain.h"
+#include "frmSplash.h"
+
+#include <QAction>
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+
+#include "TestFiles.h"
+#include <QTimer>
+
+namespace {
+
+const QString Example = QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf");
+const QString ContentsQuestion
+    = QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
+const QString SettingQuestion
+    = QStringLiteral("Updating the setting data has not been continued. Does close it?");
+
+} // namespace
+
+class tst_frmMain : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<GuiFixture> f;
+    std::unique_ptr<SingleInstance> instance;
+    std::unique_ptr<frmMain> window;
+
+    QAction *action(const char *name) const
+    {
+        auto *found = window->findChild<QAction *>(QLatin1String(name));
+        if (!found)
+            qFatal("no action %s", name);
+        return found;
+    }
+    QString path(const QString &name) const { return f->home.filePath(name); }
+
+private slots:
+    void init()
+    {
+        f = std::make_unique<GuiFixture>();
+        instance = std::make_unique<SingleInstance>(path(QStringLiteral("dq480.lock")));
+        window = std::make_unique<frmMain>(f->context);
+        QVERIFY(window->MDIForm_Load(*instance));
+    }
+    void cleanup()
+    {
+        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        QCOMPARE(f->fileDialogs.unexpected, 0);
+        window.reset();
+        instance.reset();
+        f.reset();
+    }
+
+    void startUpState()
+    {
+        QCOMPARE(window->windowTitle(), QStringLiteral("Arvon DQ-480"));
+        QStringList menus;
+        for (QAction *menu : window->menuBar()->actions())
+            menus << menu->text();
+        QCOMPARE(menus, (QStringList {"File(&F)", "Tool(&T)", "Help(&H)"}));
+        const QList<QPair<const char *, const char *>> captions {{"mnuNew", "New(&N)"},
+                                                                 {"mnuOpen", "Open(&S)"},
+                                                                 {"mnuSave", "Save(&S)"},
+                                                                 {"mnuSave_as", "Save as(&A)"},
+                                                                 {"mnuCardWrite", "Card write"},
+                                                                 {"mnuInfCopy", "File information copy"},
+                                                                 {"mnuAllInfo", "All setting data copy"},
+                                                                 {"mnuAllProgram", "All program copy"},
+                                                                 {"mnuExit", "Exit"},
+                                                                 {"mnuSvSet", "Surveillance file enable"},
+                                                                 {"mnuHelp", "Help(&H)"}};
+        for (const auto &[name, caption] : captions)
+            QCOMPARE(action(name)->text(), QString::fromUtf8(caption));
+        QCOMPARE(window->findChild<QMenu *>(QStringLiteral("mnuPrint"))->title(), QStringLiteral("Print"));
+        QCOMPARE(window->findChild<QMenu *>(QStringLiteral("mnuCardSlot"))->title(),
+                 QStringLiteral("Card slot setting"));
+
+        QVERIFY(action("mnuCard_0")->isVisible());
+        QCOMPARE(action("mnuCard_0")->text(), QStringLiteral("Nothing"));
+        for (int i = 1; i < frmMain::CardSlotEntries; ++i)
+            QVERIFY(!action(qPrintable(QStringLiteral("mnuCard_%1").arg(i)))->isVisible());
+        QVERIFY(action("mnuSvSet")->isChecked());
+        QVERIFY(!action("mnuSave")->isVisible());
+        QVERIFY(!action("save")->isEnabled());
+        for (const char *key : {"new", "open", "save", "print", "help"})
+            QVERIFY(!action(key)->toolTip().isEmpty());
+        QVERIFY(f->state->CurrentFilePath.isEmpty());
+        QVERIFY(!f->state->CardSlotValid);
+
+        auto *splash = window->findChild<frmSplash *>();
+        QVERIFY(splash && splash->isVisible());
+        window->findChild<QTimer *>(QStringLiteral("Timer1"))->setInterval(1);
+        QTRY_VERIFY(!window->findChild<frmSplash *>());
+    }
+
+    void newThenExitAsksNothing()
+    {
+        action("mnuNew")->trigger();
+        QCOMPARE(f->state->CurrentFilePath, QStringLiteral("New File"));
+        QCOMPARE(window->windowTitle(), QStringLiteral("DQ-480 Setting Software : New File"));
+        QVERIFY(action("mnuSave")->isVisible());
+        const auto *splash = window->findChild<frmSplash *>();
+        QVERIFY(!splash || !splash->isVisible());
+        QVERIFY(window->close());
+        QVERIFY(f->msgBox.shown.isEmpty());
+    }
+
+    void closingAsksAboutPendingWork_data()
+    {
+        QTest::addColumn<bool>("applied");
+        QTest::addColumn<QString>("question");
+        QTest::newRow("edits not applied") << false << ContentsQuestion;
+        QTest::newRow("applied, not saved") << true << SettingQuestion;
+    }
+    void closingAsksAboutPendingWork()
+    {
+        QFETCH(bool, applied);
+        QFETCH(QString, question);
+        action("mnuNew")->trigger();
+        f->state->SettingBuffer.CardName = QStringLiteral("PLATFORM 2");
+        if (applied)
+            f->state->CopyBufferToSetting(SettingSection::CardSentencesPrograms);
+
+        f->msgBox.script({MsgBox::Answer::Cancel});
+        QVERIFY(!window->close());
+        QCOMPARE(f->msgBox.shown, QStringList {question});
+        QCOMPARE(f->state->SettingBuffer.CardName, QStringLiteral("PLATFORM 2"));
+        QCOMPARE(f->state->CurrentFilePath, QStringLiteral("New File"));
+
+        f->msgBox.script({MsgBox::Answer::Ok});
+        QVERIFY(window->close());
+        QVERIFY(f->state->SettingBuffer.CardName.isEmpty());
+    }
+
+    void openReadsTheProject()
+    {
+        f->fileDialogs.answers << Example;
+        action("mnuOpen")->trigger();
+        QCOMPARE(f->fileDialogs.filters,
+                 QStringList {"*.stf (*.stf);;DQ480.csv (DQ480.csv DQ480.CSV dq480.csv)"});
+        const SharedState &s = *f->state;
+        QCOMPARE(s.Setting.ProjectName, QStringLiteral("Station"));
+        QCOMPARE(s.Setting.SentenceFileName[1], QStringLiteral("RAIN2.MP2"));
+        QVERIFY(s.SettingEqualsBuffer(SettingSection::All) && s.SettingEqualsSaved());
+        QCOMPARE(s.CurrentFilePath, Example);
+        QCOMPARE(s.ProjectFilePath, Example);
+        QCOMPARE(s.ProjectFileName, QStringLiteral("example-two-sentences.stf"));
+        QCOMPARE(s.ProjectFolder, QStringLiteral(DQ480_TEST_DATA "/"));
+        QCOMPARE(window->windowTitle(), QStringLiteral("DQ-480 Setting Software : ") + Example);
+        QCOMPARE(window->findChild<QLabel *>(QStringLiteral("lblFileName"))->text(), s.ProjectFileName);
+        QCOMPARE(window->findChild<QLabel *>(QStringLiteral("lblFileFolder"))->text(),
+                 folderDisplayText(s.ProjectFileName, s.ProjectFolder));
+
+        // Open and New do nothing while a project is open.
+        f->fileDialogs.answers << Example;
+        action("mnuOpen")->trigger();
+        action("mnuNew")->trigger();
+        QCOMPARE(f->fileDialogs.answers.size(), 1);
+        QCOMPARE(f->state->Setting.ProjectName, QStringLiteral("Station"));
+        f->fileDialogs.answers.clear();
+    }
+
+    void openOfARejectedFile()
+    {
+        const QString bad = path(QStringLiteral("broken.stf"));
+        writeTestFile(bad, "PJNAME,half a project,\r\nNOT A KEY LINE\r\n");
+        f->msgBox.script({MsgBox::Answer::Ok});
+        f->fileDialogs.answers << bad;
+        action("mnuOpen")->trigger();
+        QCOMPARE(f->msgBox.shown, QStringList {"Setting file error!"});
+        // A new project, bound to the path that could not be read; no project window.
+        QVERIFY(f->state->Setting.ProjectName.isEmpty());
+        QCOMPARE(f->state->ProjectFilePath, bad);
+        QVERIFY(f->state->CurrentFilePath.isEmpty());
+        QVERIFY(!action("mnuSave")->isVisible());
+    }
+
+    void openShowsTheToneSwitchOfTheFile()
+    {
+        QByteArray bytes = readTestFile(Example);
+        bytes.replace("SVFILE,NOMAL,", "SVFILE,NONE,").replace("SNTCTTL,SIN1KHZ ,\r\n", "");
+        bytes.replace("FILENAME,SIN1KHZ ,\r\n", "").replace("PRGSORT,0000,\r\n", "");
+        const QString file = path(QStringLiteral("toneless.stf"));
+        writeTestFile(file, bytes);
+        f->fileDialogs.answers << file;
+        action("mnuOpen")->trigger();
+        QVERIFY(!f->state->SurveillanceFile);
+        QVERIFY(!action("mnuSvSet")->isChecked());
+        action("mnuSvSet")->trigger();
+        QVERIFY(f->state->SurveillanceFile);
+    }
+
+    void saveOfACardControlFileGoesThroughSaveAs()
+    {
+        const QByteArray bytes = readTestFile(Example);
+        const QString card = path(QStringLiteral("DQ480.CSV"));
+        writeTestFile(card, bytes.mid(bytes.indexOf("CARDNAME,")));
+        f->fileDialogs.answers << card;
+        action("mnuOpen")->trigger();
+        QCOMPARE(f->state->ProjectFileName, QStringLiteral("DQ480.CSV"));
+
+        const QString saved = path(QStringLiteral("station.stf"));
+        f->fileDialogs.answers << saved;
+        action("mnuSave")->trigger();
+        QCOMPARE(f->fileDialogs.filters.last(), QStringLiteral("*.stf (*.stf)"));
+        QCOMPARE(f->state->ProjectFilePath, saved);
+        QCOMPARE(window->windowTitle(), QStringLiteral("DQ-480 Setting Software : ") + saved);
+        QCOMPARE(readTestFile(saved), WriteSettingFile(*f->state));
+
+        // Now a ".stf": Save writes it again without asking for a name.
+        f->state->Setting.CardName = QStringLiteral("AGAIN");
+        action("mnuSave")->trigger();
+        QVERIFY(f->state->SettingEqualsSaved());
+        QCOMPARE(f->fileDialogs.filters.size(), 2);
+    }
+
+    void failingSaveIsReportedAndLeavesTheProjectUnsaved()
+    {
+        action("mnuNew")->trigger();
+        f->state->Setting.CardName = QStringLiteral("UNSAVED");
+        const QString unreachable = path(QStringLiteral("no-such-folder/station.stf"));
+        f->fileDialogs.answers << unreachable;
+        f->msgBox.script({MsgBox::Answer::Ok});
+        action("mnuSave_as")->trigger();
+        QCOMPARE(f->msgBox.shown.size(), 1);
+        QVERIFY(f->msgBox.shown.first().startsWith(QStringLiteral("The setting file was not saved.")));
+        QVERIFY(f->msgBox.shown.first().contains(unreachable));
+        QVERIFY(!f->state->SettingEqualsSaved());
+        QCOMPARE(f->state->ProjectFilePath, f->state->AppPath);
+        QCOMPARE(window->windowTitle(), QStringLiteral("DQ-480 Setting Software : New File"));
+
+        // Cancel on the save dialog writes nothing and says nothing.
+        f->fileDialogs.answers << QString();
+        action("save")->trigger();
+        QCOMPARE(f->msgBox.shown.size(), 1);
+    }
+
+    void secondCopyIsRefused()
+    {
+        GuiFixture second;
+        SingleInstance sameLock(path(QStringLiteral("dq480.lock")));
+        frmMain other(second.context);
+        second.msgBox.script({MsgBox::Answer::Ok});
+        QVERIFY(!other.MDIForm_Load(sameLock));
+        QCOMPARE(second.msgBox.shown, QStringList {"DQ-480 Setting soft is starting already"});
+        QCOMPARE(second.msgBox.icons.first(), MsgBox::Icon::Exclamation);
+        QVERIFY(!other.isVisible());
+        QVERIFY(window->isVisible());
+    }
+
+    void staleLockOfACrashedCopyDoesNotBlock()
+    {
+        const QString lockPath = path(QStringLiteral("crashed.lock"));
+        // What a copy that died leaves behind: a lock naming a process that no longer exists.
+        writeTestFile(lockPath, "999999999\ndq480\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+        SingleInstance next(lockPath);
+        QVERIFY(next.acquire());
+    }
+};
+
+QTEST_MAIN(tst_frmMain)
+#include "tst_frmMain.moc"

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "FileDialogs.h"
+
+#include <QStringList>
+
+/// File dialogs answered from a queue of paths (an empty path is Cancel); records each filter.
+class ScriptedFileDialogs : public FileDialogs
+{
+public:
+    QString openFileName(QWidget *, const QString &, const QString &filter) override
+    {
+        filters.append(filter);
+        return next();
+    }
+    QString saveFileName(QWidget *, const QString &, const QString &filter, const QString &) override
+    {
+        filters.append(filter);
+        return next();
+    }
+
+    QStringList answers;
+    QStringList filters;
+    int unexpected = 0;
+
+private:
+    QString next()
+    {
+        if (answers.isEmpty()) {
+            ++unexpected;
+            return QString();
+        }
+        return answers.takeFirst();
+    }
+};

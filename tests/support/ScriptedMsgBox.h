@@ -1,0 +1,33 @@
+#pragma once
+
+#include "MsgBox.h"
+
+#include <QList>
+#include <QStringList>
+
+/// Answers message boxes from a queue and keeps every text shown, so a test asserts the exact
+/// messages and that no unexpected box appeared. With the queue empty, a box is answered as the
+/// operator's Escape would (Cancel, No or OK) and counted as unexpected.
+class ScriptedMsgBox : public MsgBox
+{
+public:
+    Answer show(const QString &text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None) override
+    {
+        shown.append(text);
+        icons.append(icon);
+        if (!answers.isEmpty())
+            return answers.takeFirst();
+        unexpected.append(text);
+        return buttons == Buttons::OkCancel ? Answer::Cancel
+            : buttons == Buttons::YesNo     ? Answer::No
+                                            : Answer::Ok;
+    }
+
+    /// The answers for the next boxes, in order.
+    void script(std::initializer_list<Answer> next) { answers.append(next); }
+
+    QList<Answer> answers;
+    QStringList shown;
+    QList<Icon> icons;
+    QStringList unexpected;
+};
