@@ -304,7 +304,8 @@ private:
     {
         // A folder named in the file that is not on this PC falls back to the program's folder,
         // without the trailing separator a new project has.
-        if (!m_sentencePath.isEmpty() && QFileInfo(m_sentencePath).isDir())
+        const bool usable = !m_sentencePath.isEmpty() && !m_sentencePath.contains(QChar(0));
+        if (usable && QFileInfo(m_sentencePath).isDir())
             m_state.SentencePath = m_sentencePath;
         else
             m_state.SentencePath = withoutTrailingSeparator(m_state.AppPath);
