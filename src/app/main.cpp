@@ -7,6 +7,7 @@
 #include "QtMsgBox.h"
 #include "SharedState.h"
 #include "SingleInstance.h"
+#include "ToolbarIcons.h"
 #include "frmMain.h"
 
 #include <QApplication>
@@ -19,6 +20,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("dq480"));
     QApplication::setApplicationDisplayName(QStringLiteral("Arvon DQ-480"));
     QApplication::setApplicationVersion(appVersionText());
+    QApplication::setWindowIcon(ToolbarIcons::application());
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(

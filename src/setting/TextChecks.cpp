@@ -1,5 +1,7 @@
 #include "TextChecks.h"
 
+#include <QList>
+
 bool IsHexText(int mode, QStringView text)
 {
     if (mode != 0)
@@ -49,6 +51,21 @@ bool IsValidFileNameText(QStringView text)
             if (f != 0 && c.unicode() == f)
                 return false;
         }
+    }
+    return true;
+}
+
+bool IsStorableExplanation(QStringView text)
+{
+    const QList<QStringView> lines = text.split(u"\r\n");
+    constexpr qsizetype MaxLines = 12;
+    if (lines.size() > MaxLines)
+        return false;
+    if (lines.size() > 1 && lines.first().isEmpty())
+        return false;
+    for (qsizetype i = 0; i + 1 < lines.size(); ++i) {
+        if (lines[i].endsWith(QLatin1Char(',')))
+            return false;
     }
     return true;
 }

@@ -19,3 +19,8 @@ bool IsDecimalText(QStringView text);
 /// False when the text holds one of \ / : * ? < > | , " ; (file names cannot hold most of them; the
 /// comma and the semicolon would break the card control file). The empty text passes.
 bool IsValidFileNameText(QStringView text);
+
+/// True when an explanation (lines joined by CR LF) reads back from a setting file as it was
+/// written: at most 12 lines, no line but the last ending in a comma, and no empty first line
+/// in front of others. The reader would cut or reject anything else.
+bool IsStorableExplanation(QStringView text);

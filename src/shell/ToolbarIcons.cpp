@@ -58,6 +58,25 @@ QIcon print()
     return themed("document-print", drawnPrinter());
 }
 
+QIcon application()
+{
+    QPixmap pixmap(64, 64);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(30, 90, 160));
+    p.drawRoundedRect(QRectF(2, 2, 60, 60), 12, 12);
+    p.setBrush(Qt::white);
+    const QPointF speaker[] = {{14, 26}, {22, 26}, {34, 16}, {34, 48}, {22, 38}, {14, 38}};
+    p.drawPolygon(speaker, 6);
+    p.setBrush(Qt::NoBrush);
+    p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
+    p.drawArc(QRectF(30, 22, 14, 20), -50 * 16, 100 * 16);
+    p.drawArc(QRectF(30, 14, 24, 36), -50 * 16, 100 * 16);
+    return QIcon(pixmap);
+}
+
 QIcon help(const QStyle *style)
 {
     return themed("help-about", style->standardIcon(QStyle::SP_MessageBoxQuestion));

@@ -12,4 +12,6 @@ QIcon open(const QStyle *style);
 QIcon save(const QStyle *style);
 QIcon print();
 QIcon help(const QStyle *style);
+/// The program's own icon: a loudspeaker sending out a message.
+QIcon application();
 } // namespace ToolbarIcons

@@ -7,6 +7,7 @@
 #include "SingleInstance.h"
 #include "ToolbarIcons.h"
 #include "frmAbout.h"
+#include "frmEdit.h"
 #include "frmSplash.h"
 
 #include <QAction>
@@ -243,10 +244,21 @@ void frmMain::mnuOpen_Click()
 
 void frmMain::showProjectWindow()
 {
-    const SharedState &state = m_context.state;
-    setProjectMenusVisible(true);
-    setWindowTitle(QStringLiteral("DQ-480 Setting Software : ") + state.CurrentFilePath);
+    auto *edit = new frmEdit(m_context, *m_projectCommands, m_mdiArea);
+    connect(edit, &frmEdit::projectMenusVisible, this, &frmMain::setProjectMenusVisible);
+    connect(edit, &frmEdit::captionChanged, this, &QWidget::setWindowTitle);
+    m_editWindow = edit;
+    edit->Form_Load();
+    QMdiSubWindow *frame = m_mdiArea->addSubWindow(edit);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    frame->resize(edit->sizeHint().expandedTo(QSize(600, 460)));
+    edit->show();
     refreshFileDisplays();
+}
+
+frmEdit *frmMain::editWindow() const
+{
+    return m_editWindow;
 }
 
 void frmMain::mnuSave_Click()
@@ -261,8 +273,8 @@ void frmMain::mnuSave_as_Click()
 
 void frmMain::mnuCardWrite_Click()
 {
-    m_context.msgBox.show(QStringLiteral("Card write is not available yet."), MsgBox::Buttons::Ok,
-                          MsgBox::Icon::Information);
+    if (m_editWindow)
+        m_editWindow->cmdCaWrite_Click();
 }
 
 void frmMain::showPrintNotAvailable()

@@ -14,6 +14,7 @@ class QMdiArea;
 class QMenu;
 class QTimer;
 class SingleInstance;
+class frmEdit;
 class frmSplash;
 
 /// The frame of the program: menus, toolbar, status bar and the area the project's windows live in.
@@ -32,6 +33,8 @@ public:
 
     QMdiArea *mdiArea() const { return m_mdiArea; }
     ProjectCommands &projectCommands() const { return *m_projectCommands; }
+    /// The open project's card edit window, or null.
+    frmEdit *editWindow() const;
 
     /// Shows or hides the menu items and toolbar buttons that need an open project.
     void setProjectMenusVisible(bool visible);
@@ -74,6 +77,7 @@ private:
     QMdiArea *m_mdiArea;
     QTimer *m_timer1;
     QPointer<frmSplash> m_splash;
+    QPointer<frmEdit> m_editWindow;
     QLabel *m_fileNameDisplay = nullptr;
     QLabel *m_folderDisplay = nullptr;
     QAction *m_mnuSvSet = nullptr;

@@ -1,0 +1,64 @@
+#include "ProgramNumberField.h"
+
+#include "MsgBox.h"
+#include "ProgramNumberText.h"
+
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+ProgramNumberField::ProgramNumberField(QLineEdit *text, QScrollBar *bar, MsgBox &msgBox, QObject *parent)
+    : QObject(parent)
+    , m_text(text)
+    , m_bar(bar)
+    , m_msgBox(msgBox)
+{
+    m_bar->setRange(ProgramNumberText::barFromNumber(ProgramNumberText::Last),
+                    ProgramNumberText::barFromNumber(ProgramNumberText::First));
+    m_bar->setSingleStep(1);
+    m_bar->setPageStep(8);
+    connect(m_bar, &QScrollBar::valueChanged, this, &ProgramNumberField::barMoved);
+    connect(m_text, &QLineEdit::editingFinished, this, &ProgramNumberField::check);
+}
+
+int ProgramNumberField::number() const
+{
+    return ProgramNumberText::numberFromBar(m_bar->value());
+}
+
+QString ProgramNumberField::text() const
+{
+    return m_text->text();
+}
+
+void ProgramNumberField::setNumber(int number)
+{
+    const QSignalBlocker block(m_bar);
+    m_bar->setValue(ProgramNumberText::barFromNumber(number));
+    m_text->setText(ProgramNumberText::format(number));
+    m_checkedText = m_text->text();
+}
+
+void ProgramNumberField::barMoved(int value)
+{
+    m_text->setText(ProgramNumberText::format(ProgramNumberText::numberFromBar(value)));
+    m_checkedText = m_text->text();
+}
+
+bool ProgramNumberField::check()
+{
+    if (m_text->text() == m_checkedText)
+        return true;
+    const std::optional<int> typed = ProgramNumberText::parse(m_text->text());
+    if (!typed) {
+        m_checkedText = ProgramNumberText::format(number());
+        m_text->setText(m_checkedText);
+        m_msgBox.show(QStringLiteral("Incorrect value has been entered."));
+        return false;
+    }
+    // The typed text stays as the operator wrote it ("p07"); the bar follows it.
+    m_checkedText = m_text->text();
+    const QSignalBlocker block(m_bar);
+    m_bar->setValue(ProgramNumberText::barFromNumber(*typed));
+    return true;
+}

@@ -1,0 +1,570 @@
+#include "frmEdit.h"
+
+#include "DialogLayout.h"
+#include "MsgBox.h"
+#include "PathText.h"
+#include "ProgramNumberField.h"
+#include "ProgramNumberText.h"
+#include "ProjectCommands.h"
+#include "ProjectFile.h"
+#include "SentenceTable.h"
+#include "SharedState.h"
+#include "TextChecks.h"
+#include "frmProg.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTabWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
+constexpr int CardCheckMilliseconds = 1000;
+constexpr int FirstSlotAbove128 = 128;
+
+QString explanationForDisplay(const QString &stored)
+{
+    return QString(stored).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
+QString explanationForStorage(const QString &shown)
+{
+    return QString(shown).replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+}
+
+QLineEdit *namedLineEdit(const char *objectName, QWidget *parent)
+{
+    auto *edit = new QLineEdit(parent);
+    edit->setObjectName(QLatin1String(objectName));
+    return edit;
+}
+
+// A number box with its upside-down bar beside it, as one unit in a layout.
+QWidget *numberBox(QLineEdit *text, QScrollBar *bar, QWidget *parent)
+{
+    auto *box = new QWidget(parent);
+    auto *row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2);
+    text->setFixedWidth(70);
+    bar->setFixedHeight(text->sizeHint().height());
+    row->addWidget(text);
+    row->addWidget(bar);
+    box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return box;
+}
+
+QScrollBar *numberBar(const char *objectName, const QString &accessibleName, QWidget *parent)
+{
+    auto *bar = new QScrollBar(Qt::Vertical, parent);
+    bar->setObjectName(QLatin1String(objectName));
+    bar->setAccessibleName(accessibleName);
+    return bar;
+}
+
+} // namespace
+
+frmEdit::frmEdit(AppContext &context, ProjectCommands &commands, QMdiArea *mdiArea, QWidget *parent)
+    : QWidget(parent)
+    , m_context(context)
+    , m_commands(commands)
+    , m_mdiArea(mdiArea)
+    , m_programWindows(new ProgramWindowTable(this))
+    , m_timCardC(new QTimer(this))
+{
+    setObjectName(QStringLiteral("frmEdit"));
+    m_mainTab = new QTabWidget(this);
+    m_mainTab->setObjectName(QStringLiteral("MainTab"));
+    m_mainTab->addTab(buildProgramTab(), QStringLiteral("Program"));
+    m_mainTab->addTab(buildCardEditTab(), QStringLiteral("Card Edit"));
+    m_mainTab->addTab(buildDataInformationTab(), QStringLiteral("Data information"));
+
+    m_cmdCaWrite = namedButton(QStringLiteral("Card write"), "cmdCaWrite", this);
+    auto *cmdSave = namedButton(QStringLiteral("Save"), "cmdSave", this);
+    auto *cmdClose = namedButton(QStringLiteral("Exit"), "cmdClose", this);
+    auto *cmdEditApp = namedButton(QStringLiteral("Apply"), "cmdEditApp", this);
+    connect(m_cmdCaWrite, &QPushButton::clicked, this, &frmEdit::cmdCaWrite_Click);
+    connect(cmdSave, &QPushButton::clicked, this, &frmEdit::cmdSave_Click);
+    connect(cmdClose, &QPushButton::clicked, this, &frmEdit::cmdClose_Click);
+    connect(cmdEditApp, &QPushButton::clicked, this, &frmEdit::cmdEditApp_Click);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_mainTab);
+    layout->addLayout(buttonRow({m_cmdCaWrite, cmdSave, cmdClose, cmdEditApp}));
+
+    m_timCardC->setObjectName(QStringLiteral("timCardC"));
+    m_timCardC->setInterval(CardCheckMilliseconds);
+    connect(m_timCardC, &QTimer::timeout, this, &frmEdit::timCardC_Timer);
+    connect(&m_commands, &ProjectCommands::fileDisplaysChanged, this, &frmEdit::refreshFileLabels);
+}
+
+frmEdit::~frmEdit() = default;
+
+QWidget *frmEdit::buildProgramTab()
+{
+    auto *tab = new QWidget;
+    auto *fraEdit = new QGroupBox(QStringLiteral("Program edit"), tab);
+    fraEdit->setObjectName(QStringLiteral("fraTPrgEdit"));
+    m_txtTPrgNo = namedLineEdit("txtTPrgNo", fraEdit);
+    auto *scrTPrgNo = numberBar("scrTPrgNo", QStringLiteral("Program No: up or down"), fraEdit);
+    auto *lblPrgNo = new QLabel(QStringLiteral("Program No:"), fraEdit);
+    lblPrgNo->setBuddy(m_txtTPrgNo);
+    auto *cmdTPrgNo = namedButton(QStringLiteral("Open"), "cmdTPrgNo", fraEdit);
+    auto *editRow = new QHBoxLayout(fraEdit);
+    editRow->addWidget(lblPrgNo);
+    editRow->addWidget(numberBox(m_txtTPrgNo, scrTPrgNo, fraEdit));
+    editRow->addSpacing(12);
+    editRow->addWidget(cmdTPrgNo);
+    editRow->addStretch();
+
+    auto *fraCopy = new QGroupBox(QStringLiteral("Program copying"), tab);
+    fraCopy->setObjectName(QStringLiteral("fraTPrgCpy"));
+    m_txtTPrgCpy = namedLineEdit("txtTPrgCpy", fraCopy);
+    m_txtTPrgCpy->setAccessibleName(QStringLiteral("Copy from program"));
+    m_txtTprgCpy2 = namedLineEdit("txtTprgCpy2", fraCopy);
+    m_txtTprgCpy2->setAccessibleName(QStringLiteral("Copy to program"));
+    auto *scrTprgCpy = numberBar("scrTprgCpy", QStringLiteral("Copy from program: up or down"), fraCopy);
+    auto *scrTPrgCpy2 = numberBar("scrTPrgCpy2", QStringLiteral("Copy to program: up or down"), fraCopy);
+    auto *arrow = new QLabel(QStringLiteral("   ---->"), fraCopy);
+    auto *cmdTPrgCpy = namedButton(QStringLiteral("Execute"), "cmdTPrgCpy", fraCopy);
+    auto *copyRow = new QHBoxLayout(fraCopy);
+    copyRow->addWidget(numberBox(m_txtTPrgCpy, scrTprgCpy, fraCopy));
+    copyRow->addWidget(arrow);
+    copyRow->addWidget(numberBox(m_txtTprgCpy2, scrTPrgCpy2, fraCopy));
+    copyRow->addSpacing(12);
+    copyRow->addWidget(cmdTPrgCpy);
+    copyRow->addStretch();
+
+    m_prgNo = new ProgramNumberField(m_txtTPrgNo, scrTPrgNo, m_context.msgBox, this);
+    m_prgCpy = new ProgramNumberField(m_txtTPrgCpy, scrTprgCpy, m_context.msgBox, this);
+    m_prgCpy2 = new ProgramNumberField(m_txtTprgCpy2, scrTPrgCpy2, m_context.msgBox, this);
+    connect(cmdTPrgNo, &QPushButton::clicked, this, &frmEdit::cmdTPrgNo_Click);
+    connect(cmdTPrgCpy, &QPushButton::clicked, this, &frmEdit::cmdTPrgCpy_Click);
+    // Enter in the program number opens that program.
+    connect(m_txtTPrgNo, &QLineEdit::returnPressed, this, [this] {
+        if (txtTPrgNo_LostFocus())
+            cmdTPrgNo_Click();
+    });
+
+    auto *layout = new QVBoxLayout(tab);
+    layout->addWidget(fraEdit);
+    layout->addWidget(fraCopy);
+    layout->addStretch();
+    return tab;
+}
+
+QWidget *frmEdit::buildCardEditTab()
+{
+    auto *tab = new QWidget;
+    auto *lblSlotCaption = new QLabel(QStringLiteral("Slot"), tab);
+    m_lblSlot = new QLabel(tab);
+    m_lblSlot->setObjectName(QStringLiteral("lblSlot"));
+    m_lblSlot->setAccessibleName(QStringLiteral("Slot"));
+    lblSlotCaption->setBuddy(m_lblSlot);
+
+    auto *fraFormat = new QGroupBox(QStringLiteral("Card format"), tab);
+    fraFormat->setObjectName(QStringLiteral("fraTCaFormat"));
+    m_opt512 = new QRadioButton(QStringLiteral("512 sentence"), fraFormat);
+    m_opt512->setObjectName(QStringLiteral("optSize_0"));
+    m_opt128 = new QRadioButton(QStringLiteral("128 sentence"), fraFormat);
+    m_opt128->setObjectName(QStringLiteral("optSize_1"));
+    m_cmdTCaFormat = namedButton(QStringLiteral("Start"), "cmdTCaFormat", fraFormat);
+    m_cmdTCaFormat->setAccessibleDescription(QStringLiteral("Card format"));
+    auto *formatRow = new QHBoxLayout(fraFormat);
+    formatRow->addWidget(m_opt512);
+    formatRow->addWidget(m_opt128);
+    formatRow->addStretch();
+    formatRow->addWidget(m_cmdTCaFormat);
+    connect(m_opt512, &QRadioButton::clicked, this, &frmEdit::optSize_Click);
+    connect(m_opt128, &QRadioButton::clicked, this, &frmEdit::optSize_Click);
+    connect(m_cmdTCaFormat, &QPushButton::clicked, this, &frmEdit::cmdTCaFormat_Click);
+
+    auto *fraCopy = new QGroupBox(QStringLiteral("Sentence data copy"), tab);
+    fraCopy->setObjectName(QStringLiteral("fraTSentence"));
+    m_cmdTPcCa = namedButton(QStringLiteral("Start"), "cmdTPcCa", fraCopy);
+    m_cmdTPcCa->setAccessibleDescription(QStringLiteral("PC -> Card"));
+    m_cmdTCaPc = namedButton(QStringLiteral("Start"), "cmdTCaPc", fraCopy);
+    m_cmdTCaPc->setAccessibleDescription(QStringLiteral("Card -> PC"));
+    auto *copyGrid = new QGridLayout(fraCopy);
+    copyGrid->addWidget(new QLabel(QStringLiteral("PC -> Card"), fraCopy), 0, 0);
+    copyGrid->addWidget(m_cmdTPcCa, 0, 1);
+    copyGrid->addWidget(new QLabel(QStringLiteral("Card -> PC"), fraCopy), 1, 0);
+    copyGrid->addWidget(m_cmdTCaPc, 1, 1);
+    copyGrid->setColumnStretch(2, 1);
+    connect(m_cmdTPcCa, &QPushButton::clicked, this, &frmEdit::cmdTPcCa_Click);
+    connect(m_cmdTCaPc, &QPushButton::clicked, this, &frmEdit::cmdTCaPc_Click);
+
+    auto *fraName = new QGroupBox(QStringLiteral("Card name"), tab);
+    fraName->setObjectName(QStringLiteral("fraTCaName"));
+    m_txtTCaName = namedLineEdit("txtTCaName", fraName);
+    auto *lblCardName = new QLabel(QStringLiteral("Card name:"), fraName);
+    lblCardName->setBuddy(m_txtTCaName);
+    auto *nameRow = new QHBoxLayout(fraName);
+    nameRow->addWidget(lblCardName);
+    nameRow->addWidget(m_txtTCaName, 1);
+    connect(m_txtTCaName, &QLineEdit::textEdited, this, &frmEdit::txtTCaName_Change);
+
+    m_fraProtect = new QGroupBox(QStringLiteral("Write protect"), tab);
+    m_fraProtect->setObjectName(QStringLiteral("fraTCaProt"));
+    auto *lblProtect = new QLabel(QStringLiteral("Software write protect"), m_fraProtect);
+    m_cmdTCaProtOn = namedButton(QStringLiteral("ON"), "cmdTCaProtOn", m_fraProtect);
+    m_cmdTCaProtOff = namedButton(QStringLiteral("OFF"), "cmdTCaProtOff", m_fraProtect);
+    auto *protectRow = new QHBoxLayout(m_fraProtect);
+    protectRow->addWidget(lblProtect);
+    protectRow->addStretch();
+    protectRow->addWidget(m_cmdTCaProtOn);
+    protectRow->addWidget(m_cmdTCaProtOff);
+    connect(m_cmdTCaProtOn, &QPushButton::clicked, this, &frmEdit::cmdTCaProtOn_Click);
+    connect(m_cmdTCaProtOff, &QPushButton::clicked, this, &frmEdit::cmdTCaProtOff_Click);
+
+    auto *slotRow = new QHBoxLayout;
+    slotRow->addWidget(lblSlotCaption);
+    slotRow->addWidget(m_lblSlot, 1);
+    auto *layout = new QVBoxLayout(tab);
+    layout->addLayout(slotRow);
+    layout->addWidget(fraFormat);
+    layout->addWidget(fraCopy);
+    layout->addWidget(fraName);
+    layout->addWidget(m_fraProtect);
+    layout->addStretch();
+    return tab;
+}
+
+QWidget *frmEdit::buildDataInformationTab()
+{
+    auto *tab = new QWidget;
+    m_lblFileName = new QLabel(tab);
+    m_lblFileName->setObjectName(QStringLiteral("lblFileName"));
+    m_lblFileLocation = new QLabel(tab);
+    m_lblFileLocation->setObjectName(QStringLiteral("lblFileLocation"));
+    m_txtName = namedLineEdit("txtName", tab);
+    m_txtNo = namedLineEdit("txtNo", tab);
+    m_txtExp = new QPlainTextEdit(tab);
+    m_txtExp->setObjectName(QStringLiteral("txtExp"));
+    m_txtExp->setTabChangesFocus(true);
+    auto *form = new QFormLayout(tab);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->addRow(QStringLiteral("Filename:"), m_lblFileName);
+    form->addRow(QStringLiteral("File location:"), m_lblFileLocation);
+    form->addRow(QStringLiteral("Project name:"), m_txtName);
+    form->addRow(QStringLiteral("Creator:"), m_txtNo);
+    form->addRow(QStringLiteral("Explanation:"), m_txtExp);
+    connect(m_txtName, &QLineEdit::textEdited, this, &frmEdit::txtName_Change);
+    connect(m_txtNo, &QLineEdit::textEdited, this, &frmEdit::txtNo_Change);
+    connect(m_txtExp, &QPlainTextEdit::textChanged, this, &frmEdit::txtExp_Change);
+    return tab;
+}
+
+void frmEdit::Form_Load()
+{
+    SharedState &state = m_context.state;
+    m_prgNo->setNumber(1);
+    m_txtTPrgNo->setText(QStringLiteral("P01"));
+    m_prgCpy->setNumber(1);
+    m_prgCpy2->setNumber(2);
+
+    qint16 &attribute = state.SettingBuffer.CardAttribute;
+    (attribute & SettingData::Attribute512Sentences ? m_opt512 : m_opt128)->setChecked(true);
+    m_txtTCaName->setText(state.SettingBuffer.CardName);
+    m_validCardName = m_txtTCaName->text();
+
+    // The protection cannot be changed in this window; a protected card keeps only that bit in
+    // the working copy. Both are how this window has always behaved.
+    m_cmdTCaProtOn->setEnabled(false);
+    m_cmdTCaProtOff->setEnabled(false);
+    m_fraProtect->setVisible(false);
+    if (attribute & SettingData::AttributeWriteProtect)
+        attribute = static_cast<qint16>(attribute & SettingData::AttributeWriteProtect);
+
+    refreshFileLabels();
+    const SettingData &setting = state.Setting;
+    m_txtName->setText(setting.ProjectName);
+    m_validName = setting.ProjectName;
+    m_txtNo->setText(setting.Creator);
+    m_validExplanation = setting.Explanation;
+    m_txtExp->setPlainText(explanationForDisplay(setting.Explanation));
+    if (!setting.ProjectName.isEmpty())
+        QDir().mkpath(joinPath(state.AppPath, setting.ProjectName));
+
+    emit projectMenusVisible(true);
+    const QString file = state.CurrentFilePath.isEmpty() ? QStringLiteral("New File") : state.CurrentFilePath;
+    emit captionChanged(QStringLiteral("DQ-480 Setting Software : ") + file);
+    setWindowTitle(state.ProjectFileName);
+    setCardButtonsEnabled(state.CardSlotValid);
+    timCardC_Timer();
+    m_timCardC->start();
+    state.EditWindowLoaded = true;
+}
+
+bool frmEdit::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        Form_GotFocus();
+    return QWidget::event(event);
+}
+
+void frmEdit::Form_GotFocus()
+{
+    refreshFileLabels();
+}
+
+void frmEdit::refreshFileLabels()
+{
+    const SharedState &state = m_context.state;
+    m_lblFileName->setText(state.ProjectFileName);
+    m_lblFileLocation->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
+    m_lblFileLocation->setToolTip(state.ProjectFolder);
+    setWindowTitle(state.ProjectFileName);
+}
+
+void frmEdit::optSize_Click()
+{
+    SharedState &state = m_context.state;
+    qint16 &attribute = state.SettingBuffer.CardAttribute;
+    if (m_opt512->isChecked()) {
+        attribute = static_cast<qint16>(attribute | SettingData::Attribute512Sentences);
+    } else {
+        if (sentenceSlotsUsedFrom(state.SettingBuffer, FirstSlotAbove128)
+            || sentenceSlotsUsedFrom(state.Setting, FirstSlotAbove128)) {
+            if (!m_context.msgBox.confirm(QStringLiteral("Delete message file 129 - 512"))) {
+                m_opt512->setChecked(true);
+                return;
+            }
+            clearSentenceSlotsFrom(state.SettingBuffer, FirstSlotAbove128);
+            clearSentenceSlotsFrom(state.Setting, FirstSlotAbove128);
+        }
+        attribute = static_cast<qint16>(attribute & ~SettingData::Attribute512Sentences);
+    }
+    state.Setting.CardAttribute = attribute;
+}
+
+void frmEdit::cmdTCaProtOn_Click()
+{
+    m_cmdTCaProtOn->setEnabled(false);
+    m_cmdTCaProtOff->setEnabled(true);
+    SharedState &state = m_context.state;
+    state.SettingBuffer.CardAttribute
+        = static_cast<qint16>(state.SettingBuffer.CardAttribute | SettingData::AttributeWriteProtect);
+    state.Setting.CardAttribute = state.SettingBuffer.CardAttribute;
+}
+
+void frmEdit::cmdTCaProtOff_Click()
+{
+    // Only the working copy loses the bit; the committed copy follows on Apply.
+    m_cmdTCaProtOn->setEnabled(true);
+    m_cmdTCaProtOff->setEnabled(false);
+    SharedState &state = m_context.state;
+    state.SettingBuffer.CardAttribute
+        = static_cast<qint16>(state.SettingBuffer.CardAttribute & ~SettingData::AttributeWriteProtect);
+}
+
+void frmEdit::showNotAvailable(const QString &what)
+{
+    m_context.msgBox.show(what + QStringLiteral(" is not available yet."), MsgBox::Buttons::Ok,
+                          MsgBox::Icon::Information);
+}
+
+void frmEdit::cmdCaWrite_Click()
+{
+    // The slot is a mount point here, not a drive letter: the question names it whole.
+    if (!m_context.msgBox.confirm(QStringLiteral("Write setting file at drive:") + m_context.state.CardSlot
+                                  + QLatin1Char('?')))
+        return;
+    showNotAvailable(QStringLiteral("Card write"));
+}
+
+void frmEdit::cmdTCaFormat_Click()
+{
+    if (!m_context.msgBox.confirm(QStringLiteral("Format start drive: ") + m_context.state.CardSlot))
+        return;
+    showNotAvailable(QStringLiteral("Card format"));
+}
+
+void frmEdit::cmdTPcCa_Click()
+{
+    showNotAvailable(QStringLiteral("Sentence copy PC -> Card"));
+}
+
+void frmEdit::cmdTCaPc_Click()
+{
+    showNotAvailable(QStringLiteral("Sentence copy Card -> PC"));
+}
+
+void frmEdit::cmdSave_Click()
+{
+    SharedState &state = m_context.state;
+    if (!state.SettingEqualsBuffer(SettingSection::All)
+        && !m_context.msgBox.confirm(QStringLiteral("Save changes to DQ-480 Setting Software ")
+                                     + state.CurrentFilePath))
+        return;
+    if (m_commands.SaveProject())
+        refreshFileLabels();
+}
+
+void frmEdit::cmdEditApp_Click()
+{
+    SharedState &state = m_context.state;
+    state.CopyBufferToSetting(SettingSection::All);
+    if (!state.Setting.ProjectName.isEmpty())
+        QDir().mkpath(joinPath(state.AppPath, state.Setting.ProjectName));
+}
+
+void frmEdit::cmdClose_Click()
+{
+    if (auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget()))
+        frame->close();
+    else
+        close();
+}
+
+void frmEdit::setCardButtonsEnabled(bool enabled)
+{
+    m_cmdTCaPc->setEnabled(enabled);
+    m_cmdCaWrite->setEnabled(enabled);
+    m_cmdTCaFormat->setEnabled(enabled);
+}
+
+void frmEdit::timCardC_Timer()
+{
+    const SharedState &state = m_context.state;
+    setCardButtonsEnabled(state.CardSlotValid);
+    m_lblSlot->setText(state.CardSlot.isEmpty() ? QStringLiteral("Nothing") : state.CardSlot);
+}
+
+bool frmEdit::txtTPrgNo_LostFocus()
+{
+    return m_prgNo->check();
+}
+
+bool frmEdit::txtTPrgCpy_LostFocus()
+{
+    return m_prgCpy->check();
+}
+
+bool frmEdit::txtTprgCpy2_LostFocus()
+{
+    return m_prgCpy2->check();
+}
+
+void frmEdit::cmdTPrgNo_Click()
+{
+    ProgramWindowTable &table = *m_programWindows;
+    if (table.ProgramWindowCount >= ProgramWindowTable::MaxOpen) {
+        m_context.msgBox.show(QStringLiteral("Program setting open 8 pattern"));
+        return;
+    }
+    const int number = m_prgNo->number();
+    if (const int open = table.slotShowing(number)) {
+        m_context.msgBox.show(QStringLiteral("This Program number is already open"));
+        if (auto *frame = qobject_cast<QMdiSubWindow *>(table.ProgramWindows[open]->parentWidget()))
+            m_mdiArea->setActiveSubWindow(frame);
+        return;
+    }
+    const int slot = table.firstFreeSlot();
+    auto *window = new frmProg(m_context, table, slot, number);
+    ++table.ProgramWindowCount;
+    table.occupy(slot, window, number);
+    QMdiSubWindow *frame = m_mdiArea->addSubWindow(window);
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+}
+
+void frmEdit::cmdTPrgCpy_Click()
+{
+    if (!m_context.msgBox.confirm(QStringLiteral("Program setting copy ") + m_prgCpy->text()
+                                  + QStringLiteral("->") + m_prgCpy2->text()))
+        return;
+    const std::optional<int> from = ProgramNumberText::numberAfterPrefix(m_prgCpy->text());
+    const std::optional<int> to = ProgramNumberText::numberAfterPrefix(m_prgCpy2->text());
+    if (!from || !to)
+        return;
+    copyProgram(m_context.state.Setting, *from - 1, *to - 1);
+    copyProgram(m_context.state.SettingBuffer, *from - 1, *to - 1);
+}
+
+void frmEdit::txtTCaName_Change(const QString &text)
+{
+    // The card name goes into the card's control file, which commas and the like would break.
+    if (!IsValidFileNameText(text)) {
+        m_context.msgBox.show(IncorrectValue);
+        m_txtTCaName->setText(m_validCardName);
+        return;
+    }
+    m_validCardName = text;
+    m_context.state.SettingBuffer.CardName = text;
+}
+
+void frmEdit::txtName_Change(const QString &text)
+{
+    // The project name is also the name of the project's sentence folder.
+    if (!IsValidFileNameText(text)) {
+        m_context.msgBox.show(IncorrectValue);
+        m_txtName->setText(m_validName);
+        return;
+    }
+    m_validName = text;
+    m_context.state.SettingBuffer.ProjectName = text;
+}
+
+void frmEdit::txtNo_Change(const QString &text)
+{
+    m_context.state.SettingBuffer.Creator = text;
+}
+
+void frmEdit::txtExp_Change()
+{
+    const QString text = explanationForStorage(m_txtExp->toPlainText());
+    if (text == m_validExplanation)
+        return;
+    if (!IsStorableExplanation(text)) {
+        m_context.msgBox.show(IncorrectValue);
+        m_txtExp->setPlainText(explanationForDisplay(m_validExplanation));
+        m_txtExp->moveCursor(QTextCursor::End);
+        return;
+    }
+    m_validExplanation = text;
+    m_context.state.SettingBuffer.Explanation = text;
+}
+
+bool frmEdit::Form_Unload()
+{
+    SharedState &state = m_context.state;
+    if (!state.SettingEqualsBuffer(SettingSection::All)) {
+        if (!m_context.msgBox.confirm(
+                QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
+            return false;
+    } else if (!state.SettingEqualsSaved()) {
+        if (!m_context.msgBox.confirm(
+                QStringLiteral("Updating the setting data has not been continued. Does close it?")))
+            return false;
+    }
+    m_timCardC->stop();
+    m_commands.NewSettingFile();
+    m_programWindows->closeAll();
+    state.CurrentFilePath.clear();
+    emit projectMenusVisible(false);
+    emit captionChanged(QStringLiteral("Arvon DQ-480"));
+    return true;
+}
+
+void frmEdit::closeEvent(QCloseEvent *event)
+{
+    if (m_unloaded || Form_Unload()) {
+        m_unloaded = true;
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}
