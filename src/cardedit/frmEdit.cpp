@@ -494,28 +494,27 @@ void frmEdit::cmdTPrgCpy_Click()
     copyProgram(m_context.state.SettingBuffer, *from - 1, *to - 1);
 }
 
+void frmEdit::takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target)
+{
+    if (!IsValidFileNameText(text)) {
+        m_context.msgBox.show(IncorrectValue);
+        edit->setText(lastValid);
+        return;
+    }
+    lastValid = text;
+    target = text;
+}
+
 void frmEdit::txtTCaName_Change(const QString &text)
 {
     // The card name goes into the card's control file, which commas and the like would break.
-    if (!IsValidFileNameText(text)) {
-        m_context.msgBox.show(IncorrectValue);
-        m_txtTCaName->setText(m_validCardName);
-        return;
-    }
-    m_validCardName = text;
-    m_context.state.SettingBuffer.CardName = text;
+    takeFileNameText(m_txtTCaName, text, m_validCardName, m_context.state.SettingBuffer.CardName);
 }
 
 void frmEdit::txtName_Change(const QString &text)
 {
     // The project name is also the name of the project's sentence folder.
-    if (!IsValidFileNameText(text)) {
-        m_context.msgBox.show(IncorrectValue);
-        m_txtName->setText(m_validName);
-        return;
-    }
-    m_validName = text;
-    m_context.state.SettingBuffer.ProjectName = text;
+    takeFileNameText(m_txtName, text, m_validName, m_context.state.SettingBuffer.ProjectName);
 }
 
 void frmEdit::txtNo_Change(const QString &text)
@@ -540,20 +539,13 @@ void frmEdit::txtExp_Change()
 
 bool frmEdit::Form_Unload()
 {
-    SharedState &state = m_context.state;
-    if (!state.SettingEqualsBuffer(SettingSection::All)) {
-        if (!m_context.msgBox.confirm(
-                QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
-            return false;
-    } else if (!state.SettingEqualsSaved()) {
-        if (!m_context.msgBox.confirm(
-                QStringLiteral("Updating the setting data has not been continued. Does close it?")))
-            return false;
-    }
+    const QString question = pendingWorkQuestion(m_context.state);
+    if (!question.isEmpty() && !m_context.msgBox.confirm(question))
+        return false;
     m_timCardC->stop();
     m_commands.NewSettingFile();
     m_programWindows->closeAll();
-    state.CurrentFilePath.clear();
+    m_context.state.CurrentFilePath.clear();
     emit projectMenusVisible(false);
     emit captionChanged(QStringLiteral("Arvon DQ-480"));
     return true;

@@ -50,6 +50,15 @@ bool SaveProjectTo(SharedState &state, const QString &path, QString &error)
     return true;
 }
 
+QString pendingWorkQuestion(const SharedState &state)
+{
+    if (!state.SettingEqualsBuffer(SettingSection::All))
+        return QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
+    if (!state.SettingEqualsSaved())
+        return QStringLiteral("Updating the setting data has not been continued. Does close it?");
+    return QString();
+}
+
 QString folderDisplayText(const QString &fileName, const QString &folder)
 {
     if (fileName.isEmpty() || fileName == QLatin1String("New File"))

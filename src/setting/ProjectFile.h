@@ -26,6 +26,10 @@ bool saveNeedsNewName(const SharedState &state);
 /// names the file and the reason.
 bool SaveProjectTo(SharedState &state, const QString &path, QString &error);
 
+/// The question to ask before the project is closed: about edits not yet applied, or about applied
+/// changes not yet saved; empty when nothing would be lost.
+QString pendingWorkQuestion(const SharedState &state);
+
 /// The folder as the file displays show it: empty for a new project, whole up to 30 characters,
 /// else its first 15 characters, "..." and its last 13.
 QString folderDisplayText(const QString &fileName, const QString &folder);

@@ -329,15 +329,10 @@ void frmMain::refreshFileDisplays()
 
 bool frmMain::MDIForm_Unload()
 {
-    SharedState &state = m_context.state;
-    const bool applied = state.SettingEqualsBuffer(SettingSection::All);
-    const bool saved = state.SettingEqualsSaved();
-    if (applied && saved) {
-        state.NewSetting();
+    const QString question = pendingWorkQuestion(m_context.state);
+    if (question.isEmpty()) {
+        m_context.state.NewSetting();
     } else {
-        const QString question = applied
-            ? QStringLiteral("Updating the setting data has not been continued. Does close it?")
-            : QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
         if (!m_context.msgBox.confirm(question))
             return false;
         m_projectCommands->NewSettingFile();

@@ -16,10 +16,6 @@
 
 namespace {
 
-const QString ContentsQuestion
-    = QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
-const QString SettingQuestion
-    = QStringLiteral("Updating the setting data has not been continued. Does close it?");
 const QString Incorrect = QStringLiteral("Incorrect value has been entered.");
 
 } // namespace

@@ -18,10 +18,6 @@
 namespace {
 
 const QString Example = QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf");
-const QString ContentsQuestion
-    = QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
-const QString SettingQuestion
-    = QStringLiteral("Updating the setting data has not been continued. Does close it?");
 
 } // namespace
 
