@@ -2,6 +2,7 @@
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
+#include "NumberBox.h"
 #include "PathText.h"
 #include "ProgramNumberField.h"
 #include "ProgramNumberText.h"
@@ -10,6 +11,7 @@
 #include "SentenceTable.h"
 #include "SharedState.h"
 #include "TextChecks.h"
+#include "WindowFrame.h"
 #include "frmProg.h"
 
 #include <QCloseEvent>
@@ -42,36 +44,6 @@ QString explanationForDisplay(const QString &stored)
 QString explanationForStorage(const QString &shown)
 {
     return QString(shown).replace(QLatin1Char('\n'), QLatin1String("\r\n"));
-}
-
-QLineEdit *namedLineEdit(const char *objectName, QWidget *parent)
-{
-    auto *edit = new QLineEdit(parent);
-    edit->setObjectName(QLatin1String(objectName));
-    return edit;
-}
-
-// A number box with its upside-down bar beside it, as one unit in a layout.
-QWidget *numberBox(QLineEdit *text, QScrollBar *bar, QWidget *parent)
-{
-    auto *box = new QWidget(parent);
-    auto *row = new QHBoxLayout(box);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(2);
-    text->setFixedWidth(70);
-    bar->setFixedHeight(text->sizeHint().height());
-    row->addWidget(text);
-    row->addWidget(bar);
-    box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    return box;
-}
-
-QScrollBar *numberBar(const char *objectName, const QString &accessibleName, QWidget *parent)
-{
-    auto *bar = new QScrollBar(Qt::Vertical, parent);
-    bar->setObjectName(QLatin1String(objectName));
-    bar->setAccessibleName(accessibleName);
-    return bar;
 }
 
 } // namespace
@@ -423,10 +395,7 @@ void frmEdit::cmdEditApp_Click()
 
 void frmEdit::cmdClose_Click()
 {
-    if (auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget()))
-        frame->close();
-    else
-        close();
+    closeWindowFrame(this);
 }
 
 void frmEdit::setCardButtonsEnabled(bool enabled)
@@ -473,11 +442,14 @@ void frmEdit::cmdTPrgNo_Click()
         return;
     }
     const int slot = table.firstFreeSlot();
-    auto *window = new frmProg(m_context, table, slot, number);
+    auto *window = new frmProg(m_context, table, slot, number, m_mdiArea);
     ++table.ProgramWindowCount;
     table.occupy(slot, window, number);
     QMdiSubWindow *frame = m_mdiArea->addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
+    // Program windows cascade from the top left, each slot a little further in.
+    constexpr int CascadeStep = 28;
+    frame->move(CascadeStep * slot, CascadeStep * slot);
     window->show();
 }
 

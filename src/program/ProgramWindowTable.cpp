@@ -1,5 +1,7 @@
 #include "ProgramWindowTable.h"
 
+#include "WindowFrame.h"
+
 #include <QMdiSubWindow>
 
 int ProgramWindowTable::slotShowing(int number) const
@@ -38,13 +40,7 @@ void ProgramWindowTable::release(int slot)
 void ProgramWindowTable::closeAll()
 {
     for (int slot = 1; slot <= MaxOpen; ++slot) {
-        QWidget *window = ProgramWindows[slot];
-        if (!window)
-            continue;
-        // A window inside the main window closes with its frame.
-        if (auto *frame = qobject_cast<QMdiSubWindow *>(window->parentWidget()))
-            frame->close();
-        else
-            window->close();
+        if (ProgramWindows[slot])
+            closeWindowFrame(ProgramWindows[slot]);
     }
 }

@@ -1,30 +1,57 @@
 #include "frmProg.h"
 
+#include "DialogLayout.h"
+#include "MsgBox.h"
+#include "NumberBox.h"
 #include "ProgramNumberText.h"
+#include "ProgramOptionWord.h"
 #include "ProgramWindowTable.h"
+#include "SharedState.h"
+#include "WindowFrame.h"
+#include "frmStep.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QRadioButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
-frmProg::frmProg(AppContext &context, ProgramWindowTable &table, int slot, int programNumber, QWidget *parent)
+namespace Word = ProgramOptionWord;
+namespace Rules = ProgramFieldRules;
+
+namespace {
+
+const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
+constexpr int ProgramNameLength = 20;
+
+QRadioButton *namedRadio(const QString &caption, const char *objectName, QWidget *parent)
+{
+    auto *radio = new QRadioButton(caption, parent);
+    radio->setObjectName(QLatin1String(objectName));
+    return radio;
+}
+
+} // namespace
+
+frmProg::frmProg(AppContext &context, ProgramWindowTable &table, int slot, int programNumber,
+                 QMdiArea *mdiArea, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
     , m_table(&table)
     , m_slot(slot)
     , m_programNumber(programNumber)
-    , m_lblPrgNo(new QLabel(this))
+    , m_p(programNumber - 1)
+    , m_mdiArea(mdiArea)
 {
     setObjectName(QStringLiteral("frmProg"));
     setAttribute(Qt::WA_DeleteOnClose);
-    const QString number = ProgramNumberText::format(programNumber);
-    setWindowTitle(number);
-    m_lblPrgNo->setObjectName(QStringLiteral("lblPrgNo"));
-    m_lblPrgNo->setText(QStringLiteral("Program No:") + number);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(m_lblPrgNo);
-    layout->addStretch();
-    resize(420, 300);
+    buildControls();
+    Form_Load();
 }
 
 frmProg::~frmProg()
@@ -33,10 +60,456 @@ frmProg::~frmProg()
         m_table->release(m_slot);
 }
 
+void frmProg::buildControls()
+{
+    m_lblProgNo = new QLabel(this);
+    m_lblProgNo->setObjectName(QStringLiteral("lblProgNo"));
+    m_txtProgName = namedLineEdit("txtProgName", this);
+    m_txtProgName->setMaxLength(ProgramNameLength);
+    auto *lblProgName = new QLabel(QStringLiteral("Program name:"), this);
+    lblProgName->setObjectName(QStringLiteral("lblProgName"));
+    lblProgName->setBuddy(m_txtProgName);
+    m_cmbPrgMethod = new QComboBox(this);
+    m_cmbPrgMethod->setObjectName(QStringLiteral("cmbPrgMethod"));
+    auto *lblProgMethod = new QLabel(QStringLiteral("Playback method"), this);
+    lblProgMethod->setObjectName(QStringLiteral("lblProgMethod"));
+    lblProgMethod->setBuddy(m_cmbPrgMethod);
+
+    m_fraPrg1 = new QGroupBox(QStringLiteral("Repeat"), this);
+    m_fraPrg1->setObjectName(QStringLiteral("fraPrg1"));
+    m_txtPrgNo = namedLineEdit("txtPrgNo", m_fraPrg1);
+    m_vscNo = numberBar("vscNo", QStringLiteral("Repeat No: up or down"), m_fraPrg1);
+    m_vscNo->setRange(0, Rules::CountBarMax);
+    m_lblPrgNo = new QLabel(QStringLiteral("Repeat No:"), m_fraPrg1);
+    m_lblPrgNo->setObjectName(QStringLiteral("lblPrgNo"));
+    m_lblPrgNo->setBuddy(m_txtPrgNo);
+    auto *repeatRow = new QHBoxLayout(m_fraPrg1);
+    repeatRow->addWidget(m_lblPrgNo);
+    repeatRow->addWidget(numberBox(m_txtPrgNo, m_vscNo, m_fraPrg1));
+    repeatRow->addStretch();
+
+    m_fraPrg2 = new QGroupBox(QStringLiteral("Interval"), this);
+    m_fraPrg2->setObjectName(QStringLiteral("fraPrg2"));
+    m_txtPrgInt = namedLineEdit("txtPrgInt", m_fraPrg2);
+    m_vscInt = numberBar("vscInt", QStringLiteral("Interval: up or down"), m_fraPrg2);
+    m_lblPrgInt = new QLabel(QStringLiteral("Interval timer:"), m_fraPrg2);
+    m_lblPrgInt->setObjectName(QStringLiteral("lblPrgInt"));
+    m_lblPrgInt->setBuddy(m_txtPrgInt);
+    m_optPrgInt[0] = namedRadio(QStringLiteral("sec"), "optPrgInt_0", m_fraPrg2);
+    m_optPrgInt[1] = namedRadio(QStringLiteral("min"), "optPrgInt_1", m_fraPrg2);
+    auto *intervalRow = new QHBoxLayout(m_fraPrg2);
+    intervalRow->addWidget(m_lblPrgInt);
+    intervalRow->addWidget(numberBox(m_txtPrgInt, m_vscInt, m_fraPrg2));
+    intervalRow->addWidget(m_optPrgInt[0]);
+    intervalRow->addWidget(m_optPrgInt[1]);
+    intervalRow->addStretch();
+
+    m_fraPrg3 = new QGroupBox(QStringLiteral("Interval busy"), this);
+    m_fraPrg3->setObjectName(QStringLiteral("fraPrg3"));
+    m_optPrgBusy[0] = namedRadio(QStringLiteral("ON"), "optPrgBusy_0", m_fraPrg3);
+    m_optPrgBusy[1] = namedRadio(QStringLiteral("OFF"), "optPrgBusy_1", m_fraPrg3);
+    auto *busyRow = new QHBoxLayout(m_fraPrg3);
+    busyRow->addWidget(m_optPrgBusy[0]);
+    busyRow->addWidget(m_optPrgBusy[1]);
+    busyRow->addStretch();
+
+    m_txtAutoVol = namedLineEdit("txtAutoVol", this);
+    m_txtAutoVol->setMaxLength(1);
+    m_vsAutoVol = numberBar("vsAutoVol", QStringLiteral("Output level: up or down"), this);
+    m_vsAutoVol->setRange(0, 9);
+    auto *lblAutoVol = new QLabel(QStringLiteral("Output level"), this);
+    lblAutoVol->setObjectName(QStringLiteral("lblAutoVol"));
+    lblAutoVol->setBuddy(m_txtAutoVol);
+
+    m_cmdProgStep = namedButton(QStringLiteral("Step input"), "cmdProgStep", this);
+    auto *cmdPrint = namedButton(QStringLiteral("Print"), "cmdPrint", this);
+    auto *cmdProgOk = namedButton(QStringLiteral("OK"), "cmdProgOk", this);
+    auto *cmdProgClose = namedButton(QStringLiteral("Cancel"), "cmdProgClose", this);
+    m_cmdProgSave = namedButton(QStringLiteral("Apply"), "cmdProgSave", this);
+
+    auto *form = new QGridLayout;
+    form->addWidget(lblProgName, 0, 0);
+    form->addWidget(m_txtProgName, 0, 1);
+    form->addWidget(lblProgMethod, 1, 0);
+    form->addWidget(m_cmbPrgMethod, 1, 1);
+    form->addWidget(lblAutoVol, 2, 0);
+    form->addWidget(numberBox(m_txtAutoVol, m_vsAutoVol, this, 40), 2, 1, Qt::AlignLeft);
+    form->setColumnStretch(2, 1);
+    // The frames keep their places while hidden, so the window does not jump between methods.
+    for (QGroupBox *frame : {m_fraPrg1, m_fraPrg2, m_fraPrg3}) {
+        QSizePolicy policy = frame->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        frame->setSizePolicy(policy);
+    }
+    auto *frames = new QGridLayout;
+    frames->addWidget(m_fraPrg2, 0, 0, 1, 2);
+    frames->addWidget(m_fraPrg1, 1, 0);
+    frames->addWidget(m_fraPrg3, 1, 1);
+    auto *buttons = buttonRow({cmdProgOk, cmdProgClose, m_cmdProgSave});
+    buttons->insertWidget(0, m_cmdProgStep);
+    buttons->insertWidget(1, cmdPrint);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_lblProgNo);
+    layout->addLayout(form);
+    layout->addLayout(frames);
+    layout->addStretch();
+    layout->addLayout(buttons);
+
+    connect(m_cmbPrgMethod, &QComboBox::activated, this, &frmProg::cmbPrgMethod_Click);
+    m_cmbPrgMethod->installEventFilter(this);
+    connect(m_optPrgInt[0], &QRadioButton::clicked, this, [this] { optPrgInt_Click(0); });
+    connect(m_optPrgInt[1], &QRadioButton::clicked, this, [this] { optPrgInt_Click(1); });
+    connect(m_vscInt, &QScrollBar::valueChanged, this, &frmProg::vscInt_Change);
+    connect(m_txtPrgInt, &QLineEdit::editingFinished, this, &frmProg::txtPrgInt_LostFocus);
+    connect(m_vscNo, &QScrollBar::valueChanged, this, &frmProg::vscNo_Change);
+    connect(m_txtPrgNo, &QLineEdit::editingFinished, this, &frmProg::txtPrgNo_LostFocus);
+    connect(m_txtAutoVol, &QLineEdit::editingFinished, this, &frmProg::txtAutoVol_LostFocus);
+    connect(m_vsAutoVol, &QScrollBar::valueChanged, this, &frmProg::vsAutoVol_Change);
+    connect(m_optPrgBusy[0], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(0); });
+    connect(m_optPrgBusy[1], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(1); });
+    connect(m_txtProgName, &QLineEdit::editingFinished, this, &frmProg::txtProgName_LostFocus);
+    connect(m_txtProgName, &QLineEdit::textEdited, this, &frmProg::setModified);
+    connect(m_cmdProgStep, &QPushButton::clicked, this, &frmProg::cmdProgStep_Click);
+    connect(cmdPrint, &QPushButton::clicked, this, &frmProg::cmdPrint_Click);
+    connect(cmdProgOk, &QPushButton::clicked, this, &frmProg::cmdProgOk_Click);
+    connect(cmdProgClose, &QPushButton::clicked, this, &frmProg::cmdProgClose_Click);
+    connect(m_cmdProgSave, &QPushButton::clicked, this, &frmProg::cmdProgSave_Click);
+}
+
+qint32 &frmProg::option()
+{
+    return m_context.state.SettingBuffer.ProgramOption[m_p];
+}
+
+QString frmProg::methodName() const
+{
+    return Word::methodName(m_method);
+}
+
+frmStep *frmProg::stepWindow() const
+{
+    return m_stepWindow;
+}
+
+bool frmProg::minutesSelected() const
+{
+    return m_optPrgInt[1]->isChecked();
+}
+
+bool frmProg::isEndless() const
+{
+    return m_method == Word::Endless;
+}
+
+void frmProg::setModified()
+{
+    m_cmdProgSave->setEnabled(true);
+}
+
+void frmProg::setBar(QScrollBar *bar, int value)
+{
+    const QSignalBlocker block(bar);
+    bar->setValue(value);
+}
+
+void frmProg::setUnitBarRange(bool minutes)
+{
+    const QSignalBlocker block(m_vscInt);
+    m_vscInt->setRange(0, minutes ? Rules::MinutesBarMax : Rules::SecondsBarMax);
+}
+
+void frmProg::selectUnit(int index)
+{
+    m_optPrgInt[index]->setChecked(true);
+    setUnitBarRange(index == 1);
+}
+
+void frmProg::Form_Load()
+{
+    const SharedState &state = m_context.state;
+    const SettingData &buffer = state.SettingBuffer;
+    setWindowTitle(QStringLiteral("Program : ") + state.ProjectFileName);
+    m_lblProgNo->setText(QStringLiteral("Program No:") + ProgramNumberText::format(m_programNumber));
+    for (int method = Word::Continuous; method <= Word::Endless; ++method)
+        m_cmbPrgMethod->addItem(QString::number(method + 1) + QLatin1Char('.') + Word::methodName(method));
+    m_method = Word::Continuous;
+    m_txtProgName->setText(buffer.ProgramName[m_p]);
+
+    // Loading treats 7 as seconds ("70"); everywhere else 7 already means 2 minutes. Kept.
+    const int interval = buffer.RepeatInterval[m_p];
+    if (interval < 8) {
+        selectUnit(0);
+        m_txtPrgInt->setText(QString::number(interval * 10));
+        setBar(m_vscInt, qBound(0, Rules::SecondsOffBar - interval, Rules::SecondsBarMax));
+    } else {
+        selectUnit(1);
+        m_txtPrgInt->setText(QString::number(interval - 5));
+        setBar(m_vscInt, qBound(0, Rules::MinutesBarMax - (interval - 5), Rules::MinutesBarMax));
+    }
+    m_txtPrgNo->setText(QString::number(buffer.RepeatCount[m_p]));
+    txtPrgNo_LostFocus();
+
+    const int method = Word::methodOf(option());
+    if (method == Word::Endless) {
+        // The play interval shown is the committed one.
+        const std::optional<int> seconds = Word::endlessSeconds(state.Setting.ProgramOption[m_p]);
+        if (!seconds)
+            m_context.msgBox.show(IncorrectValue);
+        m_txtPrgInt->setText(seconds && *seconds > 0 ? QString::number(*seconds) : QStringLiteral("OFF"));
+    }
+    m_method = method;
+    m_cmbPrgMethod->setCurrentIndex(method);
+    cmbPrgMethod_Click();
+
+    m_optPrgBusy[(option() & Word::BusyBit) ? 0 : 1]->setChecked(true);
+    showLevel(Word::outputLevel(option()));
+    m_cmdProgSave->setEnabled(false);
+}
+
+void frmProg::cmbPrgMethod_Click()
+{
+    const int k = m_cmbPrgMethod->currentIndex();
+    m_optPrgInt[1]->setVisible(true);
+    option() &= Word::BelowMethod;
+    m_fraPrg1->setVisible(k == Word::Repeat);
+    m_fraPrg2->setVisible(k != Word::Continuous);
+    m_fraPrg3->setVisible(k == Word::SingleProgram || k == Word::Repeat);
+    // Endless has no steps to enter, as this window has always had it.
+    m_cmdProgStep->setEnabled(k != Word::Endless);
+    option() |= Word::MethodBits[k];
+    m_method = k;
+    if (k == Word::SingleProgram || k == Word::Repeat) {
+        m_fraPrg3->setTitle(QStringLiteral("Interval busy"));
+        m_optPrgBusy[0]->setText(QStringLiteral("ON"));
+        m_optPrgBusy[1]->setText(QStringLiteral("OFF"));
+    }
+    if (k == Word::SingleProgram)
+        m_lblPrgInt->setText(QStringLiteral("Interval timer:"));
+    if (k == Word::Repeat) {
+        m_lblPrgInt->setText(QStringLiteral("Repeat Interval:"));
+        m_lblPrgNo->setText(QStringLiteral("Repeat No:"));
+        m_txtPrgNo->setText(QString::number(m_context.state.SettingBuffer.RepeatCount[m_p]));
+        txtPrgNo_LostFocus();
+    }
+    if (k == Word::Endless) {
+        m_lblPrgInt->setText(QStringLiteral("Play Interval(sec):"));
+        if (minutesSelected())
+            optPrgInt_Click(0);
+        selectUnit(0);
+        m_optPrgInt[1]->setChecked(false);
+        m_optPrgInt[1]->setVisible(false);
+    }
+    if (k == Word::Repeat || k == Word::Endless)
+        redisplayInterval();
+    setModified();
+    if (m_stepWindow)
+        m_stepWindow->refreshCaption();
+}
+
+void frmProg::cmbPrgMethod_LostFocus()
+{
+    // Also turns a sign-extended Endless word from a file into the plain form.
+    option() = Word::withMethod(option(), m_cmbPrgMethod->currentIndex());
+}
+
+bool frmProg::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_cmbPrgMethod && event->type() == QEvent::FocusOut)
+        cmbPrgMethod_LostFocus();
+    return QWidget::eventFilter(watched, event);
+}
+
+void frmProg::redisplayInterval()
+{
+    const int interval = m_context.state.SettingBuffer.RepeatInterval[m_p];
+    if (interval >= 7) {
+        selectUnit(1);
+        m_txtPrgInt->setText(QString::number(interval - 5));
+    } else if (!isEndless()) {
+        m_txtPrgInt->setText(QString::number(interval * 10));
+        selectUnit(0);
+    }
+    txtPrgInt_LostFocus();
+}
+
+void frmProg::optPrgInt_Click(int index)
+{
+    const bool minutes = index == 1;
+    m_optPrgInt[index]->setChecked(true);
+    setUnitBarRange(minutes);
+    setBar(m_vscInt, minutes ? Rules::TwoMinutesBar : Rules::SecondsOffBar);
+    vscInt_Change(m_vscInt->value());
+    setModified();
+}
+
+void frmProg::showInterval(const Rules::Interval &shown)
+{
+    if (shown.refused)
+        m_context.msgBox.show(IncorrectValue);
+    m_txtPrgInt->setText(shown.text);
+    setBar(m_vscInt, shown.barValue);
+    SettingData &buffer = m_context.state.SettingBuffer;
+    if (shown.endlessSeconds) {
+        buffer.RepeatInterval[m_p] = 0;
+        option() = Word::withEndlessSeconds(option(), *shown.endlessSeconds);
+    } else {
+        buffer.RepeatInterval[m_p] = shown.repeatInterval;
+    }
+}
+
+void frmProg::vscInt_Change(int value)
+{
+    showInterval(minutesSelected() ? Rules::minutesBarMoved(value)
+                                   : Rules::secondsBarMoved(value, isEndless()));
+    setModified();
+}
+
+bool frmProg::txtPrgInt_LostFocus()
+{
+    const Rules::Interval shown = Rules::checkInterval(m_txtPrgInt->text(), minutesSelected(), isEndless());
+    showInterval(shown);
+    return !shown.refused;
+}
+
+void frmProg::showRepeatCount(const Rules::RepeatCount &shown)
+{
+    if (shown.refused)
+        m_context.msgBox.show(IncorrectValue);
+    m_txtPrgNo->setText(shown.text);
+    setBar(m_vscNo, shown.barValue);
+    m_context.state.SettingBuffer.RepeatCount[m_p] = shown.count;
+}
+
+void frmProg::vscNo_Change(int value)
+{
+    showRepeatCount(Rules::countBarMoved(value));
+    setModified();
+}
+
+bool frmProg::txtPrgNo_LostFocus()
+{
+    const Rules::RepeatCount shown = Rules::checkRepeatCount(m_txtPrgNo->text());
+    showRepeatCount(shown);
+    return !shown.refused;
+}
+
+void frmProg::showLevel(int level)
+{
+    m_txtAutoVol->setText(QString::number(level));
+    setBar(m_vsAutoVol, 9 - level);
+}
+
+bool frmProg::txtAutoVol_LostFocus()
+{
+    const std::optional<int> level = Rules::parseLevel(m_txtAutoVol->text());
+    if (!level) {
+        m_context.msgBox.show(IncorrectValue);
+        showLevel(Word::outputLevel(option()));
+        return false;
+    }
+    if (*level != Word::outputLevel(option())) {
+        option() = Word::withOutputLevel(option(), *level);
+        setModified();
+    }
+    showLevel(*level);
+    return true;
+}
+
+void frmProg::vsAutoVol_Change(int value)
+{
+    const int level = Rules::levelFromBar(value);
+    option() = Word::withOutputLevel(option(), level);
+    showLevel(level);
+    setModified();
+}
+
+void frmProg::optPrgBusy_Click(int index)
+{
+    option() = index == 0 ? option() | Word::BusyBit : option() & ~Word::BusyBit;
+    setModified();
+}
+
+void frmProg::txtProgName_LostFocus()
+{
+    const QString name = m_txtProgName->text();
+    if (name.size() <= m_txtProgName->maxLength())
+        m_context.state.SettingBuffer.ProgramName[m_p] = name;
+}
+
+void frmProg::cmdProgSave_Click()
+{
+    txtProgName_LostFocus();
+    Word::normaliseForApply(m_context.state.SettingBuffer);
+    m_context.state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
+    m_cmdProgSave->setEnabled(false);
+}
+
+void frmProg::cmdProgOk_Click()
+{
+    txtProgName_LostFocus();
+    Word::normaliseForOk(m_context.state.SettingBuffer);
+    m_context.state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
+    closeFrame();
+}
+
+void frmProg::cmdProgClose_Click()
+{
+    closeFrame();
+}
+
+void frmProg::closeFrame()
+{
+    closeWindowFrame(this);
+}
+
+void frmProg::cmdProgStep_Click()
+{
+    m_context.state.StepProgramNumber = m_programNumber;
+    if (!m_stepWindow) {
+        m_stepWindow = new frmStep(m_context, *this);
+        if (m_mdiArea) {
+            QMdiSubWindow *frame = m_mdiArea->addSubWindow(m_stepWindow);
+            frame->setAttribute(Qt::WA_DeleteOnClose);
+            // Just below its program window, so the two are seen together.
+            if (auto *programFrame = qobject_cast<QMdiSubWindow *>(parentWidget()))
+                frame->move(programFrame->pos() + QPoint(40, 60));
+        }
+    }
+    m_stepWindow->show();
+    if (auto *frame = qobject_cast<QMdiSubWindow *>(m_stepWindow->parentWidget()); frame && m_mdiArea)
+        m_mdiArea->setActiveSubWindow(frame);
+}
+
+void frmProg::cmdPrint_Click()
+{
+    m_context.msgBox.show(QStringLiteral("Printing is not available yet."), MsgBox::Buttons::Ok,
+                          MsgBox::Icon::Information);
+}
+
+bool frmProg::Form_Unload()
+{
+    SharedState &state = m_context.state;
+    if (!state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
+        || !state.SettingEqualsBuffer(SettingSection::Steps)) {
+        if (!m_context.msgBox.confirm(
+                QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
+            return false;
+        state.CopySettingToBuffer(SettingSection::All);
+    }
+    if (m_stepWindow)
+        m_stepWindow->closeFrame();
+    return true;
+}
+
 void frmProg::closeEvent(QCloseEvent *event)
 {
-    QWidget::closeEvent(event);
+    if (!m_closing && !Form_Unload()) {
+        event->ignore();
+        return;
+    }
+    m_closing = true;
+    event->accept();
     // The slot is free as soon as the window has agreed to close, not when it is deleted later.
-    if (event->isAccepted() && m_table)
+    if (m_table)
         m_table->release(m_slot);
 }

@@ -1,33 +1,104 @@
 #pragma once
 
 #include "AppContext.h"
+#include "ProgramFieldRules.h"
 
 #include <QPointer>
 #include <QWidget>
 
 class ProgramWindowTable;
+class QComboBox;
+class QGroupBox;
 class QLabel;
+class QLineEdit;
+class QMdiArea;
+class QPushButton;
+class QRadioButton;
+class QScrollBar;
+class frmStep;
 
-/// The program edit window of one program. It holds its slot in the program window table while
-/// open and gives it back when it closes.
+/// The program edit window of one program: name, playback method, repeat count, interval and its
+/// unit, interval busy output and output level, and the way to its steps. It edits SettingBuffer;
+/// Apply and OK commit. It holds its slot in the program window table while open.
 class frmProg : public QWidget
 {
     Q_OBJECT
 
 public:
-    frmProg(AppContext &context, ProgramWindowTable &table, int slot, int programNumber,
+    frmProg(AppContext &context, ProgramWindowTable &table, int slot, int programNumber, QMdiArea *mdiArea,
             QWidget *parent = nullptr);
     ~frmProg() override;
 
     int programNumber() const { return m_programNumber; }
+    /// The current method's name, which the step window shows in its caption.
+    QString methodName() const;
+    frmStep *stepWindow() const;
+
+public slots:
+    void cmbPrgMethod_Click();
+    void cmbPrgMethod_LostFocus();
+    void optPrgInt_Click(int index);
+    void vscInt_Change(int value);
+    bool txtPrgInt_LostFocus();
+    void vscNo_Change(int value);
+    bool txtPrgNo_LostFocus();
+    bool txtAutoVol_LostFocus();
+    void vsAutoVol_Change(int value);
+    void optPrgBusy_Click(int index);
+    void txtProgName_LostFocus();
+    void cmdProgSave_Click();
+    void cmdProgOk_Click();
+    void cmdProgClose_Click();
+    void cmdProgStep_Click();
+    void cmdPrint_Click();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void buildControls();
+    void Form_Load();
+    bool Form_Unload();
+    void closeFrame();
+    void setModified();
+    void showInterval(const ProgramFieldRules::Interval &shown);
+    bool minutesSelected() const;
+    bool isEndless() const;
+    qint32 &option();
+    void selectUnit(int index);
+    void redisplayInterval();
+    void showRepeatCount(const ProgramFieldRules::RepeatCount &shown);
+    void showLevel(int level);
+    void setBar(QScrollBar *bar, int value);
+    void setUnitBarRange(bool minutes);
+
     AppContext &m_context;
     QPointer<ProgramWindowTable> m_table;
     int m_slot;
     int m_programNumber;
-    QLabel *m_lblPrgNo;
+    int m_p; // program index 0-63
+    QMdiArea *m_mdiArea;
+    int m_method = 0;
+    bool m_closing = false;
+    QPointer<frmStep> m_stepWindow;
+
+    QLabel *m_lblProgNo = nullptr;
+    QLineEdit *m_txtProgName = nullptr;
+    QComboBox *m_cmbPrgMethod = nullptr;
+    QGroupBox *m_fraPrg1 = nullptr;
+    QLabel *m_lblPrgNo = nullptr;
+    QLineEdit *m_txtPrgNo = nullptr;
+    QScrollBar *m_vscNo = nullptr;
+    QGroupBox *m_fraPrg2 = nullptr;
+    QLabel *m_lblPrgInt = nullptr;
+    QLineEdit *m_txtPrgInt = nullptr;
+    QScrollBar *m_vscInt = nullptr;
+    QRadioButton *m_optPrgInt[2] = {};
+    QGroupBox *m_fraPrg3 = nullptr;
+    QRadioButton *m_optPrgBusy[2] = {};
+    QLineEdit *m_txtAutoVol = nullptr;
+    QScrollBar *m_vsAutoVol = nullptr;
+    QPushButton *m_cmdProgStep = nullptr;
+    QPushButton *m_cmdProgSave = nullptr;
 };

@@ -36,6 +36,8 @@ public:
     QString CardFreeSpace;
     QString CardAvailableSpace;
     bool EditWindowLoaded = false;
+    /// The program whose steps the step window opened last shows (1-64).
+    int StepProgramNumber = 0;
 
     /// Code page of setting files and card control files.
     TextEncoding Encoding;

@@ -247,7 +247,7 @@ private slots:
             openProgram(number * 3);
         QCOMPARE(table.ProgramWindowCount, 8);
         QCOMPARE(table.ProgramWindowNumbers[8], qint16(24));
-        QCOMPARE(table.ProgramWindows[1]->findChild<QLabel *>(QStringLiteral("lblPrgNo"))->text(),
+        QCOMPARE(table.ProgramWindows[1]->findChild<QLabel *>(QStringLiteral("lblProgNo"))->text(),
                  QStringLiteral("Program No:P003"));
 
         f->msgBox.script({MsgBox::Answer::Ok});

@@ -1,0 +1,309 @@
+#include "frmStep.h"
+
+#include "DialogLayout.h"
+#include "MsgBox.h"
+#include "NumberText.h"
+#include "SharedState.h"
+#include "StepText.h"
+#include "WindowFrame.h"
+#include "frmProg.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int Columns = frmStep::Steps / frmStep::StepsPerColumn;
+
+} // namespace
+
+frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
+    : QWidget(parent)
+    , m_context(context)
+    , m_owner(owner)
+{
+    setObjectName(QStringLiteral("frmStep"));
+    setAttribute(Qt::WA_DeleteOnClose);
+
+    auto *cmdStpIns = namedButton(QStringLiteral("Insert"), "cmdStpIns", this);
+    auto *cmdStpDelte = namedButton(QStringLiteral("Delete"), "cmdStpDelte", this);
+    auto *cmdStpMov = namedButton(QStringLiteral("Close gaps"), "cmdStpMov", this);
+    auto *cmdStepOk = namedButton(QStringLiteral("OK"), "cmdStepOk", this);
+    auto *cmdStpClose = namedButton(QStringLiteral("Close"), "cmdStpClose", this);
+    m_cmdStpSave = namedButton(QStringLiteral("Apply"), "cmdStpSave", this);
+    m_hscStep = new QScrollBar(Qt::Horizontal, this);
+    m_hscStep->setObjectName(QStringLiteral("hscStep"));
+    m_hscStep->setAccessibleName(QStringLiteral("Step columns"));
+    m_hscStep->setRange(0, Columns - VisibleColumns);
+    m_hscStep->setPageStep(VisibleColumns);
+
+    auto *edits = new QHBoxLayout;
+    edits->addWidget(cmdStpIns);
+    edits->addWidget(cmdStpDelte);
+    edits->addWidget(cmdStpMov);
+    edits->addStretch();
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(buildStepFrame());
+    layout->addWidget(m_hscStep);
+    layout->addLayout(edits);
+    layout->addLayout(buttonRow({cmdStepOk, cmdStpClose, m_cmdStpSave}));
+
+    connect(m_hscStep, &QScrollBar::valueChanged, this, &frmStep::hscStep_Change);
+    m_hscStep->installEventFilter(this);
+    connect(cmdStpIns, &QPushButton::clicked, this, &frmStep::cmdStpIns_Click);
+    connect(cmdStpDelte, &QPushButton::clicked, this, &frmStep::cmdStpDelte_Click);
+    connect(cmdStpMov, &QPushButton::clicked, this, &frmStep::cmdStpMov_Click);
+    connect(m_cmdStpSave, &QPushButton::clicked, this, &frmStep::cmdStpSave_Click);
+    connect(cmdStepOk, &QPushButton::clicked, this, &frmStep::cmdStepOk_Click);
+    connect(cmdStpClose, &QPushButton::clicked, this, &frmStep::cmdStpClose_Click);
+    Form_Load();
+}
+
+QWidget *frmStep::buildStepFrame()
+{
+    // The frame holds all 16 columns; the view shows four and the scroll bar slides the frame.
+    auto *view = new QWidget(this);
+    view->setObjectName(QStringLiteral("stepView"));
+    m_fraStep = new QWidget(view);
+    m_fraStep->setObjectName(QStringLiteral("fraStep"));
+    auto *grid = new QGridLayout(m_fraStep);
+    grid->setHorizontalSpacing(6);
+    for (int i = 0; i < Steps; ++i) {
+        const int column = i / StepsPerColumn;
+        const int row = i % StepsPerColumn;
+        auto *label = new QLabel(zeroPadded(i + 1, 3) + QLatin1Char(':'), m_fraStep);
+        label->setObjectName(QStringLiteral("lblStpIdx_%1").arg(i));
+        auto *edit = new QLineEdit(m_fraStep);
+        edit->setObjectName(QStringLiteral("txtStpIdx_%1").arg(i));
+        edit->setMaxLength(8);
+        edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("M000.00")) + 12);
+        label->setBuddy(edit);
+        edit->installEventFilter(this);
+        grid->addWidget(label, row, column * 2);
+        grid->addWidget(edit, row, column * 2 + 1);
+        connect(edit, &QLineEdit::editingFinished, this, [this, i] { txtStpIdx_LostFocus(i); });
+        connect(edit, &QLineEdit::textEdited, this, &frmStep::setModified);
+        connect(edit, &QLineEdit::returnPressed, this, [this, i] { focusBox(qMin(i + 1, Steps - 1)); });
+        m_boxes[i] = edit;
+    }
+    m_fraStep->resize(m_fraStep->sizeHint());
+    grid->setGeometry(m_fraStep->rect()); // places the boxes now, before the window is shown
+    // Column width and view width come from where the layout put the labels.
+    const auto labelX = [this](int index) {
+        return m_fraStep->findChild<QLabel *>(QStringLiteral("lblStpIdx_%1").arg(index))->x();
+    };
+    m_columnWidth = labelX(StepsPerColumn) - labelX(0);
+    view->setFixedSize(labelX(StepsPerColumn * VisibleColumns), m_fraStep->height());
+    return view;
+}
+
+std::array<QString, frmStep::Steps> &frmStep::steps()
+{
+    return m_context.state.SettingBuffer.ProgramData[m_p];
+}
+
+int frmStep::sentenceLimit() const
+{
+    return m_context.state.SettingBuffer.sentenceCapacity();
+}
+
+void frmStep::Form_Load()
+{
+    m_p = m_context.state.StepProgramNumber - 1;
+    refreshCaption();
+    // Steps of a form the window does not know are dropped from the working copy.
+    for (QString &stored : steps()) {
+        if (StepText::decode(stored).isEmpty())
+            stored.clear();
+    }
+    showStoredSteps();
+    m_cmdStpSave->setEnabled(false);
+}
+
+void frmStep::refreshCaption()
+{
+    setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + QStringLiteral("Step Input : ")
+                   + QLatin1Char(' ') + m_context.state.ProjectFileName + QStringLiteral(" - P")
+                   + zeroPadded(m_context.state.StepProgramNumber, 3));
+}
+
+void frmStep::showStep(int index, const QString &text)
+{
+    m_boxes[index]->setText(text);
+    m_checkedText[index] = text;
+}
+
+void frmStep::showStoredSteps()
+{
+    for (int i = 0; i < Steps; ++i)
+        showStep(i, StepText::decode(steps()[i]));
+}
+
+void frmStep::setModified()
+{
+    m_cmdStpSave->setEnabled(true);
+}
+
+bool frmStep::txtStpIdx_LostFocus(int index)
+{
+    const QString text = m_boxes[index]->text();
+    if (text == m_checkedText[index])
+        return true;
+    const StepText::Entry entry = StepText::check(text, sentenceLimit());
+    if (!entry.accepted) {
+        showStep(index, StepText::decode(steps()[index]));
+        m_context.msgBox.show(QStringLiteral("Incorrect value has been entered."));
+        return false;
+    }
+    steps()[index] = entry.stored;
+    showStep(index, entry.shown);
+    setModified();
+    return true;
+}
+
+void frmStep::focusBox(int index)
+{
+    bringColumnIntoView(index);
+    m_boxes[index]->setFocus();
+    m_current = index;
+}
+
+void frmStep::bringColumnIntoView(int index)
+{
+    const int column = index / StepsPerColumn;
+    int first = m_hscStep->value();
+    if (column < first)
+        first = column;
+    else if (column >= first + VisibleColumns)
+        first = column - VisibleColumns + 1;
+    const QSignalBlocker block(m_hscStep);
+    m_hscStep->setValue(first);
+    m_fraStep->move(-m_columnWidth * first, 0);
+}
+
+void frmStep::hscStep_Change(int value)
+{
+    m_fraStep->move(-m_columnWidth * value, 0);
+    m_boxes[value * StepsPerColumn]->setFocus();
+    m_current = value * StepsPerColumn;
+}
+
+bool frmStep::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        if (watched == m_hscStep) {
+            hscStep_Change(m_hscStep->value());
+        } else if (auto *edit = qobject_cast<QLineEdit *>(watched)) {
+            const auto found = std::find(m_boxes.begin(), m_boxes.end(), edit);
+            if (found != m_boxes.end()) {
+                m_current = static_cast<int>(found - m_boxes.begin());
+                bringColumnIntoView(m_current);
+            }
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void frmStep::cmdStpIns_Click()
+{
+    auto &list = steps();
+    if (!list[Steps - 1].isEmpty()) {
+        m_context.msgBox.show(QStringLiteral("128 step is programmed. Can not insert"));
+        return;
+    }
+    std::move_backward(list.begin() + m_current, list.end() - 1, list.end());
+    list[m_current].clear();
+    showStoredSteps();
+    setModified();
+}
+
+void frmStep::cmdStpDelte_Click()
+{
+    auto &list = steps();
+    std::move(list.begin() + m_current + 1, list.end(), list.begin() + m_current);
+    list[Steps - 1].clear();
+    showStoredSteps();
+    setModified();
+    applyDefaultStepRule();
+}
+
+void frmStep::applyDefaultStepRule()
+{
+    auto &list = steps();
+    if (std::any_of(list.begin(), list.end(), [](const QString &s) { return !s.isEmpty(); }))
+        return;
+    list[0] = StepText::defaultStep();
+    showStep(0, StepText::decode(list[0]));
+    m_context.msgBox.show(QStringLiteral("All steps deleted. Will set default steps."));
+}
+
+void frmStep::cmdStpMov_Click()
+{
+    // The boxes keep their texts as shown ("M005" stays "M005") while the steps close up.
+    auto &list = steps();
+    int to = 0;
+    for (int from = 0; from < Steps; ++from) {
+        if (list[from].isEmpty())
+            continue;
+        if (from != to) {
+            list[to] = std::move(list[from]);
+            list[from].clear();
+            showStep(to, m_boxes[from]->text());
+            showStep(from, QString());
+        }
+        ++to;
+    }
+    setModified();
+}
+
+void frmStep::cmdStpSave_Click()
+{
+    m_context.state.CopyBufferToSetting(SettingSection::Steps);
+    m_cmdStpSave->setEnabled(false);
+}
+
+void frmStep::cmdStepOk_Click()
+{
+    m_context.state.CopyBufferToSetting(SettingSection::Steps);
+    closeFrame();
+}
+
+void frmStep::cmdStpClose_Click()
+{
+    closeFrame();
+}
+
+void frmStep::closeFrame()
+{
+    closeWindowFrame(this);
+}
+
+bool frmStep::Form_Unload()
+{
+    SharedState &state = m_context.state;
+    if (state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
+        && state.SettingEqualsBuffer(SettingSection::Steps))
+        return true;
+    if (!m_context.msgBox.confirm(
+            QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
+        return false;
+    state.CopySettingToBuffer(SettingSection::All);
+    return true;
+}
+
+void frmStep::closeEvent(QCloseEvent *event)
+{
+    if (m_closing || Form_Unload()) {
+        m_closing = true;
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "AppContext.h"
+
+#include <QWidget>
+
+#include <array>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QScrollBar;
+class frmProg;
+
+/// The steps of one program: 128 boxes in columns of eight, each empty or holding a sentence
+/// ("A012") or a wait ("M005", "M1.5"). Owned by its program window; edits SettingBuffer, and
+/// Apply and OK commit the steps.
+class frmStep : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int Steps = 128;
+    static constexpr int StepsPerColumn = 8;
+    static constexpr int VisibleColumns = 4;
+
+    frmStep(AppContext &context, frmProg &owner, QWidget *parent = nullptr);
+
+    /// The caption names the program's method, which its window may change.
+    void refreshCaption();
+    /// Closes the window (with its frame inside the main window).
+    void closeFrame();
+    QLineEdit *box(int index) const { return m_boxes[index]; }
+    int currentSlot() const { return m_current; }
+
+public slots:
+    bool txtStpIdx_LostFocus(int index);
+    void hscStep_Change(int value);
+    void cmdStpIns_Click();
+    void cmdStpDelte_Click();
+    void cmdStpMov_Click();
+    void cmdStpSave_Click();
+    void cmdStepOk_Click();
+    void cmdStpClose_Click();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void Form_Load();
+    bool Form_Unload();
+    QWidget *buildStepFrame();
+    void showStoredSteps();
+    void showStep(int index, const QString &text);
+    void setModified();
+    void focusBox(int index);
+    void bringColumnIntoView(int index);
+    void applyDefaultStepRule();
+    int sentenceLimit() const;
+    std::array<QString, Steps> &steps();
+
+    AppContext &m_context;
+    frmProg &m_owner;
+    int m_p = 0;
+    int m_current = 0;
+    bool m_closing = false;
+    std::array<QLineEdit *, Steps> m_boxes {};
+    std::array<QString, Steps> m_checkedText; // a text is checked once, however often focus leaves
+    QWidget *m_fraStep = nullptr;
+    QScrollBar *m_hscStep = nullptr;
+    QPushButton *m_cmdStpSave = nullptr;
+    int m_columnWidth = 0;
+};
