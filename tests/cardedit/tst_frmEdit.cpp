@@ -33,10 +33,7 @@ class tst_frmEdit : public QObject
     template<typename T>
     T *child(const char *name) const
     {
-        T *found = window->findChild<T *>(QLatin1String(name));
-        if (!found)
-            qFatal("no control %s", name);
-        return found;
+        return findControl<T>(window, QLatin1String(name));
     }
     SharedState &state() const { return *f->state; }
 

@@ -31,17 +31,9 @@ class tst_frmProg : public QObject
     SharedState &state() const { return *f->state; }
 
     template<typename T>
-    T *child(QWidget *in, const QString &name) const
-    {
-        T *found = in->findChild<T *>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return found;
-    }
-    template<typename T>
     T *control(const char *name) const
     {
-        return child<T>(window, QLatin1String(name));
+        return findControl<T>(window, QLatin1String(name));
     }
 
     void open(int number)
@@ -163,6 +155,19 @@ private slots:
         QCOMPARE(state().SettingBuffer.RepeatInterval[0], qint16(7));
     }
 
+    void endlessShowsTheCommittedPlayInterval()
+    {
+        state().Setting.ProgramOption[0] = 0xC018; // 3 seconds committed
+        state().SettingBuffer.ProgramOption[0] = qint32(0xFFFFC000); // as a file can give it
+        open(1);
+        QCOMPARE(control<QLineEdit>("txtPrgInt")->text(), QStringLiteral("3"));
+        QCOMPARE(state().SettingBuffer.ProgramOption[0], 0xC018);
+
+        state().SettingBuffer.ProgramOption[0] = qint32(0xFFFFC018);
+        window->cmbPrgMethod_LostFocus();
+        QCOMPARE(state().SettingBuffer.ProgramOption[0], 0xC018);
+    }
+
     void intervalBarAndUnit()
     {
         open(1);
@@ -193,9 +198,6 @@ private slots:
         open(1);
         chooseMethod(2);
         auto *count = control<QLineEdit>("txtPrgNo");
-        count->setText(QStringLiteral("129"));
-        QVERIFY(window->txtPrgNo_LostFocus());
-        QCOMPARE(count->text(), QStringLiteral("1"));
         count->setText(QStringLiteral("0"));
         window->txtPrgNo_LostFocus();
         QCOMPARE(count->text(), QStringLiteral("Endless"));

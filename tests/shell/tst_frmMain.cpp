@@ -31,10 +31,7 @@ class tst_frmMain : public QObject
 
     QAction *action(const char *name) const
     {
-        auto *found = window->findChild<QAction *>(QLatin1String(name));
-        if (!found)
-            qFatal("no action %s", name);
-        return found;
+        return findControl<QAction>(window.get(), QLatin1String(name));
     }
     QString path(const QString &name) const { return f->home.filePath(name); }
 
