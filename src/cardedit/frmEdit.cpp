@@ -12,6 +12,8 @@
 #include "SharedState.h"
 #include "TextChecks.h"
 #include "WindowFrame.h"
+#include "dlgCaPc.h"
+#include "dlgPcCa.h"
 #include "frmProg.h"
 
 #include <QCloseEvent>
@@ -366,12 +368,14 @@ void frmEdit::cmdTCaFormat_Click()
 
 void frmEdit::cmdTPcCa_Click()
 {
-    showNotAvailable(QStringLiteral("Sentence copy PC -> Card"));
+    dlgPcCa dialog(m_context, this);
+    dialog.exec();
 }
 
 void frmEdit::cmdTCaPc_Click()
 {
-    showNotAvailable(QStringLiteral("Sentence copy Card -> PC"));
+    dlgCaPc dialog(m_context, this);
+    dialog.exec();
 }
 
 void frmEdit::cmdSave_Click()

@@ -1,0 +1,48 @@
+// Opening the sentence table dialog on a 512-sentence card: 512 boxes built, filled and shown.
+
+#include "AppContext.h"
+#include "FileDialogs.h"
+#include "QtMsgBox.h"
+#include "TestProjects.h"
+#include "dlgPcCa.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+void openFullSentenceTable(benchmark::State &bench)
+{
+    QTemporaryDir home;
+    const auto state = makeTestState(home.path());
+    fillSentences(state->SettingBuffer, 512, 512);
+    state->CopyBufferToSetting(SettingSection::All);
+    QtMsgBox msgBox;
+    QtFileDialogs fileDialogs;
+    AppContext context {*state, msgBox, fileDialogs};
+    for (auto _ : bench) {
+        dlgPcCa dialog(context, nullptr);
+        dialog.show();
+        QApplication::processEvents();
+        benchmark::DoNotOptimize(dialog.isVisible());
+        bench.PauseTiming();
+        dialog.hide();
+        bench.ResumeTiming();
+    }
+}
+
+} // namespace
+
+BENCHMARK(openFullSentenceTable)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

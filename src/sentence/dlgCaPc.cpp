@@ -1,0 +1,205 @@
+#include "dlgCaPc.h"
+
+#include "DialogLayout.h"
+#include "FileCopy.h"
+#include "MsgBox.h"
+#include "NumberBox.h"
+#include "PathText.h"
+#include "SharedState.h"
+#include "TextChecks.h"
+#include "frmSetPath.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
+const QString CopyComplete = QStringLiteral("File copy complete");
+
+QString pathLabelText(const QString &folder)
+{
+    const QString text = QStringLiteral("Path :") + folder;
+    return text.size() > 38 ? text.left(35) + QLatin1String("...") : text;
+}
+
+QGroupBox *copyGroup(const QString &title, const QString &caption, QLineEdit *input, QPushButton *start,
+                     QWidget *parent)
+{
+    auto *group = new QGroupBox(title, parent);
+    auto *label = new QLabel(caption, group);
+    label->setBuddy(input);
+    // Both groups' captions take the longer one's width, so the two inputs line up.
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("Folder name")));
+    auto *row = new QHBoxLayout(group);
+    row->addWidget(label);
+    row->addWidget(input, 1);
+    row->addWidget(start);
+    return group;
+}
+
+} // namespace
+
+dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
+    : QDialog(parent)
+    , m_context(context)
+{
+    setObjectName(QStringLiteral("dlgCaPc"));
+    setWindowModality(Qt::ApplicationModal);
+    m_lblCaPcPath = new QLabel(this);
+    m_lblCaPcPath->setObjectName(QStringLiteral("lblCaPcPath"));
+    m_txtCaPcAllInp = namedLineEdit("txtCaPcAllInp", this);
+    m_txtCaPcSelInp = namedLineEdit("txtCaPcSelInp", this);
+    auto *cmdCaPcAll = namedButton(QStringLiteral("Start"), "cmdCaPcAll", this);
+    cmdCaPcAll->setAccessibleDescription(QStringLiteral("All sentence"));
+    auto *cmdCaPcSel = namedButton(QStringLiteral("Start"), "cmdCaPcSel", this);
+    cmdCaPcSel->setAccessibleDescription(QStringLiteral("Sentence selection"));
+    auto *cmdCaPcDir = namedButton(QStringLiteral("Path Set"), "cmdCaPcDir", this);
+    auto *cmdCaPcClose = namedButton(QStringLiteral("Exit"), "cmdCaPcClose", this);
+    QGroupBox *fraCaPcAll = copyGroup(QStringLiteral("All sentence"), QStringLiteral("Folder name"),
+                                      m_txtCaPcAllInp, cmdCaPcAll, this);
+    fraCaPcAll->setObjectName(QStringLiteral("fraCaPcAll"));
+    QGroupBox *fraCaPcSel = copyGroup(QStringLiteral("Sentence selection"), QStringLiteral("Filename"),
+                                      m_txtCaPcSelInp, cmdCaPcSel, this);
+    fraCaPcSel->setObjectName(QStringLiteral("fraCaPcSel"));
+
+    auto *pathRow = new QHBoxLayout;
+    pathRow->addWidget(m_lblCaPcPath, 1);
+    pathRow->addWidget(cmdCaPcDir);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(pathRow);
+    layout->addWidget(fraCaPcAll);
+    layout->addWidget(fraCaPcSel);
+    layout->addLayout(buttonRow({cmdCaPcClose}));
+    setMinimumWidth(460);
+
+    connect(cmdCaPcAll, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcAll_Click);
+    connect(cmdCaPcSel, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcSel_Click);
+    connect(cmdCaPcDir, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcDir_Click);
+    connect(cmdCaPcClose, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcClose_Click);
+    connect(m_txtCaPcAllInp, &QLineEdit::editingFinished, this, &dlgCaPc::txtCaPcAllInp_LostFocus);
+    connect(m_txtCaPcSelInp, &QLineEdit::textEdited, this, &dlgCaPc::txtCaPcSelInp_Change);
+    Form_Load();
+}
+
+void dlgCaPc::Form_Load()
+{
+    setWindowTitle(QStringLiteral("Card creation Sentence data copy Card -> PC : ")
+                   + m_context.state.ProjectFileName);
+    // Copies go to the sentence folder until the operator chooses another.
+    m_destination = withTrailingSeparator(m_context.state.SentencePath);
+    showDestination();
+}
+
+void dlgCaPc::showDestination()
+{
+    m_lblCaPcPath->setText(pathLabelText(m_destination));
+    m_lblCaPcPath->setToolTip(m_destination);
+}
+
+QString dlgCaPc::cardSentenceFolder() const
+{
+    return joinPath(m_context.state.CardSlot, QStringLiteral("CONTENTS"));
+}
+
+bool dlgCaPc::txtCaPcAllInp_LostFocus()
+{
+    if (IsValidFileNameText(m_txtCaPcAllInp->text()))
+        return true;
+    m_context.msgBox.show(IncorrectValue);
+    m_txtCaPcAllInp->clear();
+    return false;
+}
+
+void dlgCaPc::txtCaPcSelInp_Change()
+{
+    if (IsValidFileNameText(m_txtCaPcSelInp->text()))
+        return;
+    m_context.msgBox.show(IncorrectValue);
+    m_txtCaPcSelInp->clear();
+}
+
+void dlgCaPc::cmdCaPcDir_Click()
+{
+    frmSetPath dialog(m_destination, this);
+    if (dialog.exec() == QDialog::Accepted)
+        m_destination = withTrailingSeparator(dialog.chosenFolder());
+    showDestination();
+}
+
+bool dlgCaPc::copyOne(const QString &source, const QString &destination)
+{
+    QString error;
+    if (copyFileReplacing(source, destination, error))
+        return true;
+    m_context.msgBox.show(QStringLiteral("The copy stopped.\n") + error, MsgBox::Buttons::Ok,
+                          MsgBox::Icon::Critical);
+    return false;
+}
+
+void dlgCaPc::cmdCaPcAll_Click()
+{
+    if (!txtCaPcAllInp_LostFocus())
+        return;
+    const QString destination = withTrailingSeparator(m_destination + m_txtCaPcAllInp->text());
+    if (!QDir().mkpath(destination)) {
+        m_context.msgBox.show(QStringLiteral("Cannot create the folder %1").arg(destination),
+                              MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        return;
+    }
+    // The control file sits at the root of the card for this copy, as it always has.
+    const QString controlFile = joinPath(m_context.state.CardSlot, QStringLiteral("DQ480.CSV"));
+    if (QFileInfo(controlFile).isFile() && !QFileInfo::exists(destination + QStringLiteral("DQ480.CSV"))
+        && !copyOne(controlFile, destination + QStringLiteral("DQ480.CSV")))
+        return;
+    const QDir card(cardSentenceFolder());
+    if (card.exists()) {
+        for (const QString &name : card.entryList(QDir::Files, QDir::Name)) {
+            // Exactly ".MP2" or ".mp2": other spellings have never been taken.
+            if (!name.endsWith(QLatin1String(".MP2")) && !name.endsWith(QLatin1String(".mp2")))
+                continue;
+            if (QFileInfo::exists(destination + name))
+                continue;
+            if (!copyOne(card.filePath(name), destination + name))
+                return;
+        }
+    }
+    m_context.msgBox.show(CopyComplete);
+}
+
+void dlgCaPc::cmdCaPcSel_Click()
+{
+    const QString name = m_txtCaPcSelInp->text();
+    const QString upper = name.toUpper();
+    const bool sentence = upper.endsWith(QLatin1String(".MP2"));
+    if (!sentence && !upper.endsWith(QLatin1String(".CSV"))) {
+        m_context.msgBox.show(IncorrectValue);
+        m_txtCaPcSelInp->clear();
+        return;
+    }
+    const QString source
+        = sentence ? joinPath(cardSentenceFolder(), name) : joinPath(m_context.state.CardSlot, name);
+    if (!QDir(cardSentenceFolder()).exists() || !QFileInfo(source).isFile()) {
+        m_context.msgBox.show(
+            QStringLiteral("Updating the contents of edit has not been continued. Does close it?\n")
+            + QStringLiteral("%1 is not on the card.").arg(source));
+        return;
+    }
+    if (QFileInfo::exists(m_destination + name)) {
+        m_context.msgBox.show(QStringLiteral("Filesystem Error  File:") + name);
+        return;
+    }
+    if (!copyOne(source, m_destination + name))
+        return;
+    m_txtCaPcSelInp->clear();
+    m_context.msgBox.show(CopyComplete);
+}
+
+void dlgCaPc::cmdCaPcClose_Click()
+{
+    accept();
+}

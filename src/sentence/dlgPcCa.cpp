@@ -1,0 +1,416 @@
+#include "dlgPcCa.h"
+
+#include "DialogLayout.h"
+#include "MsgBox.h"
+#include "NumberText.h"
+#include "PathText.h"
+#include "SentenceFolderIndex.h"
+#include "SentenceFolders.h"
+#include "SentenceTableEdit.h"
+#include "SharedState.h"
+#include "TextChecks.h"
+#include "frmSetPath.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace Table = SentenceTableEdit;
+
+namespace {
+
+const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
+
+// "Path :" and the folder, shortened to 35 characters and "..." past 38.
+QString pathLabelText(const QString &folder)
+{
+    const QString text = QStringLiteral("Path :") + folder;
+    return text.size() > 38 ? text.left(35) + QLatin1String("...") : text;
+}
+
+// The name of a dropped file: at most 12 characters after the last separator, else nothing.
+QString droppedFileName(const QString &path)
+{
+    for (int k = 1; k <= 13 && k <= path.size(); ++k) {
+        const QChar c = path[path.size() - k];
+        if (c == QLatin1Char('\\') || c == QLatin1Char(':') || c == QLatin1Char('/'))
+            return path.right(k - 1);
+    }
+    return QString();
+}
+
+} // namespace
+
+dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
+    : QDialog(parent)
+    , m_context(context)
+{
+    setObjectName(QStringLiteral("dlgPcCa"));
+    setWindowModality(Qt::ApplicationModal);
+
+    auto *cmdPcCaOk = namedButton(QStringLiteral("OK"), "cmdPcCaOk", this);
+    auto *cmdsentPath = namedButton(QStringLiteral("Path set"), "cmdsentPath", this);
+    auto *cmdPcCaClose = namedButton(QStringLiteral("Cancel"), "cmdPcCaClose", this);
+    m_cmdPcCaApp = namedButton(QStringLiteral("Apply"), "cmdPcCaApp", this);
+    auto *cmdPcCaDel = namedButton(QStringLiteral("Delete"), "cmdPcCaDel", this);
+    auto *cmdPcCaMov = namedButton(QStringLiteral("Move forward"), "cmdPcCaMov", this);
+    auto *cmdPcCaIns = namedButton(QStringLiteral("Insert"), "cmdPcCaIns", this);
+    auto *cmdPcCaAll = namedButton(QStringLiteral("All file"), "cmdPcCaAll", this);
+    m_hscCaPc = new QScrollBar(Qt::Horizontal, this);
+    m_hscCaPc->setObjectName(QStringLiteral("hscCaPc"));
+    m_hscCaPc->setAccessibleName(QStringLiteral("Sentence columns"));
+    m_lblsentPath = new QLabel(this);
+    m_lblsentPath->setObjectName(QStringLiteral("lblsentPath"));
+
+    auto *edits = new QHBoxLayout;
+    for (QPushButton *button : {cmdPcCaAll, cmdPcCaIns, cmdPcCaDel, cmdPcCaMov})
+        edits->addWidget(button);
+    edits->addStretch();
+    auto *pathRow = new QHBoxLayout;
+    pathRow->addWidget(m_lblsentPath, 1);
+    pathRow->addWidget(cmdsentPath);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(pathRow);
+    layout->addWidget(buildEntryFrame());
+    layout->addWidget(m_hscCaPc);
+    layout->addLayout(edits);
+    layout->addLayout(buttonRow({cmdPcCaOk, cmdPcCaClose, m_cmdPcCaApp}));
+
+    connect(cmdPcCaOk, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaOk_Click);
+    connect(cmdsentPath, &QPushButton::clicked, this, &dlgPcCa::cmdsentPath_Click);
+    connect(cmdPcCaClose, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaClose_Click);
+    connect(m_cmdPcCaApp, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaApp_Click);
+    connect(cmdPcCaDel, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaDel_Click);
+    connect(cmdPcCaMov, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaMov_Click);
+    connect(cmdPcCaIns, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaIns_Click);
+    connect(cmdPcCaAll, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaAll_Click);
+    connect(m_hscCaPc, &QScrollBar::valueChanged, this, &dlgPcCa::hscCaPc_Change);
+    Form_Load();
+}
+
+QWidget *dlgPcCa::buildEntryFrame()
+{
+    m_view = new QWidget(this);
+    m_view->setObjectName(QStringLiteral("entryView"));
+    m_fraPcCa = new QWidget(m_view);
+    m_fraPcCa->setObjectName(QStringLiteral("fraPcCa"));
+    auto *grid = new QGridLayout(m_fraPcCa);
+    grid->setHorizontalSpacing(6);
+    grid->setVerticalSpacing(3);
+    const int boxWidth = fontMetrics().horizontalAdvance(QStringLiteral("WWWWWWWW.MP2")) + 10;
+    for (int i = 0; i < Entries; ++i) {
+        auto *label = new QLabel(zeroPadded(i + 1, 3) + QLatin1Char(':'), m_fraPcCa);
+        label->setObjectName(QStringLiteral("lblPcCa_%1").arg(i));
+        auto *edit = new QLineEdit(m_fraPcCa);
+        edit->setObjectName(QStringLiteral("TxtPcCa_%1").arg(i));
+        edit->setMaxLength(Table::MaxNameLength);
+        edit->setFixedWidth(boxWidth);
+        label->setBuddy(edit);
+        edit->installEventFilter(this);
+        grid->addWidget(label, i % Rows, (i / Rows) * 2);
+        grid->addWidget(edit, i % Rows, (i / Rows) * 2 + 1);
+        connect(edit, &QLineEdit::textEdited, this, [this, i] { TxtPcCa_Change(i); });
+        connect(edit, &QLineEdit::editingFinished, this, [this, i] { TxtPcCa_LostFocus(i); });
+        connect(edit, &QLineEdit::returnPressed, this, [this, i] { TxtPcCa_KeyDown_Enter(i); });
+        m_labels[i] = label;
+        m_boxes[i] = edit;
+    }
+    return m_view;
+}
+
+void dlgPcCa::layOutEntries()
+{
+    // Laid out once the table's size is known, so hidden columns take no room; done now rather
+    // than at showing, so the view can be sized to exactly four columns.
+    m_fraPcCa->resize(m_fraPcCa->sizeHint());
+    m_fraPcCa->layout()->setGeometry(m_fraPcCa->rect());
+    m_columnWidth = m_labels[Rows]->x() - m_labels[0]->x();
+    m_view->setFixedSize(m_labels[Rows * VisibleColumns]->x(), m_fraPcCa->height());
+}
+
+void dlgPcCa::Form_Load()
+{
+    const SharedState &state = m_context.state;
+    setWindowTitle(QStringLiteral("Card creation Sentence data copy PC -> Card : ") + state.ProjectFileName);
+    const SettingData &buffer = state.SettingBuffer;
+    m_limit = Table::limitFor(buffer);
+    const int capacity = buffer.sentenceCapacity();
+    for (int i = capacity; i < Entries; ++i) {
+        m_boxes[i]->setEnabled(false);
+        m_boxes[i]->setVisible(false);
+        m_labels[i]->setVisible(false);
+    }
+    layOutEntries();
+    m_hscCaPc->setRange(0, capacity / Rows - VisibleColumns);
+    m_hscCaPc->setPageStep(VisibleColumns);
+    showEntries();
+    showPath();
+    m_cmdPcCaApp->setEnabled(false);
+}
+
+void dlgPcCa::showPath()
+{
+    m_lblsentPath->setText(pathLabelText(m_context.state.SentencePath));
+    m_lblsentPath->setToolTip(m_context.state.SentencePath);
+}
+
+void dlgPcCa::showBox(int index, const QString &text)
+{
+    m_boxes[index]->setText(text);
+    m_checkedText[index] = text;
+}
+
+void dlgPcCa::showEntries()
+{
+    const SettingData &buffer = m_context.state.SettingBuffer;
+    for (int i = 0; i <= m_limit; ++i)
+        showBox(i, buffer.SentenceFileName[i]);
+}
+
+void dlgPcCa::setModified()
+{
+    m_cmdPcCaApp->setEnabled(true);
+}
+
+int dlgPcCa::indexOfBox(QObject *object) const
+{
+    const auto found = std::find(m_boxes.begin(), m_boxes.end(), object);
+    return found == m_boxes.end() ? -1 : static_cast<int>(found - m_boxes.begin());
+}
+
+void dlgPcCa::TxtPcCa_Change(int index)
+{
+    setModified();
+    if (!IsValidFileNameText(m_boxes[index]->text())) {
+        m_context.msgBox.show(IncorrectValue);
+        m_boxes[index]->clear();
+    }
+}
+
+void dlgPcCa::takeIntoWorkFolder(const QString &name)
+{
+    const SharedState &state = m_context.state;
+    const QString source = SentenceFolderIndex(state.SentencePath).find(name);
+    QString error;
+    if (!source.isEmpty()) {
+        if (!StoreSentenceFile(state, m_context.msgBox, StoreMode::WorkFolder, source, error))
+            m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+        return;
+    }
+    // A file dropped from elsewhere is in the work folder already.
+    if (SentenceFolderIndex(workFolder(state)).find(name).isEmpty())
+        m_context.msgBox.show(
+            QStringLiteral("%1 is not in the sentence folder %2.").arg(name, state.SentencePath),
+            MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+}
+
+bool dlgPcCa::TxtPcCa_LostFocus(int index)
+{
+    const QString text = m_boxes[index]->text();
+    if (text == m_checkedText[index])
+        return true;
+    SettingData &buffer = m_context.state.SettingBuffer;
+    if (text.isEmpty()) {
+        Table::setEntry(buffer, index, QString());
+        m_checkedText[index] = text;
+        return true;
+    }
+    if (!Table::isSentenceFileName(text)) {
+        Table::setEntry(buffer, index, QString());
+        showBox(index, QString());
+        m_context.msgBox.show(IncorrectValue);
+        return false;
+    }
+    Table::setEntry(buffer, index, text);
+    showBox(index, buffer.SentenceFileName[index]);
+    takeIntoWorkFolder(buffer.SentenceFileName[index]);
+    return true;
+}
+
+void dlgPcCa::TxtPcCa_KeyDown_Enter(int index)
+{
+    // The last box of the table keeps the focus.
+    const int last = Table::lastEntry(m_context.state.SettingBuffer);
+    m_boxes[qMin(index + 1, last)]->setFocus();
+}
+
+void dlgPcCa::TxtPcCa_OLEDragDrop(int index, const QString &path)
+{
+    const QString name = droppedFileName(QDir::toNativeSeparators(path));
+    if (name.isEmpty())
+        return;
+    m_boxes[index]->setText(name);
+    m_boxes[index]->setFocus();
+    m_current = index;
+    setModified();
+    QString error;
+    if (!StoreSentenceFile(m_context.state, m_context.msgBox, StoreMode::WorkFolder, path, error))
+        m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+}
+
+bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
+{
+    const int index = indexOfBox(watched);
+    if (index < 0)
+        return QDialog::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        m_current = index;
+        break;
+    case QEvent::DragEnter:
+    case QEvent::DragMove: {
+        // The box would refuse a list of files as text; files are what it takes here.
+        auto *drag = static_cast<QDragMoveEvent *>(event);
+        if (drag->mimeData()->hasUrls()) {
+            drag->acceptProposedAction();
+            return true;
+        }
+        break;
+    }
+    case QEvent::Drop: {
+        auto *drop = static_cast<QDropEvent *>(event);
+        const QList<QUrl> urls = drop->mimeData()->urls();
+        if (!urls.isEmpty() && urls.first().isLocalFile()) {
+            TxtPcCa_OLEDragDrop(index, urls.first().toLocalFile());
+            drop->acceptProposedAction();
+            return true;
+        }
+        break;
+    }
+    default:
+        break;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void dlgPcCa::cmdPcCaAll_Click()
+{
+    const QStringList listed = QDir(m_context.state.SentencePath).entryList(QDir::Files, QDir::Name);
+    // One below the table's size at most: 127 or 511 files, as this command has always allowed.
+    const int allowed = m_limit == 511 ? 512 : m_limit;
+    if (Table::countSentenceFiles(listed) >= allowed) {
+        m_context.msgBox.show(QStringLiteral("Sentence file number error!"));
+        return;
+    }
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    for (const Table::Placement &placement : Table::placeFolderFiles(m_context.state.SettingBuffer, listed)) {
+        m_boxes[placement.index]->setText(placement.name);
+        TxtPcCa_LostFocus(placement.index);
+    }
+    QApplication::restoreOverrideCursor();
+    setModified();
+}
+
+void dlgPcCa::cmdPcCaIns_Click()
+{
+    SettingData &buffer = m_context.state.SettingBuffer;
+    if (!Table::insertAt(buffer, m_current)) {
+        m_context.msgBox.show(buffer.sentenceCapacity() == 512
+                                  ? QStringLiteral("512 step is programmed. Can not insert")
+                                  : QStringLiteral("128 step is programmed. Can not insert"));
+        return;
+    }
+    showEntries();
+    setModified();
+}
+
+void dlgPcCa::cmdPcCaDel_Click()
+{
+    Table::removeAt(m_context.state.SettingBuffer, m_current);
+    showEntries();
+    setModified();
+}
+
+void dlgPcCa::cmdPcCaMov_Click()
+{
+    QStringList names;
+    for (int i = 0; i <= m_limit; ++i)
+        names.append(m_boxes[i]->text());
+    // The files of moved entries are in the work folder already: only the entries follow.
+    for (const int i : Table::moveForward(names, m_limit)) {
+        showBox(i, names[i]);
+        Table::setEntry(m_context.state.SettingBuffer, i, names[i]);
+    }
+    setModified();
+}
+
+void dlgPcCa::cmdsentPath_Click()
+{
+    frmSetPath dialog(m_context.state.SentencePath, this);
+    if (dialog.exec() == QDialog::Accepted)
+        m_context.state.SentencePath = withTrailingSeparator(dialog.chosenFolder());
+    showPath();
+}
+
+void dlgPcCa::hscCaPc_Change(int value)
+{
+    m_fraPcCa->move(-m_columnWidth * value, 0);
+}
+
+void dlgPcCa::cmdPcCaApp_Click()
+{
+    SharedState &state = m_context.state;
+    state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
+    const SentenceFolderIndex waiting(workFolder(state));
+    const SentenceFolderIndex stored(projectSentenceFolder(state));
+    QStringList problems;
+    for (const QString &name : state.Setting.SentenceFileName) {
+        if (name.isEmpty())
+            continue;
+        const QString source = waiting.find(name);
+        QString error;
+        if (!source.isEmpty()) {
+            if (!StoreSentenceFile(state, m_context.msgBox, StoreMode::ProjectFolder, source, error))
+                problems.append(error);
+        } else if (stored.find(name).isEmpty()) {
+            problems.append(QStringLiteral("%1 was not found.").arg(name));
+        }
+    }
+    if (!problems.isEmpty())
+        m_context.msgBox.show(
+            QStringLiteral("Some sentence files were not stored in %1:\n").arg(projectSentenceFolder(state))
+                + problems.join(QLatin1Char('\n')),
+            MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+    m_cmdPcCaApp->setEnabled(false);
+}
+
+void dlgPcCa::cmdPcCaOk_Click()
+{
+    cmdPcCaApp_Click();
+    accept();
+}
+
+void dlgPcCa::cmdPcCaClose_Click()
+{
+    reject();
+}
+
+bool dlgPcCa::Form_Unload()
+{
+    SharedState &state = m_context.state;
+    if (!state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)) {
+        if (!m_context.msgBox.confirm(
+                QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
+            return false;
+        state.CopySettingToBuffer(SettingSection::CardSentencesPrograms);
+    }
+    ClearWorkFolder(state);
+    return true;
+}
+
+void dlgPcCa::done(int result)
+{
+    if (!m_unloaded && !Form_Unload())
+        return;
+    m_unloaded = true;
+    QDialog::done(result);
+}

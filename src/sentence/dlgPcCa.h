@@ -1,0 +1,77 @@
+#pragma once
+
+#include "AppContext.h"
+
+#include <QDialog>
+
+#include <array>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QScrollBar;
+
+/// Builds the sentence table: which MP2 file is sentence 1, 2, 3... Names are typed, dropped from
+/// the file manager, or taken from the sentence folder as a whole. Chosen files wait in the work
+/// folder; Apply and OK commit the table and store the files in the project's sentence folder.
+class dlgPcCa : public QDialog
+{
+    Q_OBJECT
+
+public:
+    static constexpr int Entries = 512;
+    static constexpr int Rows = 16;
+    static constexpr int VisibleColumns = 4;
+
+    dlgPcCa(AppContext &context, QWidget *parent);
+
+    QLineEdit *box(int index) const { return m_boxes[index]; }
+    int currentBox() const { return m_current; }
+
+public slots:
+    void TxtPcCa_Change(int index);
+    bool TxtPcCa_LostFocus(int index);
+    void TxtPcCa_KeyDown_Enter(int index);
+    /// A file dropped on box `index` (its full path).
+    void TxtPcCa_OLEDragDrop(int index, const QString &path);
+    void cmdPcCaAll_Click();
+    void cmdPcCaIns_Click();
+    void cmdPcCaDel_Click();
+    void cmdPcCaMov_Click();
+    void cmdsentPath_Click();
+    void cmdPcCaApp_Click();
+    void cmdPcCaOk_Click();
+    void cmdPcCaClose_Click();
+    void hscCaPc_Change(int value);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void done(int result) override;
+
+private:
+    QWidget *buildEntryFrame();
+    void layOutEntries();
+    void Form_Load();
+    bool Form_Unload();
+    void showPath();
+    void showEntries();
+    void showBox(int index, const QString &text);
+    void setModified();
+    /// Copies a named file from the sentence folder into the work folder; says why when it cannot.
+    void takeIntoWorkFolder(const QString &name);
+    int indexOfBox(QObject *object) const;
+
+    AppContext &m_context;
+    int m_limit = 128;
+    int m_current = 0;
+    bool m_unloaded = false;
+    std::array<QLineEdit *, Entries> m_boxes {};
+    std::array<QLabel *, Entries> m_labels {};
+    std::array<QString, Entries> m_checkedText {};
+    QWidget *m_view = nullptr;
+    QWidget *m_fraPcCa = nullptr;
+    QScrollBar *m_hscCaPc = nullptr;
+    QLabel *m_lblsentPath = nullptr;
+    QPushButton *m_cmdPcCaApp = nullptr;
+    int m_columnWidth = 0;
+};
