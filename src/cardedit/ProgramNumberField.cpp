@@ -1,6 +1,7 @@
 #include "ProgramNumberField.h"
 
 #include "MsgBox.h"
+#include "OperatorMessages.h"
 #include "ProgramNumberText.h"
 
 #include <QLineEdit>
@@ -53,7 +54,7 @@ bool ProgramNumberField::check()
     if (!typed) {
         m_checkedText = ProgramNumberText::format(number());
         m_text->setText(m_checkedText);
-        m_msgBox.show(QStringLiteral("Incorrect value has been entered."));
+        m_msgBox.show(incorrectValueMessage());
         return false;
     }
     // The typed text stays as the operator wrote it ("p07"); the bar follows it.

@@ -3,6 +3,7 @@
 #include "DialogLayout.h"
 #include "MsgBox.h"
 #include "NumberBox.h"
+#include "OperatorMessages.h"
 #include "PathText.h"
 #include "ProgramNumberField.h"
 #include "ProgramNumberText.h"
@@ -34,7 +35,6 @@
 
 namespace {
 
-const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
 constexpr int CardCheckMilliseconds = 1000;
 constexpr int FirstSlotAbove128 = 128;
 
@@ -473,7 +473,7 @@ void frmEdit::cmdTPrgCpy_Click()
 void frmEdit::takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target)
 {
     if (!IsValidFileNameText(text)) {
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
         edit->setText(lastValid);
         return;
     }
@@ -504,7 +504,7 @@ void frmEdit::txtExp_Change()
     if (text == m_validExplanation)
         return;
     if (!IsStorableExplanation(text)) {
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
         m_txtExp->setPlainText(explanationForDisplay(m_validExplanation));
         m_txtExp->moveCursor(QTextCursor::End);
         return;

@@ -1,4 +1,5 @@
 #include "frmProg.h"
+#include "OperatorMessages.h"
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -26,7 +27,6 @@ namespace Rules = ProgramFieldRules;
 
 namespace {
 
-const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
 constexpr int ProgramNameLength = 20;
 
 QRadioButton *namedRadio(const QString &caption, const char *objectName, QWidget *parent)
@@ -254,7 +254,7 @@ void frmProg::Form_Load()
         // The play interval shown is the committed one.
         const std::optional<int> seconds = Word::endlessSeconds(state.Setting.ProgramOption[m_p]);
         if (!seconds)
-            m_context.msgBox.show(IncorrectValue);
+            m_context.msgBox.show(incorrectValueMessage());
         m_txtPrgInt->setText(seconds && *seconds > 0 ? QString::number(*seconds) : QStringLiteral("OFF"));
     }
     m_method = method;
@@ -345,7 +345,7 @@ void frmProg::optPrgInt_Click(int index)
 void frmProg::showInterval(const Rules::Interval &shown)
 {
     if (shown.refused)
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
     m_txtPrgInt->setText(shown.text);
     setBar(m_vscInt, shown.barValue);
     SettingData &buffer = m_context.state.SettingBuffer;
@@ -374,7 +374,7 @@ bool frmProg::txtPrgInt_LostFocus()
 void frmProg::showRepeatCount(const Rules::RepeatCount &shown)
 {
     if (shown.refused)
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
     m_txtPrgNo->setText(shown.text);
     setBar(m_vscNo, shown.barValue);
     m_context.state.SettingBuffer.RepeatCount[m_p] = shown.count;
@@ -403,7 +403,7 @@ bool frmProg::txtAutoVol_LostFocus()
 {
     const std::optional<int> level = Rules::parseLevel(m_txtAutoVol->text());
     if (!level) {
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
         showLevel(Word::outputLevel(option()));
         return false;
     }
@@ -491,8 +491,7 @@ bool frmProg::Form_Unload()
     SharedState &state = m_context.state;
     if (!state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
         || !state.SettingEqualsBuffer(SettingSection::Steps)) {
-        if (!m_context.msgBox.confirm(
-                QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
+        if (!m_context.msgBox.confirm(contentsOfEditQuestion()))
             return false;
         state.CopySettingToBuffer(SettingSection::All);
     }

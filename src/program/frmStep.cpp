@@ -1,4 +1,5 @@
 #include "frmStep.h"
+#include "OperatorMessages.h"
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -159,7 +160,7 @@ bool frmStep::txtStpIdx_LostFocus(int index)
     const StepText::Entry entry = StepText::check(text, sentenceLimit());
     if (!entry.accepted) {
         showStep(index, StepText::decode(steps()[index]));
-        m_context.msgBox.show(QStringLiteral("Incorrect value has been entered."));
+        m_context.msgBox.show(incorrectValueMessage());
         return false;
     }
     steps()[index] = entry.stored;
@@ -291,8 +292,7 @@ bool frmStep::Form_Unload()
     if (state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
         && state.SettingEqualsBuffer(SettingSection::Steps))
         return true;
-    if (!m_context.msgBox.confirm(
-            QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
+    if (!m_context.msgBox.confirm(contentsOfEditQuestion()))
         return false;
     state.CopySettingToBuffer(SettingSection::All);
     return true;

@@ -1,9 +1,11 @@
 #include "dlgCaPc.h"
+#include "OperatorMessages.h"
 
 #include "DialogLayout.h"
 #include "FileCopy.h"
 #include "MsgBox.h"
 #include "NumberBox.h"
+#include "PathLabelText.h"
 #include "PathText.h"
 #include "SharedState.h"
 #include "TextChecks.h"
@@ -18,14 +20,7 @@
 
 namespace {
 
-const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
 const QString CopyComplete = QStringLiteral("File copy complete");
-
-QString pathLabelText(const QString &folder)
-{
-    const QString text = QStringLiteral("Path :") + folder;
-    return text.size() > 38 ? text.left(35) + QLatin1String("...") : text;
-}
 
 QGroupBox *copyGroup(const QString &title, const QString &caption, QLineEdit *input, QPushButton *start,
                      QWidget *parent)
@@ -110,7 +105,7 @@ bool dlgCaPc::txtCaPcAllInp_LostFocus()
 {
     if (IsValidFileNameText(m_txtCaPcAllInp->text()))
         return true;
-    m_context.msgBox.show(IncorrectValue);
+    m_context.msgBox.show(incorrectValueMessage());
     m_txtCaPcAllInp->clear();
     return false;
 }
@@ -119,7 +114,7 @@ void dlgCaPc::txtCaPcSelInp_Change()
 {
     if (IsValidFileNameText(m_txtCaPcSelInp->text()))
         return;
-    m_context.msgBox.show(IncorrectValue);
+    m_context.msgBox.show(incorrectValueMessage());
     m_txtCaPcSelInp->clear();
 }
 
@@ -177,16 +172,15 @@ void dlgCaPc::cmdCaPcSel_Click()
     const QString upper = name.toUpper();
     const bool sentence = upper.endsWith(QLatin1String(".MP2"));
     if (!sentence && !upper.endsWith(QLatin1String(".CSV"))) {
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
         m_txtCaPcSelInp->clear();
         return;
     }
     const QString source
         = sentence ? joinPath(cardSentenceFolder(), name) : joinPath(m_context.state.CardSlot, name);
     if (!QDir(cardSentenceFolder()).exists() || !QFileInfo(source).isFile()) {
-        m_context.msgBox.show(
-            QStringLiteral("Updating the contents of edit has not been continued. Does close it?\n")
-            + QStringLiteral("%1 is not on the card.").arg(source));
+        m_context.msgBox.show(contentsOfEditQuestion() + QLatin1Char('\n')
+                              + QStringLiteral("%1 is not on the card.").arg(source));
         return;
     }
     if (QFileInfo::exists(m_destination + name)) {

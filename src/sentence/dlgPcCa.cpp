@@ -1,8 +1,10 @@
 #include "dlgPcCa.h"
+#include "OperatorMessages.h"
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
 #include "NumberText.h"
+#include "PathLabelText.h"
 #include "PathText.h"
 #include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
@@ -27,15 +29,6 @@
 namespace Table = SentenceTableEdit;
 
 namespace {
-
-const QString IncorrectValue = QStringLiteral("Incorrect value has been entered.");
-
-// "Path :" and the folder, shortened to 35 characters and "..." past 38.
-QString pathLabelText(const QString &folder)
-{
-    const QString text = QStringLiteral("Path :") + folder;
-    return text.size() > 38 ? text.left(35) + QLatin1String("...") : text;
-}
 
 // The name of a dropped file: at most 12 characters after the last separator, else nothing.
 QString droppedFileName(const QString &path)
@@ -191,7 +184,7 @@ void dlgPcCa::TxtPcCa_Change(int index)
 {
     setModified();
     if (!IsValidFileNameText(m_boxes[index]->text())) {
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
         m_boxes[index]->clear();
     }
 }
@@ -227,7 +220,7 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
     if (!Table::isSentenceFileName(text)) {
         Table::setEntry(buffer, index, QString());
         showBox(index, QString());
-        m_context.msgBox.show(IncorrectValue);
+        m_context.msgBox.show(incorrectValueMessage());
         return false;
     }
     Table::setEntry(buffer, index, text);
@@ -398,8 +391,7 @@ bool dlgPcCa::Form_Unload()
 {
     SharedState &state = m_context.state;
     if (!state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)) {
-        if (!m_context.msgBox.confirm(
-                QStringLiteral("Updating the contents of edit has not been continued. Does close it?")))
+        if (!m_context.msgBox.confirm(contentsOfEditQuestion()))
             return false;
         state.CopySettingToBuffer(SettingSection::CardSentencesPrograms);
     }

@@ -1,5 +1,6 @@
 #include "ProjectFile.h"
 
+#include "OperatorMessages.h"
 #include "PathText.h"
 #include "SettingFileIO.h"
 #include "SettingFileReader.h"
@@ -53,7 +54,7 @@ bool SaveProjectTo(SharedState &state, const QString &path, QString &error)
 QString pendingWorkQuestion(const SharedState &state)
 {
     if (!state.SettingEqualsBuffer(SettingSection::All))
-        return QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
+        return contentsOfEditQuestion();
     if (!state.SettingEqualsSaved())
         return QStringLiteral("Updating the setting data has not been continued. Does close it?");
     return QString();

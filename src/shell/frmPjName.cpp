@@ -1,4 +1,5 @@
 #include "frmPjName.h"
+#include "OperatorMessages.h"
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -46,7 +47,7 @@ void frmPjName::txtPjName_Change(const QString &text)
         m_lastValid = text;
         return;
     }
-    m_context.msgBox.show(QStringLiteral("Incorrect value has been entered."));
+    m_context.msgBox.show(incorrectValueMessage());
     m_text->setText(m_lastValid);
 }
 
@@ -54,7 +55,7 @@ void frmPjName::cmdOK_Click()
 {
     const QString name = m_text->text();
     if (name.isEmpty()) {
-        m_context.msgBox.show(QStringLiteral("Incorrect value has been entered."));
+        m_context.msgBox.show(incorrectValueMessage());
         return;
     }
     // An existing folder of that name holds another project's sentences: using it is a choice.

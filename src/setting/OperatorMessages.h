@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// The answer to every refused entry in every window.
+inline QString incorrectValueMessage()
+{
+    return QStringLiteral("Incorrect value has been entered.");
+}
+
+/// Asked before a window closes with edits not yet applied.
+inline QString contentsOfEditQuestion()
+{
+    return QStringLiteral("Updating the contents of edit has not been continued. Does close it?");
+}
