@@ -1,6 +1,7 @@
 // Opening the sentence table dialog on a 512-sentence card: 512 boxes built, filled and shown.
 
 #include "AppContext.h"
+#include "DriveInfo.h"
 #include "FileDialogs.h"
 #include "QtMsgBox.h"
 #include "TestProjects.h"
@@ -21,7 +22,11 @@ void openFullSentenceTable(benchmark::State &bench)
     state->CopyBufferToSetting(SettingSection::All);
     QtMsgBox msgBox;
     QtFileDialogs fileDialogs;
-    AppContext context {*state, msgBox, fileDialogs};
+    struct NoDrives : DriveSource
+    {
+        QList<DriveInfo> drives() const override { return {}; }
+    } drives;
+    AppContext context {*state, msgBox, fileDialogs, drives};
     for (auto _ : bench) {
         dlgPcCa dialog(context, nullptr);
         dialog.show();

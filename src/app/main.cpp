@@ -7,6 +7,7 @@
 #include "QtMsgBox.h"
 #include "SharedState.h"
 #include "SingleInstance.h"
+#include "SystemDrives.h"
 #include "ToolbarIcons.h"
 #include "frmMain.h"
 
@@ -47,11 +48,14 @@ int main(int argc, char *argv[])
     SharedState state(resolveProgramFolder(), encoding);
     QtMsgBox msgBox;
     QtFileDialogs fileDialogs;
-    AppContext context {state, msgBox, fileDialogs};
+    const std::unique_ptr<DriveSource> drives = makeSystemDriveSource();
+    AppContext context {state, msgBox, fileDialogs, *drives};
     SingleInstance instance;
 
     frmMain mainWindow(context);
     if (!mainWindow.MDIForm_Load(instance))
         return 0;
+    DeviceWatcher watcher;
+    QObject::connect(&watcher, &DeviceWatcher::devicesChanged, &mainWindow, &frmMain::SysInfo1_DeviceChange);
     return QApplication::exec();
 }

@@ -375,7 +375,14 @@ void frmEdit::cmdTPcCa_Click()
 void frmEdit::cmdTCaPc_Click()
 {
     dlgCaPc dialog(m_context, this);
+    m_cardToPc = &dialog;
     dialog.exec();
+}
+
+void frmEdit::closeCardToPcDialog()
+{
+    if (m_cardToPc)
+        m_cardToPc->reject();
 }
 
 void frmEdit::cmdSave_Click()

@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "ProgramWindowTable.h"
 
+#include <QPointer>
 #include <QWidget>
 
 class ProgramNumberField;
@@ -17,6 +18,7 @@ class QRadioButton;
 class QScrollBar;
 class QTabWidget;
 class QTimer;
+class dlgCaPc;
 
 /// The document window of the open project: project texts, card name, sentence count, the card
 /// commands, and the choice and copy of programs.
@@ -33,6 +35,8 @@ public:
 
     /// Shows the project; the owner calls it once, after connecting to the signals.
     void Form_Load();
+    /// The card to PC dialog needs the card: it closes when the card goes.
+    void closeCardToPcDialog();
 
 signals:
     /// The main window's menu items that need a project.
@@ -111,4 +115,5 @@ private:
     QString m_validCardName;
     QString m_validExplanation;
     QTimer *m_timCardC = nullptr;
+    QPointer<dlgCaPc> m_cardToPc;
 };

@@ -29,3 +29,5 @@ int runNew(CliContext &cli, const QStringList &args);
 int runCheck(CliContext &cli, const QStringList &args);
 int runConvert(CliContext &cli, const QStringList &args);
 int runShow(CliContext &cli, const QStringList &args);
+/// Lists the drives as the program sees them; with `watch`, prints each change until stopped.
+int runDrives(CliContext &cli, const QStringList &args, bool watch);

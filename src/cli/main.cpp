@@ -25,12 +25,16 @@ Commands:
   convert IN OUT        read IN and write OUT: a card control file when OUT is named
                         DQ480.CSV (any case) or --card-control is given, else a setting file
   show FILE --json      print the project as JSON, one key per setting field
+  drives [--watch]      list the PC's drives as the program sees them: path, type, readiness,
+                        file system, sizes, media check, and whether it can be the card slot;
+                        with --watch, print each change until stopped (Ctrl+C)
 
 Options:
   --encoding NAME       code page of the files (default CP932; also DQ480_ENCODING)
   --card-control        with convert: write a card control file whatever OUT is named
   --json                with show: print JSON
   --force               with new: replace an existing file
+  --watch               with drives: keep watching
   -h, --help            show this help
   -v, --version         show the version
 
@@ -58,10 +62,11 @@ int main(int argc, char *argv[])
     const QCommandLineOption cardControlOption(QStringLiteral("card-control"));
     const QCommandLineOption jsonOption(QStringLiteral("json"));
     const QCommandLineOption forceOption(QStringLiteral("force"));
+    const QCommandLineOption watchOption(QStringLiteral("watch"));
     const QCommandLineOption helpOption(QStringList {QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption versionOption(QStringList {QStringLiteral("v"), QStringLiteral("version")});
     parser.addOptions(
-        {encodingOption, cardControlOption, jsonOption, forceOption, helpOption, versionOption});
+        {encodingOption, cardControlOption, jsonOption, forceOption, watchOption, helpOption, versionOption});
 
     if (!parser.parse(QCoreApplication::arguments())) {
         err << parser.errorText() << "\nTry 'dq480-cli --help'.\n";
@@ -100,6 +105,10 @@ int main(int argc, char *argv[])
         {QStringLiteral("check"), runCheck},
         {QStringLiteral("convert"), runConvert},
         {QStringLiteral("show"), runShow},
+        {QStringLiteral("drives"),
+         [&](CliContext &c, const QStringList &a) {
+             return runDrives(c, a, parser.isSet(watchOption));
+         }},
     };
     const auto found = commands.find(command);
     if (found == commands.end()) {

@@ -33,6 +33,7 @@ frmMain::frmMain(AppContext &context)
     , m_projectCommands(new ProjectCommands(context, this))
     , m_mdiArea(new QMdiArea(this))
     , m_timer1(new QTimer(this))
+    , m_detection(context.state, context.drives)
 {
     setObjectName(QStringLiteral("frmMain"));
     m_mdiArea->setObjectName(QStringLiteral("MDIClient"));
@@ -96,6 +97,7 @@ void frmMain::createMenus()
         m_mnuCard[i] = cardSlots->addAction(QString());
         m_mnuCard[i]->setObjectName(QStringLiteral("mnuCard_%1").arg(i));
         m_mnuCard[i]->setCheckable(true);
+        connect(m_mnuCard[i], &QAction::triggered, this, [this, i] { mnuCard_Click(i); });
     }
     m_mnuSvSet
         = addAction(tool, "mnuSvSet", QStringLiteral("Surveillance file enable"), &frmMain::mnuSvSet_Click);
@@ -151,6 +153,10 @@ void frmMain::createStatusBar()
     m_folderDisplay = new QLabel(this);
     m_folderDisplay->setObjectName(QStringLiteral("lblFileFolder"));
     m_folderDisplay->setAccessibleName(QStringLiteral("File location"));
+    m_cardSlotDisplay = new QLabel(this);
+    m_cardSlotDisplay->setObjectName(QStringLiteral("lblCardSlot"));
+    m_cardSlotDisplay->setAccessibleName(QStringLiteral("Card slot"));
+    statusBar()->addWidget(m_cardSlotDisplay);
     statusBar()->addPermanentWidget(m_fileNameDisplay);
     statusBar()->addPermanentWidget(m_folderDisplay);
 }
@@ -171,10 +177,10 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
                               MsgBox::Icon::Exclamation);
         return false;
     }
-    m_mnuCard[0]->setVisible(true);
-    m_mnuCard[0]->setText(QStringLiteral("Nothing"));
-    for (int i = 1; i < CardSlotEntries; ++i)
-        m_mnuCard[i]->setVisible(false);
+    m_cardMenu.captions[0] = QStringLiteral("Nothing");
+    for (int i = 0; i < CardSlotEntries; ++i)
+        m_cardMenu.visible[i] = i == 0;
+    showCardSlotMenu();
     m_mnuSvSet->setChecked(true);
     m_projectCommands->NewSettingFile();
     setWindowTitle(QStringLiteral("Arvon DQ-480"));
@@ -195,8 +201,44 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
 
 bool frmMain::DetectCardSlots()
 {
-    // The PC's drives are searched for the card slot once drive detection is in place.
-    return false;
+    const bool found = m_detection.DetectCardSlots(m_cardMenu);
+    showCardSlotMenu();
+    return found;
+}
+
+void frmMain::showCardSlotMenu()
+{
+    for (int i = 0; i < CardSlotEntries; ++i) {
+        m_mnuCard[i]->setText(m_cardMenu.captions[i]);
+        m_mnuCard[i]->setVisible(m_cardMenu.visible[i]);
+        m_mnuCard[i]->setChecked(m_cardMenu.checked[i]);
+    }
+    const SharedState &state = m_context.state;
+    m_cardSlotDisplay->setText(state.CardSlotValid ? QStringLiteral("Card slot: ") + state.CardSlot
+                                                   : QStringLiteral("Card slot: Nothing"));
+}
+
+void frmMain::refreshCardButtons()
+{
+    // The card edit window's timer would do it within a second; a card event shows at once.
+    if (m_editWindow && m_context.state.EditWindowLoaded)
+        m_editWindow->timCardC_Timer();
+}
+
+void frmMain::mnuCard_Click(int index)
+{
+    m_detection.MenuClick(m_cardMenu, index);
+    showCardSlotMenu();
+    refreshCardButtons();
+}
+
+void frmMain::SysInfo1_DeviceChange()
+{
+    m_detection.DeviceEvent(m_cardMenu);
+    showCardSlotMenu();
+    refreshCardButtons();
+    if (!m_context.state.CardSlotValid && m_editWindow)
+        m_editWindow->closeCardToPcDialog();
 }
 
 void frmMain::unloadSplash()

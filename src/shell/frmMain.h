@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppContext.h"
+#include "CardSlotDetection.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -52,6 +53,9 @@ public slots:
     void mnuSvSet_Click();
     void mnuHelp_Click();
     void Timer1_Timer();
+    void mnuCard_Click(int index);
+    /// A card came or went (the system's device notification).
+    void SysInfo1_DeviceChange();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -66,6 +70,8 @@ private:
     /// Unload: asks about unapplied and unsaved work; false when the operator keeps the program.
     bool MDIForm_Unload();
     bool DetectCardSlots();
+    void showCardSlotMenu();
+    void refreshCardButtons();
     void unloadSplash();
     void showProjectWindow();
     void showPrintNotAvailable();
@@ -84,4 +90,7 @@ private:
     QList<QAction *> m_projectMenuItems;
     QList<QAction *> m_projectToolButtons;
     std::array<QAction *, CardSlotEntries> m_mnuCard {};
+    CardSlotMenu m_cardMenu;
+    CardSlotDetection m_detection;
+    QLabel *m_cardSlotDisplay = nullptr;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppContext.h"
+#include "DriveInfo.h"
 #include "ScriptedFileDialogs.h"
 #include "ScriptedMsgBox.h"
 #include "TestProjects.h"
@@ -24,6 +25,13 @@ T *findControl(const QWidget *window, const QString &name)
     return found;
 }
 
+/// The PC's drives as a test sets them.
+struct FakeDriveSource : DriveSource
+{
+    QList<DriveInfo> list;
+    QList<DriveInfo> drives() const override { return list; }
+};
+
 /// A fresh program folder, shared state and scripted operator for one window test.
 struct GuiFixture
 {
@@ -31,5 +39,6 @@ struct GuiFixture
     std::unique_ptr<SharedState> state = makeTestState(home.path());
     ScriptedMsgBox msgBox;
     ScriptedFileDialogs fileDialogs;
-    AppContext context {*state, msgBox, fileDialogs};
+    FakeDriveSource drives;
+    AppContext context {*state, msgBox, fileDialogs, drives};
 };

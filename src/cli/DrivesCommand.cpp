@@ -1,0 +1,72 @@
+#include "CliCommands.h"
+
+#include "CardSlotTests.h"
+#include "MediaCheck.h"
+#include "SystemDrives.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+namespace {
+
+const char *typeName(int type)
+{
+    static const char *const names[] = {"unknown", "removable", "fixed", "network", "cd-rom", "ram disk"};
+    return type >= 0 && type <= 5 ? names[type] : "unknown";
+}
+
+QString describe(const DriveInfo &drive)
+{
+    return QStringLiteral("%1\t%2\t%3\t%4\t%5\t%6\t%7\tmedia %8\t%9")
+        .arg(drive.path, QLatin1String(typeName(drive.type)),
+             drive.ready ? QStringLiteral("ready") : QStringLiteral("not ready"),
+             drive.fileSystem.isEmpty() ? QStringLiteral("-") : drive.fileSystem)
+        .arg(drive.totalSize)
+        .arg(drive.freeSpace)
+        .arg(drive.availableSpace)
+        .arg(modFDCHK::MediaCheck(drive) ? QStringLiteral("ok") : QStringLiteral("fails"),
+             CardSlotTests::qualifies(drive) ? QStringLiteral("card slot") : QStringLiteral("-"));
+}
+
+QStringList describeAll(const DriveSource &source)
+{
+    QStringList lines;
+    for (const DriveInfo &drive : source.drives())
+        lines << describe(drive);
+    return lines;
+}
+
+} // namespace
+
+int runDrives(CliContext &cli, const QStringList &args, bool watch)
+{
+    if (!args.isEmpty()) {
+        cli.err << "Usage: dq480-cli drives [--watch]\n";
+        return ExitCode::UsageOrFileError;
+    }
+    const std::unique_ptr<DriveSource> source = makeSystemDriveSource();
+    cli.out << "path\ttype\tready\tfile system\ttotal\tfree\tavailable\tmedia check\tcard slot\n";
+    QStringList shown = describeAll(*source);
+    for (const QString &line : shown)
+        cli.out << line << "\n";
+    cli.out.flush();
+    if (!watch)
+        return ExitCode::Ok;
+
+    // Each change prints the drives that came (+) and went (-), until the operator stops it.
+    DeviceWatcher watcher;
+    QObject::connect(&watcher, &DeviceWatcher::devicesChanged, [&] {
+        const QStringList now = describeAll(*source);
+        for (const QString &line : now) {
+            if (!shown.contains(line))
+                cli.out << "+ " << line << "\n";
+        }
+        for (const QString &line : shown) {
+            if (!now.contains(line))
+                cli.out << "- " << line << "\n";
+        }
+        cli.out.flush();
+        shown = now;
+    });
+    return QCoreApplication::exec();
+}

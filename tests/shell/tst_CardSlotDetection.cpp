@@ -1,0 +1,138 @@
+#include "CardSlotDetection.h"
+#include "GuiFixture.h"
+#include "SingleInstance.h"
+#include "frmEdit.h"
+#include "frmMain.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+constexpr qint64 MiB = 1024 * 1024;
+
+DriveInfo card(const QString &path, qint64 size = 64 * MiB, const QString &fileSystem = QStringLiteral("FAT"))
+{
+    DriveInfo drive;
+    drive.path = path;
+    drive.type = DriveInfo::Removable;
+    drive.ready = true;
+    drive.fileSystem = fileSystem;
+    drive.totalSize = size;
+    drive.freeSpace = size / 2;
+    drive.availableSpace = size / 4;
+    drive.device = QStringLiteral("/dev/sdx1");
+    return drive;
+}
+
+QList<DriveInfo> cards(int count)
+{
+    QList<DriveInfo> list;
+    for (int i = 0; i < count; ++i)
+        list << card(QStringLiteral("/media/card%1").arg(i));
+    return list;
+}
+
+} // namespace
+
+class tst_CardSlotDetection : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void detection_data()
+    {
+        QTest::addColumn<QList<DriveInfo>>("drives");
+        QTest::addColumn<int>("listed");
+        QTest::addColumn<bool>("chosen");
+        QTest::newRow("none") << QList<DriveInfo> {} << 0 << false;
+        QTest::newRow("one") << cards(1) << 1 << true;
+        QTest::newRow("two") << cards(2) << 2 << false;
+        QTest::newRow("eleven") << cards(11) << 10 << false;
+        DriveInfo fixedDisk = card(QStringLiteral("/"), 100 * MiB, QStringLiteral("ext4"));
+        DriveInfo share = card(QStringLiteral("/mnt/share"));
+        share.type = DriveInfo::Network;
+        QTest::newRow("only others") << QList<DriveInfo> {fixedDisk, share,
+                                                          card(QStringLiteral("/big"), 256 * MiB),
+                                                          card(QStringLiteral("/f32"), MiB,
+                                                               QStringLiteral("FAT32"))}
+                                     << 0 << false;
+    }
+    void detection()
+    {
+        QFETCH(QList<DriveInfo>, drives);
+        QFETCH(int, listed);
+        QFETCH(bool, chosen);
+        GuiFixture f;
+        f.drives.list = drives;
+        CardSlotDetection detection(*f.state, f.drives);
+        CardSlotMenu menu;
+        QCOMPARE(detection.DetectCardSlots(menu), chosen);
+        QCOMPARE(f.state->CardSlotValid, chosen);
+        if (listed == 0)
+            QCOMPARE(menu.captions[0], QStringLiteral("Nothing"));
+        for (int i = 0; i < CardSlotMenu::Entries; ++i) {
+            QCOMPARE(!menu.captions[i].isEmpty() && menu.captions[i] != QLatin1String("Nothing"), i < listed);
+            QCOMPARE(menu.checked[i], chosen && i == 0);
+        }
+        if (chosen) {
+            QCOMPARE(f.state->CardSlot, QStringLiteral("/media/card0"));
+            QCOMPARE(f.state->CardTotalSize, QString::number(64 * MiB));
+            QCOMPARE(f.state->CardAvailableSpace, QString::number(16 * MiB));
+        }
+    }
+
+    void theOperatorChoosesAmongTwo()
+    {
+        GuiFixture f;
+        f.drives.list = cards(2);
+        CardSlotDetection detection(*f.state, f.drives);
+        CardSlotMenu menu;
+        detection.DetectCardSlots(menu);
+        detection.MenuClick(menu, 1);
+        QVERIFY(f.state->CardSlotValid);
+        QCOMPARE(f.state->CardSlot, QStringLiteral("/media/card1"));
+        QVERIFY(menu.checked[1] && !menu.checked[0]);
+        // Another card coming keeps the choice.
+        f.drives.list << card(QStringLiteral("/media/card9"));
+        detection.DeviceEvent(menu);
+        QVERIFY(menu.checked[1]);
+        QCOMPARE(menu.captions[2], QStringLiteral("/media/card9"));
+    }
+
+    void removingTheChosenCardDisablesTheCardButtons()
+    {
+        GuiFixture f;
+        f.drives.list = cards(1);
+        SingleInstance instance(f.home.filePath(QStringLiteral("lock")));
+        frmMain window(f.context);
+        QVERIFY(window.MDIForm_Load(instance));
+        auto *entry0 = window.findChild<QAction *>(QStringLiteral("mnuCard_0"));
+        QCOMPARE(entry0->text(), QStringLiteral("/media/card0"));
+        QVERIFY(entry0->isChecked());
+        window.findChild<QAction *>(QStringLiteral("mnuNew"))->trigger();
+        frmEdit *edit = window.editWindow();
+        QVERIFY(edit);
+        QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
+
+        f.drives.list.clear();
+        window.SysInfo1_DeviceChange();
+        QVERIFY(!entry0->isChecked());
+        QCOMPARE(entry0->text(), QStringLiteral("Nothing"));
+        QVERIFY(f.state->CardSlot.isEmpty());
+        QVERIFY(!f.state->CardSlotValid);
+        for (const char *name : {"cmdCaWrite", "cmdTCaPc", "cmdTCaFormat"})
+            QVERIFY(!findControl<QPushButton>(edit, QLatin1String(name))->isEnabled());
+
+        // The card comes back: chosen again, the buttons follow.
+        f.drives.list = cards(1);
+        window.SysInfo1_DeviceChange();
+        QVERIFY(entry0->isChecked());
+        QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
+        QVERIFY(f.msgBox.unexpected.isEmpty());
+    }
+};
+
+QTEST_MAIN(tst_CardSlotDetection)
+#include "tst_CardSlotDetection.moc"
