@@ -10,5 +10,6 @@ scripts/build.sh
 cmake --build --preset fuzz >/dev/null
 echo "Replaying the fuzz corpus through the setting-file reader"
 build/fuzz/fuzz/fuzz_setting_reader -runs=0 fuzz/corpus 2>&1 | tail -n 1
+scripts/check-windows.sh
 
 ctest --preset default -j2
