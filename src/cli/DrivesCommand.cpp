@@ -28,12 +28,15 @@ QString describe(const DriveInfo &drive)
              CardSlotTests::qualifies(drive) ? QStringLiteral("card slot") : QStringLiteral("-"));
 }
 
-QStringList describeAll(const DriveSource &source)
+// What identifies a drive for --watch: free space changing all the time is no change of drive.
+QString identity(const DriveInfo &drive)
 {
-    QStringList lines;
-    for (const DriveInfo &drive : source.drives())
-        lines << describe(drive);
-    return lines;
+    return QStringLiteral("%1|%2|%3|%4|%5")
+        .arg(drive.path)
+        .arg(drive.type)
+        .arg(drive.ready)
+        .arg(drive.fileSystem)
+        .arg(drive.totalSize);
 }
 
 } // namespace
@@ -46,9 +49,9 @@ int runDrives(CliContext &cli, const QStringList &args, bool watch)
     }
     const std::unique_ptr<DriveSource> source = makeSystemDriveSource();
     cli.out << "path\ttype\tready\tfile system\ttotal\tfree\tavailable\tmedia check\tcard slot\n";
-    QStringList shown = describeAll(*source);
-    for (const QString &line : shown)
-        cli.out << line << "\n";
+    QList<DriveInfo> shown = source->drives();
+    for (const DriveInfo &drive : shown)
+        cli.out << describe(drive) << "\n";
     cli.out.flush();
     if (!watch)
         return ExitCode::Ok;
@@ -56,14 +59,19 @@ int runDrives(CliContext &cli, const QStringList &args, bool watch)
     // Each change prints the drives that came (+) and went (-), until the operator stops it.
     DeviceWatcher watcher;
     QObject::connect(&watcher, &DeviceWatcher::devicesChanged, [&] {
-        const QStringList now = describeAll(*source);
-        for (const QString &line : now) {
-            if (!shown.contains(line))
-                cli.out << "+ " << line << "\n";
+        const QList<DriveInfo> now = source->drives();
+        QStringList before, after;
+        for (const DriveInfo &drive : shown)
+            before << identity(drive);
+        for (const DriveInfo &drive : now)
+            after << identity(drive);
+        for (const DriveInfo &drive : now) {
+            if (!before.contains(identity(drive)))
+                cli.out << "+ " << describe(drive) << "\n";
         }
-        for (const QString &line : shown) {
-            if (!now.contains(line))
-                cli.out << "- " << line << "\n";
+        for (const DriveInfo &drive : shown) {
+            if (!after.contains(identity(drive)))
+                cli.out << "- " << describe(drive) << "\n";
         }
         cli.out.flush();
         shown = now;

@@ -66,6 +66,8 @@ private slots:
         QTest::newRow("unknown encoding")
             << QStringList {"check", "--encoding", "klingon", Example} << 2 << "Unknown encoding: klingon";
         QTest::newRow("show without json") << QStringList {"show", Example} << 2 << "--json";
+        QTest::newRow("drives") << QStringList {"drives"} << 0 << "path\ttype\tready\tfile system";
+        QTest::newRow("drives with a file") << QStringList {"drives", "x"} << 2 << "Usage: dq480-cli drives";
         QTest::newRow("summary") << QStringList {"check", Example} << 0
                                  << "Project name: Station\nCard capacity: 128 sentences\nUsed sentences: 2\n"
                                     "Programs with steps: 64\n";
