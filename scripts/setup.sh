@@ -8,6 +8,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools libgl-dev
     clang libclang-rt-14-dev     # the setting-file reader's fuzzer
     libbenchmark-dev             # benchmarks
+    libtwolame-dev               # makes the 1 kHz test tone when it is missing
     g++-mingw-w64-x86-64-posix   # compiles the Windows code as a check
 )
 

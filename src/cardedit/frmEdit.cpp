@@ -1,5 +1,7 @@
 #include "frmEdit.h"
 
+#include "CardSlotDetection.h"
+#include "CardWrite.h"
 #include "DialogLayout.h"
 #include "MsgBox.h"
 #include "NumberBox.h"
@@ -14,10 +16,12 @@
 #include "TextChecks.h"
 #include "WindowFrame.h"
 #include "dlgCaPc.h"
+#include "dlgErrLog.h"
 #include "dlgPcCa.h"
 #include "frmProg.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -27,6 +31,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTabWidget>
@@ -356,7 +361,33 @@ void frmEdit::cmdCaWrite_Click()
     if (!m_context.msgBox.confirm(QStringLiteral("Write setting file at drive:") + m_context.state.CardSlot
                                   + QLatin1Char('?')))
         return;
-    showNotAvailable(QStringLiteral("Card write"));
+    WriteProjectToCard(true);
+}
+
+bool frmEdit::WriteProjectToCard(bool announceCompletion)
+{
+    SharedState &state = m_context.state;
+    CardSlotDetection detection(state, m_context.drives);
+    QProgressDialog progress(QStringLiteral("Card write"), QString(), 0, 1, this);
+    progress.setObjectName(QStringLiteral("cardWriteProgress"));
+    progress.setWindowTitle(QStringLiteral("Card write"));
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(500);
+    CardWriteHooks hooks;
+    hooks.slotTest = [&] {
+        return detection.CardCheck(state.CardSlot);
+    };
+    hooks.showMissingFiles = [this, &state](const QStringList &) {
+        dlgErrLog errors(state, this);
+        errors.exec();
+    };
+    hooks.progress = [&progress](const QString &name, int done, int count) {
+        progress.setMaximum(count);
+        progress.setValue(done);
+        progress.setLabelText(QStringLiteral("%1 (%2 / %3)").arg(name).arg(done + 1).arg(count));
+        QCoreApplication::processEvents();
+    };
+    return WriteCard(state, m_context.msgBox, hooks, announceCompletion);
 }
 
 void frmEdit::cmdTCaFormat_Click()

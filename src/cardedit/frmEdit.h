@@ -35,6 +35,8 @@ public:
 
     /// Shows the project; the owner calls it once, after connecting to the signals.
     void Form_Load();
+    /// Card write on the card slot, with progress and the list of missing sentence files.
+    bool WriteProjectToCard(bool announceCompletion);
     /// The card to PC dialog needs the card: it closes when the card goes.
     void closeCardToPcDialog();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TerminalMsgBox.h"
 #include "TextEncoding.h"
 
 #include <QString>
@@ -31,3 +32,6 @@ int runConvert(CliContext &cli, const QStringList &args);
 int runShow(CliContext &cli, const QStringList &args);
 /// Lists the drives as the program sees them; with `watch`, prints each change until stopped.
 int runDrives(CliContext &cli, const QStringList &args, bool watch);
+/// Writes a project to the card mounted at `card`, answering questions as `answers` says.
+int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
+                 TerminalMsgBox::Preset answers);

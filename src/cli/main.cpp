@@ -25,6 +25,10 @@ Commands:
   convert IN OUT        read IN and write OUT: a card control file when OUT is named
                         DQ480.CSV (any case) or --card-control is given, else a setting file
   show FILE --json      print the project as JSON, one key per setting field
+  write-card PROJECT --card MOUNTPOINT [--yes|--no]
+                        write a project to the card mounted there: control file, test tone and
+                        sentences, with every question answered yes or no (else asked here);
+                        exit 1 when the write stopped
   drives [--watch]      list the PC's drives as the program sees them: path, type, readiness,
                         file system, sizes, media check, and whether it can be the card slot;
                         with --watch, print each change until stopped (Ctrl+C)
@@ -35,6 +39,8 @@ Options:
   --json                with show: print JSON
   --force               with new: replace an existing file
   --watch               with drives: keep watching
+  --card MOUNTPOINT     with write-card: where the card is mounted
+  --yes, --no           with write-card: the answer to every question
   -h, --help            show this help
   -v, --version         show the version
 
@@ -63,10 +69,13 @@ int main(int argc, char *argv[])
     const QCommandLineOption jsonOption(QStringLiteral("json"));
     const QCommandLineOption forceOption(QStringLiteral("force"));
     const QCommandLineOption watchOption(QStringLiteral("watch"));
+    const QCommandLineOption cardOption(QStringLiteral("card"), QString(), QStringLiteral("MOUNTPOINT"));
+    const QCommandLineOption yesOption(QStringLiteral("yes"));
+    const QCommandLineOption noOption(QStringLiteral("no"));
     const QCommandLineOption helpOption(QStringList {QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption versionOption(QStringList {QStringLiteral("v"), QStringLiteral("version")});
-    parser.addOptions(
-        {encodingOption, cardControlOption, jsonOption, forceOption, watchOption, helpOption, versionOption});
+    parser.addOptions({encodingOption, cardControlOption, jsonOption, forceOption, watchOption, cardOption,
+                       yesOption, noOption, helpOption, versionOption});
 
     if (!parser.parse(QCoreApplication::arguments())) {
         err << parser.errorText() << "\nTry 'dq480-cli --help'.\n";
@@ -105,6 +114,13 @@ int main(int argc, char *argv[])
         {QStringLiteral("check"), runCheck},
         {QStringLiteral("convert"), runConvert},
         {QStringLiteral("show"), runShow},
+        {QStringLiteral("write-card"),
+         [&](CliContext &c, const QStringList &a) {
+             const auto answers = parser.isSet(yesOption) ? TerminalMsgBox::Preset::Yes
+                 : parser.isSet(noOption)                 ? TerminalMsgBox::Preset::No
+                                                          : TerminalMsgBox::Preset::Ask;
+             return runWriteCard(c, a, parser.value(cardOption), answers);
+         }},
         {QStringLiteral("drives"),
          [&](CliContext &c, const QStringList &a) {
              return runDrives(c, a, parser.isSet(watchOption));

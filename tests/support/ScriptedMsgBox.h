@@ -15,6 +15,8 @@ public:
     {
         shown.append(text);
         icons.append(icon);
+        if (buttons == Buttons::Ok && answerOkBoxes)
+            return Answer::Ok;
         if (!answers.isEmpty())
             return answers.takeFirst();
         unexpected.append(text);
@@ -26,6 +28,8 @@ public:
     /// The answers for the next boxes, in order.
     void script(std::initializer_list<Answer> next) { answers.append(next); }
 
+    /// Answer boxes with only an OK button without a script (questions still need one).
+    bool answerOkBoxes = false;
     QList<Answer> answers;
     QStringList shown;
     QList<Icon> icons;

@@ -1,0 +1,50 @@
+#include "CliCommands.h"
+
+#include "CardSlotDetection.h"
+#include "CardWrite.h"
+#include "ProjectFile.h"
+#include "SharedState.h"
+#include "SystemDrives.h"
+#include "TerminalMsgBox.h"
+
+#include <QDir>
+
+int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
+                 TerminalMsgBox::Preset answers)
+{
+    if (args.size() != 1 || card.isEmpty()) {
+        cli.err << "Usage: dq480-cli write-card PROJECT --card MOUNTPOINT [--yes|--no]\n";
+        return ExitCode::UsageOrFileError;
+    }
+    SharedState state(cli.appPath, cli.encoding);
+    QString error;
+    switch (loadProject(state, args.first(), error)) {
+    case LoadOutcome::Read:
+        break;
+    case LoadOutcome::Unreadable:
+        cli.err << error << "\n";
+        return ExitCode::UsageOrFileError;
+    case LoadOutcome::Rejected:
+        cli.err << "Setting file error!\n";
+        return ExitCode::SettingFileError;
+    }
+    state.CardSlot = QDir::toNativeSeparators(QDir(card).absolutePath());
+    const std::unique_ptr<DriveSource> drives = makeSystemDriveSource();
+    CardSlotDetection detection(state, *drives);
+    TerminalMsgBox msgBox(cli.out, answers);
+    CardWriteHooks hooks;
+    hooks.slotTest = [&] {
+        return detection.CardCheck(state.CardSlot);
+    };
+    hooks.showMissingFiles = [&](const QStringList &missing) {
+        cli.err << " Not find file list\n";
+        for (const QString &name : missing)
+            cli.err << "  " << name << "\n";
+        cli.err << " Not find file count:  " << missing.size() << "\n";
+    };
+    hooks.progress = [&](const QString &name, int done, int count) {
+        if (!name.isEmpty())
+            cli.out << "Writing " << name << " (" << done + 1 << "/" << count << ")\n";
+    };
+    return WriteCard(state, msgBox, hooks, true) ? ExitCode::Ok : ExitCode::SettingFileError;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class MsgBox;
+class SharedState;
+
+/// What card write needs from whoever starts it.
+struct CardWriteHooks
+{
+    /// The slot test: finds the card slot's drive, checks it is ready and small enough, and records
+    /// its sizes in the state. False when the slot is not ready.
+    std::function<bool()> slotTest;
+    /// Shows the sentence files that are missing from the project's folder (the error list).
+    std::function<void(const QStringList &missing)> showMissingFiles;
+    /// Called before each sentence file is copied (`done` of `count`), to show progress.
+    std::function<void(const QString &fileName, int done, int count)> progress;
+};
+
+/// Puts the project (Setting) on the card: the control file into the card's "CONTENTS" folder,
+/// the test tone when the surveillance switch is on, then the sentence files after a free-space
+/// test. Every file is synced to the card and each sentence read back before "Card write is
+/// complete". True when it went through all sentences; false when it stopped.
+bool WriteCard(SharedState &state, MsgBox &msgBox, const CardWriteHooks &hooks, bool announceCompletion);
+
+/// Copies a sentence file to the card. False, without copying, when a file of that name is there
+/// and read-only; also false (with `error`) when the copy fails.
+bool CopySentenceFile(const QString &source, const QString &destination, QString &error);
