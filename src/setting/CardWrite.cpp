@@ -40,17 +40,46 @@ void syncFolder(const QString &folder)
 #endif
 }
 
-bool sameContents(const QString &a, const QString &b)
+void syncFile(QFile &file)
 {
-    QFile first(a);
-    QFile second(b);
-    if (!first.open(QIODevice::ReadOnly) || !second.open(QIODevice::ReadOnly)
-        || first.size() != second.size())
+    file.flush();
+#ifdef Q_OS_UNIX
+    ::fsync(file.handle());
+#endif
+}
+
+// A sentence file is small: it is read once, checked, written beside its place on the card,
+// synced, renamed into place and read back, so a card that takes the write but keeps wrong
+// bytes is caught. The old copy stays until the new one is complete.
+bool writeVerified(const QByteArray &bytes, const QString &destination, QString &error)
+{
+    const QString temporary = destination + QStringLiteral(".TMP");
+    QFile out(temporary);
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)
+        || out.write(bytes) != bytes.size()) {
+        error = QStringLiteral("Cannot write %1: %2").arg(destination, out.errorString());
+        out.close();
+        QFile::remove(temporary);
         return false;
-    constexpr qint64 Chunk = 256 * 1024;
-    while (!first.atEnd()) {
-        if (first.read(Chunk) != second.read(Chunk))
-            return false;
+    }
+    syncFile(out);
+    out.close();
+#ifdef Q_OS_UNIX
+    const bool renamed
+        = ::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(destination).constData()) == 0;
+#else
+    const bool renamed = (!QFile::exists(destination) || QFile::remove(destination))
+        && QFile::rename(temporary, destination);
+#endif
+    if (!renamed) {
+        error = QStringLiteral("Cannot write %1: the file could not be put in place.").arg(destination);
+        QFile::remove(temporary);
+        return false;
+    }
+    QFile back(destination);
+    if (!back.open(QIODevice::ReadOnly) || back.readAll() != bytes) {
+        error = QStringLiteral("%1 on the card differs from the file written.").arg(destination);
+        return false;
     }
     return true;
 }
@@ -187,24 +216,18 @@ private:
                 continue; // listed in the error list already
             if (m_hooks.progress)
                 m_hooks.progress(name, done++, count);
-            if (!IsValidMp2File(source)) {
+            QFile in(source);
+            const QByteArray bytes = in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+            if (!isAcceptedMp2Header(bytes)) {
                 m_msgBox.show(QStringLiteral("Filesystem error :") + name);
                 continue;
             }
-            QFile::remove(destination);
             QString error;
-            if (!CopySentenceFile(source, destination, error)) {
+            if (!writeVerified(bytes, destination, error)) {
                 reportFailure(m_msgBox, QStringLiteral("Card write stopped at %1.\n%2").arg(name, error));
                 return false;
             }
-            if (!sameContents(source, destination)) {
-                reportFailure(m_msgBox,
-                              QStringLiteral("Card write stopped: %1 on the card differs from %2.")
-                                  .arg(destination, source));
-                return false;
-            }
-            if (!(s.CardAttribute & SettingData::AttributeWriteProtect))
-                setReadOnly(destination, false);
+            // A new file on the card carries no attribute: it is "normal" already.
         }
         if (m_hooks.progress)
             m_hooks.progress(QString(), count, count);
