@@ -80,7 +80,8 @@ std::optional<VolumeSpace> LinuxDriveSource::statvfsSpace(const QString &mountPo
         return std::nullopt;
     const auto unit = static_cast<qint64>(info.f_frsize ? info.f_frsize : info.f_bsize);
     return VolumeSpace {static_cast<qint64>(info.f_blocks) * unit, static_cast<qint64>(info.f_bfree) * unit,
-                        static_cast<qint64>(info.f_bavail) * unit, static_cast<quint64>(info.f_blocks)};
+                        static_cast<qint64>(info.f_bavail) * unit, static_cast<quint64>(info.f_blocks),
+                        static_cast<quint64>(info.f_files)};
 }
 
 QByteArray LinuxDriveSource::readBootSector(const QString &device)
@@ -125,6 +126,9 @@ QList<DriveInfo> LinuxDriveSource::drives() const
             drive.type = DriveInfo::CdRom;
         } else if (mount.fsType == QLatin1String("tmpfs") || mount.fsType == QLatin1String("ramfs")) {
             drive.type = DriveInfo::RamDisk;
+        } else if (mount.fsType == QLatin1String("fuse.fusefat")) {
+            // A FAT card or card image mounted in user space: a removable FAT volume.
+            drive.type = DriveInfo::Removable;
         } else if (mount.major != 0) {
             const BlockDevice block = blockDevice(m_roots.sysfs, mount.major, mount.minor);
             if (!block.exists)
@@ -141,8 +145,11 @@ QList<DriveInfo> LinuxDriveSource::drives() const
             drive.freeSpace = space->free;
             drive.availableSpace = space->available;
         }
-        drive.fileSystem = isFat(mount.fsType) ? fatText(mount.major, mount.minor, mount.source, space)
-                                               : otherFileSystemText(mount.fsType);
+        if (mount.fsType == QLatin1String("fuse.fusefat") && space) // it counts data clusters as inodes
+            drive.fileSystem = FatVariant::fileSystemText(FatVariant::kindFromClusterCount(space->files));
+        else
+            drive.fileSystem = isFat(mount.fsType) ? fatText(mount.major, mount.minor, mount.source, space)
+                                                   : otherFileSystemText(mount.fsType);
         drives.append(drive);
     }
 

@@ -22,6 +22,7 @@ struct VolumeSpace
     qint64 free = 0;
     qint64 available = 0;
     quint64 blocks = 0; // for vfat, one block is one cluster
+    quint64 files = 0; // for fusefat, the number of data clusters
 };
 
 /// The drives of a Linux PC: mounted block devices (removable when their disk is, or an SD or USB
