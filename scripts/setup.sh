@@ -10,6 +10,7 @@ packages=(
     libbenchmark-dev             # benchmarks
     libtwolame-dev               # makes the 1 kHz test tone when it is missing
     g++-mingw-w64-x86-64-posix   # compiles the Windows code as a check
+    dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
 )
 
 missing=()

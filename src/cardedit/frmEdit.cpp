@@ -1,6 +1,7 @@
 #include "frmEdit.h"
 
 #include "CardSlotDetection.h"
+#include "CardSlotTests.h"
 #include "CardWrite.h"
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -17,6 +18,7 @@
 #include "WindowFrame.h"
 #include "dlgCaPc.h"
 #include "dlgErrLog.h"
+#include "dlgFMT.h"
 #include "dlgPcCa.h"
 #include "frmProg.h"
 
@@ -349,12 +351,6 @@ void frmEdit::cmdTCaProtOff_Click()
         = static_cast<qint16>(state.SettingBuffer.CardAttribute & ~SettingData::AttributeWriteProtect);
 }
 
-void frmEdit::showNotAvailable(const QString &what)
-{
-    m_context.msgBox.show(what + QStringLiteral(" is not available yet."), MsgBox::Buttons::Ok,
-                          MsgBox::Icon::Information);
-}
-
 void frmEdit::cmdCaWrite_Click()
 {
     // The slot is a mount point here, not a drive letter: the question names it whole.
@@ -392,9 +388,21 @@ bool frmEdit::WriteProjectToCard(bool announceCompletion)
 
 void frmEdit::cmdTCaFormat_Click()
 {
-    if (!m_context.msgBox.confirm(QStringLiteral("Format start drive: ") + m_context.state.CardSlot))
+    const SharedState &state = m_context.state;
+    const QList<DriveInfo> drives = m_context.drives.drives();
+    const bool usable = std::any_of(drives.begin(), drives.end(), [&](const DriveInfo &d) {
+        return d.path == state.CardSlot && d.ready && CardSlotTests::typeIsExamined(d);
+    });
+    if (!usable)
         return;
-    showNotAvailable(QStringLiteral("Card format"));
+    m_timCardC->stop();
+    if (m_context.msgBox.confirm(QStringLiteral("Format start drive: ") + state.CardSlot)) {
+        dlgFMT dialog(m_context, this);
+        dialog.exec();
+        if (!dialog.succeeded())
+            m_context.msgBox.show(QStringLiteral("DQ480 Format error end!"));
+    }
+    m_timCardC->start();
 }
 
 void frmEdit::cmdTPcCa_Click()

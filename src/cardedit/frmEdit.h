@@ -76,7 +76,6 @@ private:
     bool Form_Unload();
     void refreshFileLabels();
     void setCardButtonsEnabled(bool enabled);
-    void showNotAvailable(const QString &what);
     /// Takes a text that names a file or folder, or refuses it and shows the last valid one.
     void takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target);
     void txtTCaName_Change(const QString &text);

@@ -1,0 +1,111 @@
+#include "CardFormatter.h"
+
+#include "FatVariant.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+#ifdef Q_OS_WIN
+#include "FormatCommand.h"
+#include "WinFormat.h"
+#include <QTimer>
+#endif
+
+CardFormatter::CardFormatter(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
+        if (status != QProcess::NormalExit || exitCode != 0) {
+            const QString output = QString::fromLocal8Bit(m_process.readAllStandardError()).trimmed();
+            fail(QStringLiteral("%1 failed. %2").arg(m_process.program(), output));
+            return;
+        }
+        runNext();
+    });
+    connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            fail(QStringLiteral("%1 could not be started: %2")
+                     .arg(m_process.program(), m_process.errorString()));
+    });
+}
+
+void CardFormatter::fail(const QString &error)
+{
+    m_steps.clear();
+    emit finished(false, error);
+}
+
+bool CardFormatter::start(const DriveInfo &drive, QString &error)
+{
+#ifdef Q_OS_WIN
+    const std::string systemDirectory = winSystemDirectory();
+    const bool fixed = drive.type == DriveInfo::Fixed;
+    const QString label
+        = fixed ? QString::fromStdString(winVolumeLabel(drive.path.toStdString())) : QString();
+    const QString system = QString::fromStdString(systemDirectory);
+    if (fixed
+        && !winWriteTextFile(FormatCommand::answerFilePath(system, true).toStdString(),
+                             FormatCommand::fixedDriveAnswers(label).toStdString())) {
+        error = QStringLiteral("Cannot write the format answer file.");
+        return false;
+    }
+    const std::string command = FormatCommand::commandLine(system, drive.path, fixed, label).toStdString();
+    void *process = winStartHidden(command);
+    if (!process) {
+        error = QStringLiteral("The format command could not be started.");
+        return false;
+    }
+    auto *poll = new QTimer(this);
+    connect(poll, &QTimer::timeout, this, [this, poll, process] {
+        if (!winProcessEnded(process, 100))
+            return;
+        poll->deleteLater();
+        winCloseProcess(process);
+        emit finished(true, QString());
+    });
+    poll->start(100);
+    return true;
+#else
+    const bool image = QFileInfo(drive.device).isFile();
+    if (!image && !drive.device.startsWith(QLatin1String("/dev/"))) {
+        error = QStringLiteral("%1 is not a disk that can be formatted here.").arg(drive.path);
+        return false;
+    }
+    if (!image && geteuid() != 0) {
+        error = QStringLiteral("Formatting %1 needs administrator rights: run the program as root, or format "
+                               "the card as FAT16 with the desktop's disk tool.")
+                    .arg(drive.device);
+        return false;
+    }
+    m_device = drive.device;
+    m_steps.clear();
+    if (!image)
+        m_steps << QStringList {QStringLiteral("umount"), drive.path};
+    m_steps << QStringList {QStringLiteral("mkfs.fat"), QStringLiteral("-F"),    QStringLiteral("16"),
+                            QStringLiteral("-n"),       QStringLiteral("DQ480"), drive.device};
+    if (!image)
+        m_steps << QStringList {QStringLiteral("mount"), drive.device, drive.path};
+    runNext();
+    return true;
+#endif
+}
+
+void CardFormatter::runNext()
+{
+    if (m_steps.isEmpty()) {
+        // The card must now hold FAT16, whatever the tools said.
+        QFile device(m_device);
+        const QByteArray sector = device.open(QIODevice::ReadOnly) ? device.read(512) : QByteArray();
+        const auto clusters = FatVariant::clusterCountFromBootSector(sector);
+        if (!clusters || FatVariant::kindFromClusterCount(*clusters) != FatVariant::Fat16)
+            emit finished(false, QStringLiteral("%1 did not receive a FAT16 file system.").arg(m_device));
+        else
+            emit finished(true, QString());
+        return;
+    }
+    const QStringList step = m_steps.takeFirst();
+    m_process.start(step.first(), step.mid(1));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "DriveInfo.h"
+
+#include <QObject>
+#include <QProcess>
+#include <QStringList>
+
+/// Formats the card behind a drive as FAT16 in the background, so the format dialog stays drawn.
+/// Linux: the volume is unmounted, given a FAT16 file system with mkfs.fat (which needs root) and
+/// mounted back; a card image file is formatted in place. Windows: the system's format command.
+class CardFormatter : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CardFormatter(QObject *parent = nullptr);
+
+    /// Starts; false with `error` when the format cannot start at all.
+    bool start(const DriveInfo &drive, QString &error);
+
+signals:
+    /// The format ended; on failure `error` says why.
+    void finished(bool ok, const QString &error);
+
+private:
+    void runNext();
+    void fail(const QString &error);
+
+    QProcess m_process;
+    QList<QStringList> m_steps; // program and arguments, in order
+    QString m_device;
+};

@@ -1,0 +1,100 @@
+#include "dlgFMT.h"
+
+#include "CardFormatter.h"
+#include "CardSlotDetection.h"
+#include "DialogLayout.h"
+#include "InitialControlFile.h"
+#include "MsgBox.h"
+#include "SharedState.h"
+
+#include <QLabel>
+#include <QTimer>
+#include <QVBoxLayout>
+
+dlgFMT::dlgFMT(AppContext &context, QWidget *parent)
+    : QDialog(parent)
+    , m_context(context)
+    , m_formatter(new CardFormatter(this))
+    , m_lblFMT(new QLabel(this))
+    , m_cmdOK(namedButton(QStringLiteral("Exit"), "cmdOK", this))
+{
+    setObjectName(QStringLiteral("dlgFMT"));
+    setWindowTitle(QStringLiteral("Format"));
+    setWindowModality(Qt::ApplicationModal);
+    m_lblFMT->setObjectName(QStringLiteral("lblFMT"));
+    m_lblFMT->setText(QStringLiteral(" Format FAT16 file system") + QLatin1Char(' ')
+                      + context.state.CardSlot);
+    m_lblFMT->setMinimumWidth(360);
+    m_cmdOK->setEnabled(false);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_lblFMT);
+    layout->addLayout(buttonRow({m_cmdOK}));
+    connect(m_cmdOK, &QPushButton::clicked, this, &dlgFMT::cmdOK_Click);
+    connect(m_formatter, &CardFormatter::finished, this, &dlgFMT::formatEnded);
+}
+
+QString dlgFMT::progressText() const
+{
+    return m_lblFMT->text();
+}
+
+void dlgFMT::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    // Drawn first, then started, as the format has always let its dialog appear before it runs.
+    if (!m_activated)
+        QTimer::singleShot(0, this, &dlgFMT::Form_Activate);
+}
+
+bool dlgFMT::Form_Activate()
+{
+    if (m_activated)
+        return true;
+    m_activated = true;
+    const SharedState &state = m_context.state;
+    for (const DriveInfo &drive : m_context.drives.drives()) {
+        if (drive.path != state.CardSlot)
+            continue;
+        QString error;
+        m_running = true;
+        if (!m_formatter->start(drive, error))
+            formatEnded(false, error);
+        return true;
+    }
+    return false; // the drive is gone: the text stays and "Exit" stays disabled
+}
+
+void dlgFMT::formatEnded(bool ok, const QString &error)
+{
+    m_running = false;
+    if (!ok) {
+        m_lblFMT->setText(QStringLiteral(" DQ-480 format error"));
+        m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        m_cmdOK->setEnabled(true);
+        return;
+    }
+    m_lblFMT->setText(QStringLiteral(" FAT16 format complete"));
+    m_lblFMT->setText(QStringLiteral(" DQ-480 file setting"));
+    SharedState &state = m_context.state;
+    CardSlotDetection detection(state, m_context.drives);
+    CardWriteHooks hooks;
+    hooks.slotTest = [&] {
+        return detection.CardCheck(state.CardSlot);
+    };
+    m_succeeded = WriteInitialControlFile(state, m_context.msgBox, hooks);
+    m_lblFMT->setText(m_succeeded ? QStringLiteral(" DQ-480 format complete")
+                                  : QStringLiteral(" DQ-480 format error"));
+    m_cmdOK->setEnabled(true);
+}
+
+void dlgFMT::cmdOK_Click()
+{
+    accept();
+}
+
+void dlgFMT::reject()
+{
+    // Not while the format runs: the card would be left half formatted.
+    if (!m_running)
+        QDialog::reject();
+}
