@@ -3,8 +3,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/mount.h>
+#include <unistd.h>
 
 #include "TestFiles.h"
 
@@ -144,6 +148,59 @@ private slots:
         QCOMPARE(steps.at(63).toArray().at(0).toString(), QStringLiteral("0064"));
         QVERIFY(json.value(QStringLiteral("SurveillanceFile")).toBool());
         QCOMPARE(json.value(QStringLiteral("SentencePath")).toString(), m_dir.path());
+    }
+
+    void writeCardPutsTheProjectOnRealCards_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("tmpfs card") << "tmpfs";
+        QTest::newRow("FAT16 image through fusefat") << "fusefat";
+    }
+    void writeCardPutsTheProjectOnRealCards()
+    {
+        QFETCH(QString, kind);
+        if (geteuid() != 0)
+            QSKIP("mounting a card needs root");
+        QTemporaryDir mountPoint;
+        const QString card = mountPoint.path();
+        const QString image = path(QStringLiteral("card.img"));
+        if (kind == QLatin1String("tmpfs")) {
+            if (::mount("tmpfs", QFile::encodeName(card).constData(), "tmpfs", 0, "size=16m") != 0)
+                QSKIP("this machine does not allow mounting a tmpfs");
+        } else {
+            QFile::remove(image);
+            QProcess tools;
+            tools.start(QStringLiteral("mkfs.fat"),
+                        {QStringLiteral("-C"), QStringLiteral("-F"), QStringLiteral("16"), image,
+                         QStringLiteral("65536")});
+            if (!tools.waitForFinished() || tools.exitCode() != 0)
+                QSKIP("mkfs.fat is not installed");
+            tools.start(QStringLiteral("fusefat"),
+                        {QStringLiteral("-o"), QStringLiteral("rw+"), image, card});
+            if (!tools.waitForFinished() || tools.exitCode() != 0)
+                QSKIP("this machine does not allow FUSE mounts");
+        }
+        // The example's sentences, as valid MP2 files in the project's folder.
+        QDir(m_dir.path()).mkpath(QStringLiteral("Station"));
+        const QByteArray sentence = QByteArray("\xFF\xFD\x48\xC4", 4) + QByteArray(5000, '\x55');
+        writeTestFile(path(QStringLiteral("Station/hello.mp2")), sentence);
+        writeTestFile(path(QStringLiteral("Station/RAIN2.MP2")), sentence);
+
+        const Run write = cli(
+            {QStringLiteral("write-card"), Example, QStringLiteral("--card"), card, QStringLiteral("--yes")});
+        const QByteArray control = readTestFile(card + QStringLiteral("/CONTENTS/DQ480.CSV"));
+        const QByteArray hello = readTestFile(card + QStringLiteral("/CONTENTS/HELLO.MP2"));
+        if (kind == QLatin1String("tmpfs"))
+            ::umount(QFile::encodeName(card).constData());
+        else
+            QProcess::execute(QStringLiteral("fusermount"), {QStringLiteral("-u"), card});
+        QVERIFY2(write.code == 0, qPrintable(write.out + write.err));
+        QVERIFY(write.out.contains(QStringLiteral("Card write is complete")));
+        const QString converted = path(QStringLiteral("converted/DQ480.CSV"));
+        QDir(m_dir.path()).mkpath(QStringLiteral("converted"));
+        QCOMPARE(cli({QStringLiteral("convert"), Example, converted}).code, 0);
+        QCOMPARE(control, readTestFile(converted));
+        QCOMPARE(hello, sentence);
     }
 
     void encodingComesFromOptionOrEnvironment()
