@@ -1,6 +1,8 @@
 #include "CardFormatter.h"
 
 #include "FatVariant.h"
+#include "SystemDrives.h"
+#include "UDisksFormat.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -74,13 +76,34 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
         error = QStringLiteral("%1 is not a disk that can be formatted here.").arg(drive.path);
         return false;
     }
+    m_device = drive.device;
+    m_mountPoint = drive.path;
+    if (!image && UDisksFormat::available()) {
+        auto *udisks = new UDisksFormat(this);
+        connect(udisks, &UDisksFormat::finished, this, [this, udisks](bool ok, const QString &failure) {
+            udisks->deleteLater();
+            if (!ok) {
+                emit finished(false, failure);
+                return;
+            }
+            if (!udisks->mountPoint().isEmpty())
+                m_mountPoint = udisks->mountPoint();
+            QString seen;
+            for (const DriveInfo &mounted : makeSystemDriveSource()->drives()) {
+                if (mounted.path == m_mountPoint)
+                    seen = mounted.fileSystem;
+            }
+            checkFat16(seen);
+        });
+        udisks->start(drive.device);
+        return true;
+    }
     if (!image && geteuid() != 0) {
         error = QStringLiteral("Formatting %1 needs administrator rights: run the program as root, or format "
                                "the card as FAT16 with the desktop's disk tool.")
                     .arg(drive.device);
         return false;
     }
-    m_device = drive.device;
     m_steps.clear();
     if (!image)
         m_steps << QStringList {QStringLiteral("umount"), drive.path};
@@ -93,17 +116,25 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
 #endif
 }
 
+// The card must now hold FAT16, whatever the tools said: its boot sector tells where it can be
+// read; else the file system the mounted volume shows ("FAT" is FAT12 or FAT16).
+void CardFormatter::checkFat16(const QString &fileSystemSeen)
+{
+    QFile device(m_device);
+    const QByteArray sector = device.open(QIODevice::ReadOnly) ? device.read(512) : QByteArray();
+    const auto clusters = FatVariant::clusterCountFromBootSector(sector);
+    const bool fat16 = clusters ? FatVariant::kindFromClusterCount(*clusters) == FatVariant::Fat16
+                                : fileSystemSeen == QLatin1String("FAT");
+    if (fat16)
+        emit finished(true, QString());
+    else
+        emit finished(false, QStringLiteral("%1 did not receive a FAT16 file system.").arg(m_device));
+}
+
 void CardFormatter::runNext()
 {
     if (m_steps.isEmpty()) {
-        // The card must now hold FAT16, whatever the tools said.
-        QFile device(m_device);
-        const QByteArray sector = device.open(QIODevice::ReadOnly) ? device.read(512) : QByteArray();
-        const auto clusters = FatVariant::clusterCountFromBootSector(sector);
-        if (!clusters || FatVariant::kindFromClusterCount(*clusters) != FatVariant::Fat16)
-            emit finished(false, QStringLiteral("%1 did not receive a FAT16 file system.").arg(m_device));
-        else
-            emit finished(true, QString());
+        checkFat16(QString());
         return;
     }
     const QStringList step = m_steps.takeFirst();

@@ -76,6 +76,8 @@ void dlgFMT::formatEnded(bool ok, const QString &error)
     m_lblFMT->setText(QStringLiteral(" FAT16 format complete"));
     m_lblFMT->setText(QStringLiteral(" DQ-480 file setting"));
     SharedState &state = m_context.state;
+    if (!m_formatter->mountPoint().isEmpty())
+        state.CardSlot = m_formatter->mountPoint(); // the card may come back under its new label
     CardSlotDetection detection(state, m_context.drives);
     CardWriteHooks hooks;
     hooks.slotTest = [&] {
