@@ -26,11 +26,13 @@ bool expectArgs(CliContext &cli, const QStringList &args, int count, const char 
     return false;
 }
 
-// Reads a project for a command; prints why when it cannot and gives the exit code, else -1.
+} // namespace
+
 int loadOrReport(CliContext &cli, SharedState &state, const QString &path)
 {
     QString error;
-    switch (loadProject(state, path, error)) {
+    // The project's folder is shown and printed: it is the file's absolute folder.
+    switch (loadProject(state, QFileInfo(path).absoluteFilePath(), error)) {
     case LoadOutcome::Read:
         return -1;
     case LoadOutcome::Unreadable:
@@ -42,6 +44,8 @@ int loadOrReport(CliContext &cli, SharedState &state, const QString &path)
     }
     return ExitCode::SettingFileError;
 }
+
+namespace {
 
 int writeOrReport(CliContext &cli, const QString &path, const QByteArray &bytes)
 {

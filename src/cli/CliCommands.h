@@ -26,12 +26,20 @@ struct CliContext
     bool json = false;
 };
 
+class SharedState;
+
+/// Reads a project for a command; prints why when it cannot and returns the exit code, else -1.
+int loadOrReport(CliContext &cli, SharedState &state, const QString &path);
+
 int runNew(CliContext &cli, const QStringList &args);
 int runCheck(CliContext &cli, const QStringList &args);
 int runConvert(CliContext &cli, const QStringList &args);
 int runShow(CliContext &cli, const QStringList &args);
 /// Lists the drives as the program sees them; with `watch`, prints each change until stopped.
 int runDrives(CliContext &cli, const QStringList &args, bool watch);
+/// Prints a project to a PDF file.
+int runPrint(CliContext &cli, const QStringList &args, const QString &kind, const QString &pdf,
+             const QString &pages);
 /// Writes a project to the card mounted at `card`, answering questions as `answers` says.
 int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
                  TerminalMsgBox::Preset answers);

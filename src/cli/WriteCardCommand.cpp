@@ -17,17 +17,8 @@ int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
         return ExitCode::UsageOrFileError;
     }
     SharedState state(cli.appPath, cli.encoding);
-    QString error;
-    switch (loadProject(state, args.first(), error)) {
-    case LoadOutcome::Read:
-        break;
-    case LoadOutcome::Unreadable:
-        cli.err << error << "\n";
-        return ExitCode::UsageOrFileError;
-    case LoadOutcome::Rejected:
-        cli.err << "Setting file error!\n";
-        return ExitCode::SettingFileError;
-    }
+    if (const int failed = loadOrReport(cli, state, args.first()); failed >= 0)
+        return failed;
     state.CardSlot = QDir::toNativeSeparators(QDir(card).absolutePath());
     const std::unique_ptr<DriveSource> drives = makeSystemDriveSource();
     CardSlotDetection detection(state, *drives);

@@ -6,10 +6,12 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 
 namespace {
 
@@ -29,6 +31,8 @@ Commands:
                         write a project to the card mounted there: control file, test tone and
                         sentences, with every question answered yes or no (else asked here);
                         exit 1 when the write stopped
+  print FILE --kind KIND --pdf OUT.pdf [--pages FROM-TO]
+                        print a project to a PDF: KIND is info, all, programs or program=N
   drives [--watch]      list the PC's drives as the program sees them: path, type, readiness,
                         file system, sizes, media check, and whether it can be the card slot;
                         with --watch, print each change until stopped (Ctrl+C)
@@ -41,6 +45,7 @@ Options:
   --watch               with drives: keep watching
   --card MOUNTPOINT     with write-card: where the card is mounted
   --yes, --no           with write-card: the answer to every question
+  --kind, --pdf, --pages  with print: what to print, where, and which pages
   -h, --help            show this help
   -v, --version         show the version
 
@@ -56,7 +61,13 @@ Exit status: 0 done, 1 "Setting file error!" (the file is not a valid setting fi
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    // Only printing needs fonts and a paint engine; it draws without a display.
+    const bool printing = argc > 1 && qstrcmp(argv[1], "print") == 0;
+    if (printing && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const std::unique_ptr<QCoreApplication> application = printing
+        ? std::make_unique<QGuiApplication>(argc, argv)
+        : std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("dq480"));
     QCoreApplication::setApplicationVersion(QStringLiteral("1.01"));
 
@@ -72,10 +83,13 @@ int main(int argc, char *argv[])
     const QCommandLineOption cardOption(QStringLiteral("card"), QString(), QStringLiteral("MOUNTPOINT"));
     const QCommandLineOption yesOption(QStringLiteral("yes"));
     const QCommandLineOption noOption(QStringLiteral("no"));
+    const QCommandLineOption kindOption(QStringLiteral("kind"), QString(), QStringLiteral("KIND"));
+    const QCommandLineOption pdfOption(QStringLiteral("pdf"), QString(), QStringLiteral("FILE"));
+    const QCommandLineOption pagesOption(QStringLiteral("pages"), QString(), QStringLiteral("RANGE"));
     const QCommandLineOption helpOption(QStringList {QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption versionOption(QStringList {QStringLiteral("v"), QStringLiteral("version")});
     parser.addOptions({encodingOption, cardControlOption, jsonOption, forceOption, watchOption, cardOption,
-                       yesOption, noOption, helpOption, versionOption});
+                       yesOption, noOption, kindOption, pdfOption, pagesOption, helpOption, versionOption});
 
     if (!parser.parse(QCoreApplication::arguments())) {
         err << parser.errorText() << "\nTry 'dq480-cli --help'.\n";
@@ -120,6 +134,11 @@ int main(int argc, char *argv[])
                  : parser.isSet(noOption)                 ? TerminalMsgBox::Preset::No
                                                           : TerminalMsgBox::Preset::Ask;
              return runWriteCard(c, a, parser.value(cardOption), answers);
+         }},
+        {QStringLiteral("print"),
+         [&](CliContext &c, const QStringList &a) {
+             return runPrint(c, a, parser.value(kindOption), parser.value(pdfOption),
+                             parser.value(pagesOption));
          }},
         {QStringLiteral("drives"),
          [&](CliContext &c, const QStringList &a) {

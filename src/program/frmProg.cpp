@@ -9,6 +9,7 @@
 #include "ProgramWindowTable.h"
 #include "SharedState.h"
 #include "WindowFrame.h"
+#include "frmPrintPage.h"
 #include "frmStep.h"
 
 #include <QCloseEvent>
@@ -482,8 +483,8 @@ void frmProg::cmdProgStep_Click()
 
 void frmProg::cmdPrint_Click()
 {
-    m_context.msgBox.show(QStringLiteral("Printing is not available yet."), MsgBox::Buttons::Ok,
-                          MsgBox::Icon::Information);
+    frmPrintPage dialog(m_context, PrintKind::OneProgram, m_programNumber, this);
+    dialog.exec();
 }
 
 bool frmProg::Form_Unload()

@@ -8,6 +8,7 @@
 #include "ToolbarIcons.h"
 #include "frmAbout.h"
 #include "frmEdit.h"
+#include "frmPrintPage.h"
 #include "frmSplash.h"
 
 #include <QAction>
@@ -319,25 +320,25 @@ void frmMain::mnuCardWrite_Click()
         m_editWindow->cmdCaWrite_Click();
 }
 
-void frmMain::showPrintNotAvailable()
+void frmMain::showPrintSetting(PrintKind kind)
 {
-    m_context.msgBox.show(QStringLiteral("Printing is not available yet."), MsgBox::Buttons::Ok,
-                          MsgBox::Icon::Information);
+    frmPrintPage dialog(m_context, kind, 1, this);
+    dialog.exec();
 }
 
 void frmMain::mnuInfCopy_Click()
 {
-    showPrintNotAvailable();
+    showPrintSetting(PrintKind::FileInformation);
 }
 
 void frmMain::mnuAllInfo_Click()
 {
-    showPrintNotAvailable();
+    showPrintSetting(PrintKind::AllSettingData);
 }
 
 void frmMain::mnuAllProgram_Click()
 {
-    showPrintNotAvailable();
+    showPrintSetting(PrintKind::AllPrograms);
 }
 
 void frmMain::mnuExit_Click()

@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "CardSlotDetection.h"
+#include "PrintOut.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -74,7 +75,7 @@ private:
     void refreshCardButtons();
     void unloadSplash();
     void showProjectWindow();
-    void showPrintNotAvailable();
+    void showPrintSetting(PrintKind kind);
     void refreshFileDisplays();
     void refreshSurveillanceCheck();
 

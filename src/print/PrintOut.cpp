@@ -1,0 +1,271 @@
+#include "PrintOut.h"
+
+#include "NumberText.h"
+#include "PrintValues.h"
+#include "SharedState.h"
+
+#include <QDate>
+#include <QFontMetricsF>
+#include <QPageLayout>
+#include <QPagedPaintDevice>
+#include <QPainter>
+
+namespace {
+
+namespace V = PrintValues;
+
+void addProgram(QList<PrintRow> &rows, const SettingData &s, int p)
+{
+    const qint32 option = s.ProgramOption[p];
+    rows.append({PrintRow::Heading,
+                 {QLatin1Char('P') + zeroPadded(p + 1, 3) + QLatin1String("  ") + s.ProgramName[p]}});
+    rows.append({PrintRow::Field, {QStringLiteral("Playback method"), V::methodText(option)}});
+    rows.append({PrintRow::Field, {QStringLiteral("Output Level"), V::outputLevelText(option)}});
+    rows.append(
+        {PrintRow::Field, {QStringLiteral("Repeat count"), V::repeatCountText(s.RepeatCount[p], option)}});
+    rows.append({PrintRow::Field,
+                 {QStringLiteral("Repeat interval"), V::repeatIntervalText(s.RepeatInterval[p], option)}});
+    const QString busy = V::busyText(option);
+    if (!busy.isEmpty())
+        rows.append({PrintRow::Field, {QStringLiteral("Interval busy output"), busy}});
+    // Steps sixteen to a line, numbered by the first step of the line.
+    constexpr int PerLine = 16;
+    QStringList line;
+    int first = 1;
+    int number = 0;
+    for (const QString &stored : s.ProgramData[p]) {
+        const QString text = V::stepText(stored);
+        if (text.isEmpty())
+            continue;
+        if (line.isEmpty())
+            first = number + 1;
+        line << text;
+        ++number;
+        if (line.size() == PerLine) {
+            rows.append(
+                {PrintRow::Steps, {zeroPadded(first, 3) + QLatin1Char(':'), line.join(QLatin1Char(' '))}});
+            line.clear();
+        }
+    }
+    if (!line.isEmpty())
+        rows.append(
+            {PrintRow::Steps, {zeroPadded(first, 3) + QLatin1Char(':'), line.join(QLatin1Char(' '))}});
+    if (number == 0)
+        rows.append({PrintRow::Steps, {QString(), QStringLiteral("(no steps)")}});
+}
+
+void addInformation(QList<PrintRow> &rows, const SharedState &state)
+{
+    const SettingData &s = state.Setting;
+    rows.append({PrintRow::Heading, {QStringLiteral("File information")}});
+    rows.append({PrintRow::Field, {QStringLiteral("File name"), state.ProjectFileName}});
+    rows.append({PrintRow::Field, {QStringLiteral("File location"), state.ProjectFolder}});
+    rows.append({PrintRow::Field, {QStringLiteral("Project name"), s.ProjectName}});
+    rows.append({PrintRow::Field, {QStringLiteral("Creator"), s.Creator}});
+    rows.append({PrintRow::Field,
+                 {QStringLiteral("Explanation"),
+                  QString(s.Explanation).replace(QLatin1String("\r\n"), QLatin1String("\n"))}});
+    rows.append({PrintRow::Field, {QStringLiteral("Card name"), s.CardName}});
+    rows.append({PrintRow::Field, {QStringLiteral("Sentences"), QString::number(s.sentenceCapacity())}});
+    rows.append({PrintRow::Field,
+                 {QStringLiteral("Write protect"),
+                  (s.CardAttribute & SettingData::AttributeWriteProtect) ? QStringLiteral("ON")
+                                                                         : QStringLiteral("OFF")}});
+    rows.append({PrintRow::Field,
+                 {QStringLiteral("Test tone"),
+                  state.SurveillanceFile ? QStringLiteral("ON") : QStringLiteral("OFF")}});
+}
+
+void addSentences(QList<PrintRow> &rows, const SettingData &s)
+{
+    rows.append({PrintRow::Heading, {QStringLiteral("Sentence table")}});
+    rows.append({PrintRow::TableHeader,
+                 {QStringLiteral("No."), QStringLiteral("File name"), QStringLiteral("Control")}});
+    for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
+        if (!s.SentenceFileName[slot].isEmpty())
+            rows.append({PrintRow::TableRow,
+                         {zeroPadded(slot + 1, 3), s.SentenceFileName[slot], s.SentenceControl[slot]}});
+    }
+}
+
+} // namespace
+
+QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int program)
+{
+    const SettingData &s = state.Setting;
+    QList<PrintRow> rows;
+    switch (kind) {
+    case PrintKind::FileInformation:
+        rows.append({PrintRow::Title, {QStringLiteral("File information copy")}});
+        addInformation(rows, state);
+        break;
+    case PrintKind::AllSettingData:
+        rows.append({PrintRow::Title, {QStringLiteral("All setting data copy")}});
+        addInformation(rows, state);
+        addSentences(rows, s);
+        rows.append({PrintRow::Heading, {QStringLiteral("Programs")}});
+        for (int p = 0; p < SettingData::Programs; ++p)
+            addProgram(rows, s, p);
+        break;
+    case PrintKind::AllPrograms:
+        rows.append({PrintRow::Title, {QStringLiteral("All program copy")}});
+        for (int p = 0; p < SettingData::Programs; ++p)
+            addProgram(rows, s, p);
+        break;
+    case PrintKind::OneProgram:
+        rows.append(
+            {PrintRow::Title,
+             {QStringLiteral("Print out program number:") + QLatin1Char('P') + zeroPadded(program, 3)}});
+        addProgram(rows, s, qBound(1, program, SettingData::Programs) - 1);
+        break;
+    }
+    return rows;
+}
+
+QString printHeader(const SharedState &state)
+{
+    const QString project = state.Setting.ProjectName.isEmpty() ? QStringLiteral("(no project name)")
+                                                                : state.Setting.ProjectName;
+    return QStringLiteral("DQ-480  %1  -  %2  -  %3")
+        .arg(project, state.ProjectFileName, QDate::currentDate().toString(Qt::ISODate));
+}
+
+namespace {
+
+struct Layout
+{
+    QRectF body;
+    QFont normal;
+    QFont bold;
+    QFont title;
+    qreal labelWidth;
+    qreal gap;
+};
+
+QFont fontFor(const Layout &layout, PrintRow::Style style)
+{
+    if (style == PrintRow::Title)
+        return layout.title;
+    if (style == PrintRow::Heading || style == PrintRow::TableHeader)
+        return layout.bold;
+    return layout.normal;
+}
+
+// The rectangle each cell of a row takes, from the left edge of the body; the last cell wraps.
+QList<QRectF> cellRects(const Layout &layout, const PrintRow &row, QPaintDevice *device)
+{
+    const QFontMetricsF metrics(fontFor(layout, row.style), device);
+    const qreal width = layout.body.width();
+    QList<QRectF> rects;
+    if (row.style == PrintRow::TableHeader || row.style == PrintRow::TableRow) {
+        const qreal columns[] = {0, width * 0.12, width * 0.45};
+        for (int i = 0; i < row.cells.size(); ++i)
+            rects << QRectF(columns[i], 0, (i + 1 < 3 ? columns[i + 1] : width) - columns[i],
+                            metrics.height());
+        return rects;
+    }
+    if (row.cells.size() == 2) {
+        const qreal label = row.style == PrintRow::Steps ? metrics.horizontalAdvance(QStringLiteral("000: "))
+                                                         : layout.labelWidth;
+        const QRectF text
+            = metrics.boundingRect(QRectF(0, 0, width - label, 1e6), Qt::TextWordWrap, row.cells[1]);
+        rects << QRectF(0, 0, label, metrics.height())
+              << QRectF(label, 0, width - label, qMax(text.height(), metrics.height()));
+        return rects;
+    }
+    const QRectF text = metrics.boundingRect(QRectF(0, 0, width, 1e6), Qt::TextWordWrap, row.cells.value(0));
+    rects << QRectF(0, 0, width, qMax(text.height(), metrics.height()));
+    return rects;
+}
+
+qreal rowHeight(const Layout &layout, const PrintRow &row, QPaintDevice *device)
+{
+    qreal height = 0;
+    for (const QRectF &rect : cellRects(layout, row, device))
+        height = qMax(height, rect.bottom());
+    const bool spaced = row.style == PrintRow::Title || row.style == PrintRow::Heading;
+    return height + layout.gap * (spaced ? 3 : 1);
+}
+
+} // namespace
+
+int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const QString &header,
+                   int fromPage, int toPage)
+{
+    device.setPageSize(QPageSize(QPageSize::A4));
+    device.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
+    const qreal dpi = device.logicalDpiY();
+    Layout layout;
+    layout.normal = QFont(QStringLiteral("DejaVu Sans"), 9);
+    layout.bold = layout.normal;
+    layout.bold.setBold(true);
+    layout.title = layout.bold;
+    layout.title.setPointSizeF(13);
+    layout.gap = dpi * 0.04;
+    layout.labelWidth = dpi * 1.7;
+    const QFontMetricsF normalMetrics(layout.normal, &device);
+    const qreal headerHeight = normalMetrics.height() * 2;
+    const QRect page = device.pageLayout().paintRectPixels(qRound(dpi));
+    layout.body = QRectF(0, headerHeight, page.width(), page.height() - 2 * headerHeight);
+
+    // Which rows go on which page: a row that does not fit starts the next page, and a heading
+    // with the rows under it (a program, say) moves to the next page whole when it fits on one.
+    QList<qreal> heights;
+    for (const PrintRow &row : rows)
+        heights << rowHeight(layout, row, &device);
+    QList<QList<int>> pages;
+    pages.append(QList<int>());
+    qreal y = 0;
+    for (int i = 0; i < rows.size(); ++i) {
+        qreal needed = heights[i];
+        if (rows[i].style == PrintRow::Heading) {
+            for (int j = i + 1;
+                 j < rows.size() && rows[j].style != PrintRow::Heading && rows[j].style != PrintRow::Title;
+                 ++j)
+                needed += heights[j];
+            if (needed > layout.body.height())
+                needed = heights[i]
+                    + (i + 1 < rows.size() ? heights[i + 1] : 0); // too long: keep only the first row with it
+        }
+        if (y + needed > layout.body.height() && !pages.last().isEmpty()) {
+            pages.append(QList<int>());
+            y = 0;
+        }
+        pages.last().append(i);
+        y += heights[i];
+    }
+    const int count = static_cast<int>(pages.size());
+    const int first = fromPage > 0 ? qBound(1, fromPage, count) : 1;
+    const int last = toPage > 0 ? qBound(first, toPage, count) : count;
+
+    QPainter painter;
+    if (!painter.begin(&device))
+        return 0;
+    for (int number = first; number <= last; ++number) {
+        if (number > first)
+            device.newPage();
+        painter.setFont(layout.normal);
+        painter.setPen(Qt::darkGray);
+        painter.drawText(QRectF(0, 0, page.width(), normalMetrics.height()), Qt::AlignLeft, header);
+        painter.drawLine(QPointF(0, normalMetrics.height() * 1.3),
+                         QPointF(page.width(), normalMetrics.height() * 1.3));
+        painter.drawText(
+            QRectF(0, page.height() - normalMetrics.height(), page.width(), normalMetrics.height()),
+            Qt::AlignHCenter, QStringLiteral("page %1 / %2").arg(number).arg(count));
+        painter.setPen(Qt::black);
+        qreal top = layout.body.top();
+        for (const int index : pages[number - 1]) {
+            const PrintRow &row = rows[index];
+            painter.setFont(fontFor(layout, row.style));
+            const bool spaced = row.style == PrintRow::Title || row.style == PrintRow::Heading;
+            const qreal offset = spaced ? layout.gap * 2 : 0;
+            const QList<QRectF> rects = cellRects(layout, row, &device);
+            for (int c = 0; c < rects.size() && c < row.cells.size(); ++c)
+                painter.drawText(rects[c].translated(0, top + offset),
+                                 Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop, row.cells[c]);
+            top += rowHeight(layout, row, &device);
+        }
+    }
+    painter.end();
+    return count;
+}

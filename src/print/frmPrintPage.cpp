@@ -1,0 +1,145 @@
+#include "frmPrintPage.h"
+
+#include "DialogLayout.h"
+#include "FileDialogs.h"
+#include "MsgBox.h"
+#include "NumberBox.h"
+#include "OperatorMessages.h"
+#include "SharedState.h"
+#include "TextChecks.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPdfWriter>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+frmPrintPage::frmPrintPage(AppContext &context, PrintKind kind, int program, QWidget *parent)
+    : QDialog(parent)
+    , m_context(context)
+    , m_kind(kind)
+    , m_program(program)
+    , m_printers(new QComboBox(this))
+    , m_allPages(new QRadioButton(QStringLiteral("All pages"), this))
+    , m_range(new QRadioButton(QStringLiteral("Pages"), this))
+    , m_from(namedLineEdit("txtFromPage", this))
+    , m_to(namedLineEdit("txtToPage", this))
+{
+    setObjectName(QStringLiteral("frmPrintPage"));
+    setWindowTitle(QStringLiteral("Print setting"));
+    m_printers->setObjectName(QStringLiteral("cmbPrinter"));
+    m_printers->addItems(QPrinterInfo::availablePrinterNames());
+    m_printers->addItem(pdfChoice());
+    const QString preferred = QPrinterInfo::defaultPrinterName();
+    m_printers->setCurrentIndex(preferred.isEmpty() ? m_printers->count() - 1 : m_printers->findText(preferred));
+    m_allPages->setObjectName(QStringLiteral("optAllPages"));
+    m_range->setObjectName(QStringLiteral("optPageRange"));
+    m_allPages->setChecked(true);
+    m_from->setAccessibleName(QStringLiteral("From page"));
+    m_to->setAccessibleName(QStringLiteral("To page"));
+    m_from->setMaximumWidth(60);
+    m_to->setMaximumWidth(60);
+
+    auto *printerLabel = new QLabel(QStringLiteral("&Printer:"), this);
+    printerLabel->setBuddy(m_printers);
+    auto *pages = new QGroupBox(QStringLiteral("Print range"), this);
+    auto *rangeRow = new QHBoxLayout;
+    rangeRow->addWidget(m_range);
+    rangeRow->addWidget(m_from);
+    rangeRow->addWidget(new QLabel(QStringLiteral("to"), pages));
+    rangeRow->addWidget(m_to);
+    rangeRow->addStretch();
+    auto *pagesLayout = new QVBoxLayout(pages);
+    pagesLayout->addWidget(m_allPages);
+    pagesLayout->addLayout(rangeRow);
+    connect(m_from, &QLineEdit::textEdited, m_range, [this] { m_range->setChecked(true); });
+    connect(m_to, &QLineEdit::textEdited, m_range, [this] { m_range->setChecked(true); });
+
+    auto *cmdPreview = namedButton(QStringLiteral("Preview"), "cmdPreview", this);
+    auto *cmdPrint = namedButton(QStringLiteral("Print"), "cmdPrint", this);
+    auto *cmdCancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
+    cmdPrint->setDefault(true);
+    connect(cmdPreview, &QPushButton::clicked, this, &frmPrintPage::cmdPreview_Click);
+    connect(cmdPrint, &QPushButton::clicked, this, [this] {
+        if (cmdPrint_Click())
+            accept();
+    });
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto *layout = new QVBoxLayout(this);
+    auto *printerRow = new QHBoxLayout;
+    printerRow->addWidget(printerLabel);
+    printerRow->addWidget(m_printers, 1);
+    layout->addLayout(printerRow);
+    layout->addWidget(pages);
+    layout->addLayout(buttonRow({cmdPreview, cmdPrint, cmdCancel}));
+    setMinimumWidth(380);
+}
+
+bool frmPrintPage::pageRange(int &from, int &to)
+{
+    from = to = 0;
+    if (!m_range->isChecked())
+        return true;
+    const QString fromText = m_from->text();
+    const QString toText = m_to->text().isEmpty() ? fromText : m_to->text();
+    if (fromText.isEmpty() || !IsDecimalText(fromText) || !IsDecimalText(toText) || fromText.size() > 6
+        || toText.size() > 6 || fromText.toInt() < 1 || toText.toInt() < fromText.toInt()) {
+        m_context.msgBox.show(incorrectValueMessage());
+        return false;
+    }
+    from = fromText.toInt();
+    to = toText.toInt();
+    return true;
+}
+
+bool frmPrintPage::cmdPrint_Click()
+{
+    int from = 0;
+    int to = 0;
+    if (!pageRange(from, to))
+        return false;
+    const QList<PrintRow> rows = buildPrintOut(m_context.state, m_kind, m_program);
+    const QString header = printHeader(m_context.state);
+    if (m_printers->currentText() == pdfChoice()) {
+        const QString path = m_context.fileDialogs.saveFileName(this, QStringLiteral("Save as PDF"),
+                                                                QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
+        if (path.isEmpty())
+            return false;
+        QPdfWriter writer(path);
+        writer.setResolution(300);
+        if (renderPrintOut(writer, rows, header, from, to) == 0) {
+            m_context.msgBox.show(QStringLiteral("Cannot write %1").arg(path), MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+            return false;
+        }
+        return true;
+    }
+    QPrinter printer(QPrinterInfo::printerInfo(m_printers->currentText()), QPrinter::HighResolution);
+    if (renderPrintOut(printer, rows, header, from, to) == 0) {
+        m_context.msgBox.show(QStringLiteral("The printer %1 could not print.").arg(m_printers->currentText()),
+                              MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        return false;
+    }
+    return true;
+}
+
+void frmPrintPage::cmdPreview_Click()
+{
+    int from = 0;
+    int to = 0;
+    if (!pageRange(from, to))
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintPreviewDialog preview(&printer, this);
+    preview.setWindowTitle(QStringLiteral("Print preview"));
+    const QList<PrintRow> rows = buildPrintOut(m_context.state, m_kind, m_program);
+    const QString header = printHeader(m_context.state);
+    connect(&preview, &QPrintPreviewDialog::paintRequested, this,
+            [&](QPrinter *target) { renderPrintOut(*target, rows, header, from, to); });
+    preview.exec();
+}
