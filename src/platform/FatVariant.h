@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/// Which FAT a volume has, decided the way the FAT specification does: by its cluster count.
+/// Which FAT a volume has, decided as Microsoft's FAT documentation decides it: by the cluster count.
 namespace FatVariant {
 
 enum Kind { Fat12, Fat16, Fat32 };

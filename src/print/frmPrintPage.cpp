@@ -36,7 +36,8 @@ frmPrintPage::frmPrintPage(AppContext &context, PrintKind kind, int program, QWi
     m_printers->addItems(QPrinterInfo::availablePrinterNames());
     m_printers->addItem(pdfChoice());
     const QString preferred = QPrinterInfo::defaultPrinterName();
-    m_printers->setCurrentIndex(preferred.isEmpty() ? m_printers->count() - 1 : m_printers->findText(preferred));
+    m_printers->setCurrentIndex(preferred.isEmpty() ? m_printers->count() - 1
+                                                    : m_printers->findText(preferred));
     m_allPages->setObjectName(QStringLiteral("optAllPages"));
     m_range->setObjectName(QStringLiteral("optPageRange"));
     m_allPages->setChecked(true);
@@ -107,22 +108,24 @@ bool frmPrintPage::cmdPrint_Click()
     const QList<PrintRow> rows = buildPrintOut(m_context.state, m_kind, m_program);
     const QString header = printHeader(m_context.state);
     if (m_printers->currentText() == pdfChoice()) {
-        const QString path = m_context.fileDialogs.saveFileName(this, QStringLiteral("Save as PDF"),
-                                                                QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
+        const QString path = m_context.fileDialogs.saveFileName(
+            this, QStringLiteral("Save as PDF"), QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
         if (path.isEmpty())
             return false;
         QPdfWriter writer(path);
         writer.setResolution(300);
         if (renderPrintOut(writer, rows, header, from, to) == 0) {
-            m_context.msgBox.show(QStringLiteral("Cannot write %1").arg(path), MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+            m_context.msgBox.show(QStringLiteral("Cannot write %1").arg(path), MsgBox::Buttons::Ok,
+                                  MsgBox::Icon::Critical);
             return false;
         }
         return true;
     }
     QPrinter printer(QPrinterInfo::printerInfo(m_printers->currentText()), QPrinter::HighResolution);
     if (renderPrintOut(printer, rows, header, from, to) == 0) {
-        m_context.msgBox.show(QStringLiteral("The printer %1 could not print.").arg(m_printers->currentText()),
-                              MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        m_context.msgBox.show(
+            QStringLiteral("The printer %1 could not print.").arg(m_printers->currentText()),
+            MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
         return false;
     }
     return true;

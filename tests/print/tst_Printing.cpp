@@ -29,8 +29,9 @@ class tst_Printing : public QObject
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("DQ480_HOME"), m_dir.path());
         cli.setProcessEnvironment(env);
-        cli.start(QStringLiteral(DQ480_CLI), QStringList {QStringLiteral("print"), m_project} << printArgs
-                                                 << QStringLiteral("--pdf") << pdf);
+        cli.start(QStringLiteral(DQ480_CLI),
+                  QStringList {QStringLiteral("print"), m_project} << printArgs << QStringLiteral("--pdf")
+                                                                   << pdf);
         cli.waitForFinished(60000);
         if (cli.exitCode() != 0)
             qWarning() << cli.readAllStandardError();
@@ -63,14 +64,46 @@ private slots:
         QTest::addColumn<QString>("intervalText");
         QTest::addColumn<QString>("busy");
         QTest::addColumn<QString>("level");
-        QTest::newRow("new program") << qint32(0x2D01) << 1 << 0 << "Continuous" << "1" << "OFF" << "" << "6";
-        QTest::newRow("single, 30 s") << qint32(0x4001) << 0 << 3 << "Single" << "0" << "30Sec" << "ON" << "1";
-        QTest::newRow("repeat endless, 50 s") << qint32(0x6700) << 0 << 5 << "Repeat" << "Endless" << "50Sec" << "OFF" << "8";
-        QTest::newRow("repeat, 1 minute") << qint32(0x6100) << 3 << 6 << "Repeat" << "3" << "1Minute" << "OFF" << "2";
-        QTest::newRow("repeat, 99 minutes") << qint32(0x6100) << 3 << 104 << "Repeat" << "3" << "99Minute" << "OFF" << "2";
-        QTest::newRow("endless, 3 s play") << qint32(0xC018) << 0 << 0 << "Endless" << "0" << "3Sec" << "" << "1";
-        QTest::newRow("endless as a file gives it") << qint32(0xFFFFC028) << 0 << 9 << "Endless" << "0" << "5Sec" << "" << "1";
-        QTest::newRow("unknown method") << qint32(0xA000) << 1 << 0 << "Setting Data Error" << "1" << "OFF" << "" << "1";
+        QTest::newRow("new program") << qint32(0x2D01) << 1 << 0 << "Continuous"
+                                     << "1"
+                                     << "OFF"
+                                     << ""
+                                     << "6";
+        QTest::newRow("single, 30 s") << qint32(0x4001) << 0 << 3 << "Single"
+                                      << "0"
+                                      << "30Sec"
+                                      << "ON"
+                                      << "1";
+        QTest::newRow("repeat endless, 50 s") << qint32(0x6700) << 0 << 5 << "Repeat"
+                                              << "Endless"
+                                              << "50Sec"
+                                              << "OFF"
+                                              << "8";
+        QTest::newRow("repeat, 1 minute") << qint32(0x6100) << 3 << 6 << "Repeat"
+                                          << "3"
+                                          << "1Minute"
+                                          << "OFF"
+                                          << "2";
+        QTest::newRow("repeat, 99 minutes") << qint32(0x6100) << 3 << 104 << "Repeat"
+                                            << "3"
+                                            << "99Minute"
+                                            << "OFF"
+                                            << "2";
+        QTest::newRow("endless, 3 s play") << qint32(0xC018) << 0 << 0 << "Endless"
+                                           << "0"
+                                           << "3Sec"
+                                           << ""
+                                           << "1";
+        QTest::newRow("endless as a file gives it") << qint32(0xFFFFC028) << 0 << 9 << "Endless"
+                                                    << "0"
+                                                    << "5Sec"
+                                                    << ""
+                                                    << "1";
+        QTest::newRow("unknown method") << qint32(0xA000) << 1 << 0 << "Setting Data Error"
+                                        << "1"
+                                        << "OFF"
+                                        << ""
+                                        << "1";
     }
     void values()
     {
@@ -93,12 +126,18 @@ private slots:
     {
         QTest::addColumn<QString>("stored");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("sentence") << "0001" << "A001";
-        QTest::newRow("sentence 512") << "0512" << "A512";
-        QTest::newRow("whole wait") << "2005" << "M005";
-        QTest::newRow("2200 is still whole") << "2200" << "M200";
-        QTest::newRow("tenths") << "2215" << "M1.5";
-        QTest::newRow("empty") << "" << "";
+        QTest::newRow("sentence") << "0001"
+                                  << "A001";
+        QTest::newRow("sentence 512") << "0512"
+                                      << "A512";
+        QTest::newRow("whole wait") << "2005"
+                                    << "M005";
+        QTest::newRow("2200 is still whole") << "2200"
+                                             << "M200";
+        QTest::newRow("tenths") << "2215"
+                                << "M1.5";
+        QTest::newRow("empty") << ""
+                               << "";
     }
     void steps()
     {
@@ -113,15 +152,30 @@ private slots:
         QTest::addColumn<QStringList>("expected");
         QTest::addColumn<QStringList>("absent");
         QTest::newRow("info") << QStringList {"--kind", "info"}
-                              << QStringList {"File information copy", "Project name", "Full", "Explanation",
-                                              "second line", "Sentences", "512", "Test tone", "page 1 / 1"}
+                              << QStringList {"File information copy",
+                                              "Project name",
+                                              "Full",
+                                              "Explanation",
+                                              "second line",
+                                              "Sentences",
+                                              "512",
+                                              "Test tone",
+                                              "page 1 / 1"}
                               << QStringList {"Sentence table", "P001"};
-        QTest::newRow("all") << QStringList {"--kind", "all"}
-                             << QStringList {"All setting data copy", "Sentence table", "S001.MP2", "S512.MP2", "A512",
-                                             "P064", "Playback method", "Output Level", "Repeat interval", "M1.5"}
+        QTest::newRow("all") << QStringList {"--kind", "all"} << QStringList {"All setting data copy",
+                                                                              "Sentence table",
+                                                                              "S001.MP2",
+                                                                              "S512.MP2",
+                                                                              "A512",
+                                                                              "P064",
+                                                                              "Playback method",
+                                                                              "Output Level",
+                                                                              "Repeat interval",
+                                                                              "M1.5"}
                              << QStringList {};
         QTest::newRow("programs") << QStringList {"--kind", "programs"}
-                                  << QStringList {"All program copy", "P001", "P064", "Endless", "Interval busy output"}
+                                  << QStringList {"All program copy", "P001", "P064", "Endless",
+                                                  "Interval busy output"}
                                   << QStringList {"Sentence table", "S001.MP2"};
         QTest::newRow("one program") << QStringList {"--kind", "program=5"}
                                      << QStringList {"Print out program number:P005", "P005", "page 1 / 1"}
@@ -149,8 +203,8 @@ private slots:
         const QString whole = pdfText({QStringLiteral("--kind"), QStringLiteral("all")}, &all);
         QVERIFY(all > 5);
         int some = 0;
-        const QString part = pdfText({QStringLiteral("--kind"), QStringLiteral("all"), QStringLiteral("--pages"),
-                                      QStringLiteral("2-3")},
+        const QString part = pdfText({QStringLiteral("--kind"), QStringLiteral("all"),
+                                      QStringLiteral("--pages"), QStringLiteral("2-3")},
                                      &some);
         QCOMPARE(some, 2);
         QVERIFY(part.contains(QStringLiteral("page 2 / %1").arg(all)));
