@@ -15,15 +15,10 @@
 #include <QCommandLineParser>
 #include <QTextStream>
 
-int main(int argc, char *argv[])
-{
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("dq480"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Arvon DQ-480"));
-    QApplication::setApplicationVersion(appVersionText());
-    QApplication::setWindowIcon(ToolbarIcons::application());
+namespace {
 
-    QCommandLineParser parser;
+void describeOptions(QCommandLineParser &parser, const QCommandLineOption &encodingOption)
+{
     parser.setApplicationDescription(QStringLiteral(
         "Setting software for the DQ-480 voice-message announcer: builds projects (sentence table,\n"
         "programs, steps), saves them as setting files (*.stf) and writes them to the memory card.\n\n"
@@ -32,10 +27,49 @@ int main(int argc, char *argv[])
         "  DQ480_ENCODING   code page of setting files when --encoding is not given"));
     parser.addHelpOption();
     parser.addVersionOption();
+    parser.addOption(encodingOption);
+}
+
+// Help and version are text only: they must work without a display.
+bool asksForTextOnly(int argc, char *argv[])
+{
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "-h" || arg == "--help" || arg == "--help-all" || arg == "-v" || arg == "--version"
+            || arg == "-?")
+            return true;
+    }
+    return false;
+}
+
+void nameApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("dq480"));
+    QCoreApplication::setApplicationVersion(appVersionText());
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
     const QCommandLineOption encodingOption(QStringLiteral("encoding"),
                                             QStringLiteral("Code page of setting files (default CP932)."),
                                             QStringLiteral("NAME"));
-    parser.addOption(encodingOption);
+    if (asksForTextOnly(argc, argv)) {
+        QCoreApplication app(argc, argv);
+        nameApplication();
+        QCommandLineParser parser;
+        describeOptions(parser, encodingOption);
+        parser.process(app); // prints and ends the program
+        return 0;
+    }
+
+    QApplication app(argc, argv);
+    nameApplication();
+    QApplication::setApplicationDisplayName(QStringLiteral("Arvon DQ-480"));
+    QApplication::setWindowIcon(ToolbarIcons::application());
+    QCommandLineParser parser;
+    describeOptions(parser, encodingOption);
     parser.process(app);
 
     const TextEncoding encoding = parser.isSet(encodingOption) ? TextEncoding(parser.value(encodingOption))

@@ -53,7 +53,7 @@ Environment:
   DQ480_HOME            the program folder (sentence folders, test tone)
   DQ480_ENCODING        the code page, when --encoding is not given
 
-Exit status: 0 done, 1 "Setting file error!" (the file is not a valid setting file),
+Exit status: 0 done, 1 "Setting file error!" (not a valid setting file) or a card write that stopped,
 2 wrong arguments or a file that cannot be read or written.
 )";
 
