@@ -365,6 +365,7 @@ void frmMain::mnuHelp_Click()
 void frmMain::refreshFileDisplays()
 {
     const SharedState &state = m_context.state;
+    refreshSurveillanceCheck(); // a new or opened project brings its own switch
     m_fileNameDisplay->setText(state.ProjectFileName);
     m_folderDisplay->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
     m_folderDisplay->setToolTip(state.ProjectFolder);

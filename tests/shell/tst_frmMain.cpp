@@ -2,12 +2,14 @@
 #include "ProjectFile.h"
 #include "SettingFileWriter.h"
 #include "SingleInstance.h"
+#include "frmEdit.h"
 #include "frmMain.h"
 #include "frmSplash.h"
 
 #include <QAction>
 #include <QFile>
 #include <QLabel>
+#include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
@@ -189,6 +191,12 @@ private slots:
         QVERIFY(!action("mnuSvSet")->isChecked());
         action("mnuSvSet")->trigger();
         QVERIFY(f->state->SurveillanceFile);
+
+        // Closing the project resets the switch, and the menu follows.
+        action("mnuSvSet")->trigger();
+        window->mdiArea()->closeAllSubWindows();
+        QVERIFY(f->state->SurveillanceFile);
+        QVERIFY(action("mnuSvSet")->isChecked());
     }
 
     void saveOfACardControlFileGoesThroughSaveAs()
