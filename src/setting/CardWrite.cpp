@@ -1,7 +1,6 @@
 #include "CardWrite.h"
 
 #include "FileAttributes.h"
-#include "FileCopy.h"
 #include "Mp2File.h"
 #include "MsgBox.h"
 #include "PathText.h"
@@ -175,6 +174,7 @@ private:
             m_msgBox.show(TooLarge);
             return;
         }
+        // A read-only tone the operator chose to keep is left as it is, and is no error.
         if (!CopySentenceFile(source, onCardPath, error) && !error.isEmpty())
             reportFailure(m_msgBox, error);
     }
@@ -191,7 +191,7 @@ private:
             total += QFileInfo(sources.find(s.SentenceFileName[slot])).size();
             ++count;
         }
-        const QStringList missing = missingSentenceFiles(m_state);
+        const QStringList missing = missingSentenceFiles(m_state, sources);
         if (!missing.isEmpty() && m_hooks.showMissingFiles)
             m_hooks.showMissingFiles(missing);
         // Equality is too large as well, as it has always been counted.
@@ -247,7 +247,12 @@ bool CopySentenceFile(const QString &source, const QString &destination, QString
     error.clear();
     if (isReadOnly(destination))
         return false;
-    return copyFileReplacing(source, destination, error);
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly)) {
+        error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
+        return false;
+    }
+    return writeVerified(in.readAll(), destination, error);
 }
 
 bool WriteCard(SharedState &state, MsgBox &msgBox, const CardWriteHooks &hooks, bool announceCompletion)

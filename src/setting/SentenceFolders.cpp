@@ -53,7 +53,11 @@ bool StoreSentenceFile(const SharedState &state, MsgBox &msgBox, StoreMode mode,
 
 QStringList missingSentenceFiles(const SharedState &state)
 {
-    const SentenceFolderIndex folder(projectSentenceFolder(state));
+    return missingSentenceFiles(state, SentenceFolderIndex(projectSentenceFolder(state)));
+}
+
+QStringList missingSentenceFiles(const SharedState &state, const SentenceFolderIndex &folder)
+{
     QStringList missing;
     for (const QString &name : state.Setting.SentenceFileName) {
         if (!name.isEmpty() && folder.find(name).isEmpty())

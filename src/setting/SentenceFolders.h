@@ -4,6 +4,7 @@
 #include <QStringList>
 
 class MsgBox;
+class SentenceFolderIndex;
 class SharedState;
 
 /// The work folder "SoundTmp" in the program's folder, with a trailing separator: sentence files
@@ -31,6 +32,8 @@ bool StoreSentenceFile(const SharedState &state, MsgBox &msgBox, StoreMode mode,
 /// The sentence files that Setting names (all 512 slots) and that are not in the project's
 /// sentence folder. Names are matched without regard to case, as on the card's file system.
 QStringList missingSentenceFiles(const SharedState &state);
+/// The same, against a listing of the project's sentence folder the caller has made already.
+QStringList missingSentenceFiles(const SharedState &state, const SentenceFolderIndex &folder);
 
 /// True when every sentence file that Setting names is in the project's sentence folder.
 bool SentenceFilesPresent(const SharedState &state);
