@@ -19,10 +19,15 @@ CardSlotDetection::CardSlotDetection(SharedState &state, const DriveSource &driv
 
 bool CardSlotDetection::DetectCardSlots(CardSlotMenu &menu)
 {
+    return detect(menu, m_drives.drives());
+}
+
+bool CardSlotDetection::detect(CardSlotMenu &menu, const QList<DriveInfo> &drives)
+{
     for (int i = CardSlotMenu::Entries - 1; i >= 0; --i)
         menu.captions[i].clear();
     int count = 0;
-    for (const DriveInfo &drive : m_drives.drives()) {
+    for (const DriveInfo &drive : drives) {
         if (!CardSlotTests::qualifies(drive))
             continue;
         menu.captions[count] = drive.path;
@@ -43,7 +48,7 @@ bool CardSlotDetection::DetectCardSlots(CardSlotMenu &menu)
                 && menu.captions[i] == m_state.CardSlot;
         return false;
     }
-    if (!CardCheck(menu.captions[0])) {
+    if (!check(menu.captions[0], drives)) {
         m_state.CardSlotValid = false;
         return false;
     }
@@ -55,7 +60,12 @@ bool CardSlotDetection::DetectCardSlots(CardSlotMenu &menu)
 
 bool CardSlotDetection::CardCheck(const QString &path)
 {
-    for (const DriveInfo &drive : m_drives.drives()) {
+    return check(path, m_drives.drives());
+}
+
+bool CardSlotDetection::check(const QString &path, const QList<DriveInfo> &drives)
+{
+    for (const DriveInfo &drive : drives) {
         if (drive.path == path && drive.ready && drive.totalSize <= CardSlotTests::MaxCardBytes) {
             m_state.CardSlot = drive.path;
             m_state.CardTotalSize = QString::number(drive.totalSize);
@@ -84,8 +94,8 @@ void CardSlotDetection::MenuClick(CardSlotMenu &menu, int index)
 
 void CardSlotDetection::DeviceEvent(CardSlotMenu &menu)
 {
-    DetectCardSlots(menu);
     const QList<DriveInfo> drives = m_drives.drives();
+    detect(menu, drives);
     int matched = 0;
     for (int i = 0; i < CardSlotMenu::Entries; ++i) {
         const bool present = std::any_of(drives.begin(), drives.end(),

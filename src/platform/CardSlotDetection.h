@@ -1,10 +1,12 @@
 #pragma once
 
+#include "DriveInfo.h"
+
+#include <QList>
 #include <QString>
 
 #include <array>
 
-class DriveSource;
 class SharedState;
 
 /// The ten entries of the "Card slot setting" menu, as detection leaves them.
@@ -38,6 +40,10 @@ public:
     void DeviceEvent(CardSlotMenu &menu);
 
 private:
+    // Each operation reads the drive list once and hands it on: a listing costs a statvfs per mount.
+    bool detect(CardSlotMenu &menu, const QList<DriveInfo> &drives);
+    bool check(const QString &path, const QList<DriveInfo> &drives);
+
     SharedState &m_state;
     const DriveSource &m_drives;
 };
