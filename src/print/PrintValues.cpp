@@ -1,12 +1,16 @@
 #include "PrintValues.h"
 
+#include "ProgramOptionWord.h"
+
 namespace PrintValues {
+
+namespace Word = ProgramOptionWord;
 
 namespace {
 
 int methodBits(qint32 option)
 {
-    return option & 0xE000;
+    return option & Word::MethodMask;
 }
 
 } // namespace
@@ -14,13 +18,13 @@ int methodBits(qint32 option)
 QString methodText(qint32 option)
 {
     switch (methodBits(option)) {
-    case 0x2000:
+    case Word::MethodBits[Word::Continuous]:
         return QStringLiteral("Continuous");
-    case 0x4000:
+    case Word::MethodBits[Word::SingleProgram]:
         return QStringLiteral("Single");
-    case 0x6000:
+    case Word::MethodBits[Word::Repeat]:
         return QStringLiteral("Repeat");
-    case 0xC000:
+    case Word::MethodBits[Word::Endless]:
         return QStringLiteral("Endless");
     default:
         return QStringLiteral("Setting Data Error");
@@ -29,21 +33,20 @@ QString methodText(qint32 option)
 
 QString outputLevelText(qint32 option)
 {
-    return QString::number(((option & 0x0700) >> 8) + 1);
+    return QString::number(Word::outputLevel(option));
 }
 
 QString repeatCountText(qint16 count, qint32 option)
 {
-    if (count == 0 && methodBits(option) == 0x6000)
+    if (count == 0 && methodBits(option) == Word::MethodBits[Word::Repeat])
         return QStringLiteral("Endless");
     return QString::number(count);
 }
 
 QString repeatIntervalText(qint16 interval, qint32 option)
 {
-    if (methodBits(option) == 0xC000) {
-        const int field = option & 0x0038;
-        const int seconds = (field % 8 == 0 && field >= 8 && field <= 40) ? field / 8 : 0;
+    if (methodBits(option) == Word::MethodBits[Word::Endless]) {
+        const int seconds = Word::endlessSeconds(option).value_or(0);
         return seconds == 0 ? QStringLiteral("OFF") : QString::number(seconds) + QStringLiteral("Sec");
     }
     if (interval <= 0)
@@ -56,9 +59,9 @@ QString repeatIntervalText(qint16 interval, qint32 option)
 QString busyText(qint32 option)
 {
     const int method = methodBits(option);
-    if (method != 0x4000 && method != 0x6000)
+    if (method != Word::MethodBits[Word::SingleProgram] && method != Word::MethodBits[Word::Repeat])
         return QString();
-    return (option & 1) ? QStringLiteral("ON") : QStringLiteral("OFF");
+    return (option & Word::BusyBit) ? QStringLiteral("ON") : QStringLiteral("OFF");
 }
 
 QString stepText(const QString &stored)
