@@ -4,6 +4,7 @@
 #include "DialogLayout.h"
 #include "MsgBox.h"
 #include "NumberBox.h"
+#include "ProgramEditsQuestion.h"
 #include "ProgramNumberText.h"
 #include "ProgramOptionWord.h"
 #include "ProgramWindowTable.h"
@@ -489,13 +490,8 @@ void frmProg::cmdPrint_Click()
 
 bool frmProg::Form_Unload()
 {
-    SharedState &state = m_context.state;
-    if (!state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
-        || !state.SettingEqualsBuffer(SettingSection::Steps)) {
-        if (!m_context.msgBox.confirm(contentsOfEditQuestion()))
-            return false;
-        state.CopySettingToBuffer(SettingSection::All);
-    }
+    if (!mayDiscardProgramEdits(m_context.state, m_context.msgBox))
+        return false;
     if (m_stepWindow)
         m_stepWindow->closeFrame();
     return true;

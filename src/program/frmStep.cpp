@@ -4,6 +4,7 @@
 #include "DialogLayout.h"
 #include "MsgBox.h"
 #include "NumberText.h"
+#include "ProgramEditsQuestion.h"
 #include "SharedState.h"
 #include "StepText.h"
 #include "WindowFrame.h"
@@ -288,14 +289,7 @@ void frmStep::closeFrame()
 
 bool frmStep::Form_Unload()
 {
-    SharedState &state = m_context.state;
-    if (state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
-        && state.SettingEqualsBuffer(SettingSection::Steps))
-        return true;
-    if (!m_context.msgBox.confirm(contentsOfEditQuestion()))
-        return false;
-    state.CopySettingToBuffer(SettingSection::All);
-    return true;
+    return mayDiscardProgramEdits(m_context.state, m_context.msgBox);
 }
 
 void frmStep::closeEvent(QCloseEvent *event)
