@@ -1,6 +1,7 @@
 #include "frmStep.h"
 #include "OperatorMessages.h"
 
+#include "BoxColumns.h"
 #include "DialogLayout.h"
 #include "MsgBox.h"
 #include "NumberText.h"
@@ -11,7 +12,6 @@
 #include "frmProg.h"
 
 #include <QCloseEvent>
-#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -70,40 +70,18 @@ frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
 
 QWidget *frmStep::buildStepFrame()
 {
-    // The frame holds all 16 columns; the view shows four and the scroll bar slides the frame.
-    auto *view = new QWidget(this);
-    view->setObjectName(QStringLiteral("stepView"));
-    m_fraStep = new QWidget(view);
-    m_fraStep->setObjectName(QStringLiteral("fraStep"));
-    auto *grid = new QGridLayout(m_fraStep);
-    grid->setHorizontalSpacing(6);
+    // All 16 columns of eight; four show, and the scroll bar slides the rest into view.
+    m_columns = new BoxColumns(Steps, StepsPerColumn, VisibleColumns, QStringLiteral("M000.00"), 8,
+                               {"stepView", "fraStep", "lblStpIdx", "txtStpIdx"}, this);
     for (int i = 0; i < Steps; ++i) {
-        const int column = i / StepsPerColumn;
-        const int row = i % StepsPerColumn;
-        auto *label = new QLabel(zeroPadded(i + 1, 3) + QLatin1Char(':'), m_fraStep);
-        label->setObjectName(QStringLiteral("lblStpIdx_%1").arg(i));
-        auto *edit = new QLineEdit(m_fraStep);
-        edit->setObjectName(QStringLiteral("txtStpIdx_%1").arg(i));
-        edit->setMaxLength(8);
-        edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("M000.00")) + 12);
-        label->setBuddy(edit);
+        QLineEdit *edit = m_columns->box(i);
         edit->installEventFilter(this);
-        grid->addWidget(label, row, column * 2);
-        grid->addWidget(edit, row, column * 2 + 1);
         connect(edit, &QLineEdit::editingFinished, this, [this, i] { txtStpIdx_LostFocus(i); });
         connect(edit, &QLineEdit::textEdited, this, &frmStep::setModified);
         connect(edit, &QLineEdit::returnPressed, this, [this, i] { focusBox(qMin(i + 1, Steps - 1)); });
         m_boxes[i] = edit;
     }
-    m_fraStep->resize(m_fraStep->sizeHint());
-    grid->setGeometry(m_fraStep->rect()); // places the boxes now, before the window is shown
-    // Column width and view width come from where the layout put the labels.
-    const auto labelX = [this](int index) {
-        return m_fraStep->findChild<QLabel *>(QStringLiteral("lblStpIdx_%1").arg(index))->x();
-    };
-    m_columnWidth = labelX(StepsPerColumn) - labelX(0);
-    view->setFixedSize(labelX(StepsPerColumn * VisibleColumns), m_fraStep->height());
-    return view;
+    return m_columns;
 }
 
 std::array<QString, frmStep::Steps> &frmStep::steps()
@@ -179,7 +157,7 @@ void frmStep::focusBox(int index)
 
 void frmStep::bringColumnIntoView(int index)
 {
-    const int column = index / StepsPerColumn;
+    const int column = m_columns->columnOf(index);
     int first = m_hscStep->value();
     if (column < first)
         first = column;
@@ -187,12 +165,12 @@ void frmStep::bringColumnIntoView(int index)
         first = column - VisibleColumns + 1;
     const QSignalBlocker block(m_hscStep);
     m_hscStep->setValue(first);
-    m_fraStep->move(-m_columnWidth * first, 0);
+    m_columns->showColumn(first);
 }
 
 void frmStep::hscStep_Change(int value)
 {
-    m_fraStep->move(-m_columnWidth * value, 0);
+    m_columns->showColumn(value);
     m_boxes[value * StepsPerColumn]->setFocus();
     m_current = value * StepsPerColumn;
 }

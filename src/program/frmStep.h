@@ -6,6 +6,7 @@
 
 #include <array>
 
+class BoxColumns;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -67,8 +68,7 @@ private:
     bool m_closing = false;
     std::array<QLineEdit *, Steps> m_boxes {};
     std::array<QString, Steps> m_checkedText; // a text is checked once, however often focus leaves
-    QWidget *m_fraStep = nullptr;
+    BoxColumns *m_columns = nullptr;
     QScrollBar *m_hscStep = nullptr;
     QPushButton *m_cmdStpSave = nullptr;
-    int m_columnWidth = 0;
 };

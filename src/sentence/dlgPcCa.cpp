@@ -1,9 +1,9 @@
 #include "dlgPcCa.h"
 #include "OperatorMessages.h"
 
+#include "BoxColumns.h"
 #include "DialogLayout.h"
 #include "MsgBox.h"
-#include "NumberText.h"
 #include "PathLabelText.h"
 #include "PathText.h"
 #include "SentenceFolderIndex.h"
@@ -17,7 +17,6 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -92,42 +91,17 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
 
 QWidget *dlgPcCa::buildEntryFrame()
 {
-    m_view = new QWidget(this);
-    m_view->setObjectName(QStringLiteral("entryView"));
-    m_fraPcCa = new QWidget(m_view);
-    m_fraPcCa->setObjectName(QStringLiteral("fraPcCa"));
-    auto *grid = new QGridLayout(m_fraPcCa);
-    grid->setHorizontalSpacing(6);
-    grid->setVerticalSpacing(3);
-    const int boxWidth = fontMetrics().horizontalAdvance(QStringLiteral("WWWWWWWW.MP2")) + 10;
+    m_columns = new BoxColumns(Entries, Rows, VisibleColumns, QStringLiteral("WWWWWWWW.MP2"),
+                               Table::MaxNameLength, {"entryView", "fraPcCa", "lblPcCa", "TxtPcCa"}, this, 3);
     for (int i = 0; i < Entries; ++i) {
-        auto *label = new QLabel(zeroPadded(i + 1, 3) + QLatin1Char(':'), m_fraPcCa);
-        label->setObjectName(QStringLiteral("lblPcCa_%1").arg(i));
-        auto *edit = new QLineEdit(m_fraPcCa);
-        edit->setObjectName(QStringLiteral("TxtPcCa_%1").arg(i));
-        edit->setMaxLength(Table::MaxNameLength);
-        edit->setFixedWidth(boxWidth);
-        label->setBuddy(edit);
+        QLineEdit *edit = m_columns->box(i);
         edit->installEventFilter(this);
-        grid->addWidget(label, i % Rows, (i / Rows) * 2);
-        grid->addWidget(edit, i % Rows, (i / Rows) * 2 + 1);
         connect(edit, &QLineEdit::textEdited, this, [this, i] { TxtPcCa_Change(i); });
         connect(edit, &QLineEdit::editingFinished, this, [this, i] { TxtPcCa_LostFocus(i); });
         connect(edit, &QLineEdit::returnPressed, this, [this, i] { TxtPcCa_KeyDown_Enter(i); });
-        m_labels[i] = label;
         m_boxes[i] = edit;
     }
-    return m_view;
-}
-
-void dlgPcCa::layOutEntries()
-{
-    // Laid out once the table's size is known, so hidden columns take no room; done now rather
-    // than at showing, so the view can be sized to exactly four columns.
-    m_fraPcCa->resize(m_fraPcCa->sizeHint());
-    m_fraPcCa->layout()->setGeometry(m_fraPcCa->rect());
-    m_columnWidth = m_labels[Rows]->x() - m_labels[0]->x();
-    m_view->setFixedSize(m_labels[Rows * VisibleColumns]->x(), m_fraPcCa->height());
+    return m_columns;
 }
 
 void dlgPcCa::Form_Load()
@@ -140,9 +114,10 @@ void dlgPcCa::Form_Load()
     for (int i = capacity; i < Entries; ++i) {
         m_boxes[i]->setEnabled(false);
         m_boxes[i]->setVisible(false);
-        m_labels[i]->setVisible(false);
+        m_columns->label(i)->setVisible(false);
     }
-    layOutEntries();
+    // Hidden columns take no room: the grid is laid out again for the table's size.
+    m_columns->layOut();
     m_hscCaPc->setRange(0, capacity / Rows - VisibleColumns);
     m_hscCaPc->setPageStep(VisibleColumns);
     showEntries();
@@ -346,7 +321,7 @@ void dlgPcCa::cmdsentPath_Click()
 
 void dlgPcCa::hscCaPc_Change(int value)
 {
-    m_fraPcCa->move(-m_columnWidth * value, 0);
+    m_columns->showColumn(value);
 }
 
 void dlgPcCa::cmdPcCaApp_Click()

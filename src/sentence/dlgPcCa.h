@@ -6,6 +6,7 @@
 
 #include <array>
 
+class BoxColumns;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -50,7 +51,6 @@ protected:
 
 private:
     QWidget *buildEntryFrame();
-    void layOutEntries();
     void Form_Load();
     bool Form_Unload();
     void showPath();
@@ -66,12 +66,9 @@ private:
     int m_current = 0;
     bool m_unloaded = false;
     std::array<QLineEdit *, Entries> m_boxes {};
-    std::array<QLabel *, Entries> m_labels {};
     std::array<QString, Entries> m_checkedText {};
-    QWidget *m_view = nullptr;
-    QWidget *m_fraPcCa = nullptr;
+    BoxColumns *m_columns = nullptr;
     QScrollBar *m_hscCaPc = nullptr;
     QLabel *m_lblsentPath = nullptr;
     QPushButton *m_cmdPcCaApp = nullptr;
-    int m_columnWidth = 0;
 };

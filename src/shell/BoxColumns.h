@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QWidget>
+
+#include <vector>
+
+class QLabel;
+class QLineEdit;
+
+/// Numbered boxes ("001:", "002:"...) standing in columns, of which a few show at a time; the rest
+/// slide into view column by column (the step window's steps, the sentence table's entries).
+class BoxColumns : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Object names of the parts; label and box names get "_" and the index appended.
+    struct Names
+    {
+        const char *view;
+        const char *frame;
+        const char *label;
+        const char *box;
+    };
+
+    BoxColumns(int count, int rows, int visibleColumns, const QString &widestText, int maxLength, Names names,
+               QWidget *parent, int verticalSpacing = -1);
+
+    QLineEdit *box(int index) const { return m_boxes[index]; }
+    QLabel *label(int index) const { return m_labels[index]; }
+    int count() const { return static_cast<int>(m_boxes.size()); }
+    int columnOf(int index) const { return index / m_rows; }
+
+    /// Lays the boxes out now, so that hidden boxes take no room and the view is sized to exactly
+    /// the visible columns before the window is shown.
+    void layOut();
+
+    /// Slides the columns so that column `first` is the leftmost shown.
+    void showColumn(int first);
+
+private:
+    QWidget *m_frame;
+    int m_rows;
+    int m_visibleColumns;
+    int m_columnWidth = 0;
+    std::vector<QLabel *> m_labels;
+    std::vector<QLineEdit *> m_boxes;
+};
