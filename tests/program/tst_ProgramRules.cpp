@@ -247,19 +247,6 @@ private slots:
         QCOMPARE(Rules::levelFromBar(1), 8);
     }
 
-    void optionWordFields()
-    {
-        QCOMPARE(Word::methodOf(0x2D01), int(Word::Continuous));
-        QCOMPARE(Word::methodOf(qint32(0xFFFFC028)), int(Word::Endless));
-        QCOMPARE(Word::methodOf(0xA000), int(Word::Continuous));
-        QCOMPARE(Word::withMethod(qint32(0xFFFFC028), Word::Endless), 0xC028);
-        QCOMPARE(Word::outputLevel(0x2D01), 6);
-        QCOMPARE(Word::withOutputLevel(0x2D01, 1), 0x2801);
-        QCOMPARE(Word::endlessSeconds(0xC028).value_or(-1), 5);
-        QVERIFY(!Word::endlessSeconds(0xC030).has_value());
-        QCOMPARE(Word::withEndlessSeconds(0xC028, 2), 0xC010);
-    }
-
     void applyAndOkNormaliseDifferently_data()
     {
         QTest::addColumn<qint32>("option");

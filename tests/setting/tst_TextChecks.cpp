@@ -121,27 +121,6 @@ private slots:
         QFETCH(QString, formatted);
         QCOMPARE(applyZeroPattern(text, 4), formatted);
     }
-
-    void leadingNumber_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("fits");
-        QTest::addColumn<int>("value");
-        QTest::newRow("padded") << "001," << true << 1;
-        QTest::newRow("blank and sign") << " -12x" << true << -12;
-        QTest::newRow("no digits") << "abc" << true << 0;
-        QTest::newRow("too large") << "99999999999" << false << 0;
-    }
-    void leadingNumber()
-    {
-        QFETCH(QString, text);
-        QFETCH(bool, fits);
-        QFETCH(int, value);
-        const std::optional<qint32> result = ::leadingNumber(text);
-        QCOMPARE(result.has_value(), fits);
-        if (fits)
-            QCOMPARE(*result, value);
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_TextChecks)
