@@ -22,26 +22,46 @@ QMessageBox::Icon iconFor(MsgBox::Icon icon)
     return QMessageBox::NoIcon;
 }
 
+QMessageBox::StandardButtons buttonsFor(MsgBox::Buttons buttons)
+{
+    switch (buttons) {
+    case MsgBox::Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case MsgBox::Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MsgBox::Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+/// What closing the box without a button (Escape, the title bar's close) means: the careful answer.
+MsgBox::Answer dismissedAnswer(MsgBox::Buttons buttons)
+{
+    switch (buttons) {
+    case MsgBox::Buttons::OkCancel:
+        return MsgBox::Answer::Cancel;
+    case MsgBox::Buttons::YesNo:
+        return MsgBox::Answer::No;
+    case MsgBox::Buttons::Ok:
+        break;
+    }
+    return MsgBox::Answer::Ok;
+}
+
 } // namespace
 
 MsgBox::Answer QtMsgBox::show(const QString &text, Buttons buttons, Icon icon)
 {
-    QMessageBox box(iconFor(icon), QStringLiteral("DQ-480"), text, QMessageBox::NoButton,
+    QMessageBox box(iconFor(icon), QStringLiteral("DQ-480"), text, buttonsFor(buttons),
                     QApplication::activeWindow());
-    switch (buttons) {
-    case Buttons::Ok:
-        box.setStandardButtons(QMessageBox::Ok);
-        break;
-    case Buttons::OkCancel:
-        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
-        box.setDefaultButton(QMessageBox::Ok);
-        break;
-    case Buttons::YesNo:
-        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.setDefaultButton(QMessageBox::Yes);
-        break;
-    }
+    box.setDefaultButton(buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok);
+    box.setEscapeButton(buttons == Buttons::OkCancel    ? QMessageBox::Cancel
+                            : buttons == Buttons::YesNo ? QMessageBox::No
+                                                        : QMessageBox::Ok);
     switch (box.exec()) {
+    case QMessageBox::Ok:
+        return Answer::Ok;
     case QMessageBox::Cancel:
         return Answer::Cancel;
     case QMessageBox::Yes:
@@ -49,9 +69,6 @@ MsgBox::Answer QtMsgBox::show(const QString &text, Buttons buttons, Icon icon)
     case QMessageBox::No:
         return Answer::No;
     default:
-        // Escape on an OK/Cancel box counts as Cancel; on a lone OK box it is OK.
-        return buttons == Buttons::OkCancel ? Answer::Cancel
-            : buttons == Buttons::YesNo     ? Answer::No
-                                            : Answer::Ok;
+        return dismissedAnswer(buttons);
     }
 }

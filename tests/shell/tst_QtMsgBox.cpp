@@ -1,0 +1,115 @@
+// The desktop program's real message boxes: every button of every button set gives its own answer.
+#include "QtMsgBox.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+Q_DECLARE_METATYPE(MsgBox::Buttons)
+Q_DECLARE_METATYPE(MsgBox::Answer)
+
+namespace {
+
+/// Runs `act` on the message box as soon as it is shown, while `show` waits in its event loop.
+void whenBoxShows(std::function<void(QMessageBox *)> act)
+{
+    auto *poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, act] {
+        for (QWidget *w : QApplication::topLevelWidgets()) {
+            auto *box = qobject_cast<QMessageBox *>(w);
+            if (box && box->isVisible()) {
+                poll->stop();
+                poll->deleteLater();
+                act(box);
+                return;
+            }
+        }
+    });
+    poll->start(10);
+}
+
+} // namespace
+
+class tst_QtMsgBox : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void clickingAButtonGivesItsAnswer_data()
+    {
+        QTest::addColumn<MsgBox::Buttons>("buttons");
+        QTest::addColumn<int>("button");
+        QTest::addColumn<MsgBox::Answer>("answer");
+        QTest::newRow("OK alone") << MsgBox::Buttons::Ok << int(QMessageBox::Ok) << MsgBox::Answer::Ok;
+        QTest::newRow("OK of OK/Cancel")
+            << MsgBox::Buttons::OkCancel << int(QMessageBox::Ok) << MsgBox::Answer::Ok;
+        QTest::newRow("Cancel of OK/Cancel")
+            << MsgBox::Buttons::OkCancel << int(QMessageBox::Cancel) << MsgBox::Answer::Cancel;
+        QTest::newRow("Yes of Yes/No")
+            << MsgBox::Buttons::YesNo << int(QMessageBox::Yes) << MsgBox::Answer::Yes;
+        QTest::newRow("No of Yes/No") << MsgBox::Buttons::YesNo << int(QMessageBox::No) << MsgBox::Answer::No;
+    }
+
+    void clickingAButtonGivesItsAnswer()
+    {
+        QFETCH(MsgBox::Buttons, buttons);
+        QFETCH(int, button);
+        QFETCH(MsgBox::Answer, answer);
+        QString shownText;
+        whenBoxShows([&](QMessageBox *box) {
+            shownText = box->text();
+            QAbstractButton *target = box->button(QMessageBox::StandardButton(button));
+            QVERIFY(target);
+            QTest::mouseClick(target, Qt::LeftButton);
+        });
+        QtMsgBox msgBox;
+        QCOMPARE(msgBox.show(QStringLiteral("Write over the setting data"), buttons), answer);
+        QCOMPARE(shownText, QStringLiteral("Write over the setting data"));
+    }
+
+    void keysGiveTheSafeOrDefaultAnswer_data()
+    {
+        QTest::addColumn<MsgBox::Buttons>("buttons");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<MsgBox::Answer>("answer");
+        QTest::newRow("Enter on OK") << MsgBox::Buttons::Ok << int(Qt::Key_Return) << MsgBox::Answer::Ok;
+        QTest::newRow("Escape on OK") << MsgBox::Buttons::Ok << int(Qt::Key_Escape) << MsgBox::Answer::Ok;
+        QTest::newRow("Enter on OK/Cancel")
+            << MsgBox::Buttons::OkCancel << int(Qt::Key_Return) << MsgBox::Answer::Ok;
+        QTest::newRow("Escape on OK/Cancel")
+            << MsgBox::Buttons::OkCancel << int(Qt::Key_Escape) << MsgBox::Answer::Cancel;
+        QTest::newRow("Enter on Yes/No")
+            << MsgBox::Buttons::YesNo << int(Qt::Key_Return) << MsgBox::Answer::Yes;
+        QTest::newRow("Escape on Yes/No")
+            << MsgBox::Buttons::YesNo << int(Qt::Key_Escape) << MsgBox::Answer::No;
+    }
+
+    void keysGiveTheSafeOrDefaultAnswer()
+    {
+        QFETCH(MsgBox::Buttons, buttons);
+        QFETCH(int, key);
+        QFETCH(MsgBox::Answer, answer);
+        whenBoxShows([key](QMessageBox *box) { QTest::keyClick(box, Qt::Key(key)); });
+        QtMsgBox msgBox;
+        QCOMPARE(msgBox.show(QStringLiteral("question"), buttons), answer);
+    }
+
+    void titleIsTheProgramsNameAlone()
+    {
+        QString title;
+        whenBoxShows([&](QMessageBox *box) {
+            title = box->windowTitle();
+            box->button(QMessageBox::Ok)->click();
+        });
+        QtMsgBox msgBox;
+        msgBox.show(QStringLiteral("Card write is complete"));
+        QCOMPARE(title, QStringLiteral("DQ-480"));
+    }
+};
+
+QTEST_MAIN(tst_QtMsgBox)
+#include "tst_QtMsgBox.moc"
