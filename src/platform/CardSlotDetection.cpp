@@ -115,8 +115,11 @@ void CardSlotDetection::DeviceEvent(CardSlotMenu &menu)
     // being gone is what clears it.
     const bool slotPresent = std::any_of(drives.begin(), drives.end(),
                                          [&](const DriveInfo &d) { return d.path == m_state.CardSlot; });
-    if (!slotPresent)
+    if (!slotPresent) {
+        // With two or more cards left detection chooses none, so nothing else would clear it.
         m_state.CardSlot.clear();
+        m_state.CardSlotValid = false;
+    }
     if (matched == 0) {
         menu.captions[0] = Nothing;
         m_state.CardSlotValid = false;

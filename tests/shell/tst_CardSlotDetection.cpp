@@ -132,6 +132,43 @@ private slots:
         QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
         QVERIFY(f.msgBox.unexpected.isEmpty());
     }
+
+    void removingTheChosenCardAmongOthers_data()
+    {
+        QTest::addColumn<int>("others");
+        QTest::newRow("one left") << 1;
+        QTest::newRow("two left") << 2;
+        QTest::newRow("three left") << 3;
+    }
+    void removingTheChosenCardAmongOthers()
+    {
+        QFETCH(int, others);
+        GuiFixture f;
+        f.drives.list = cards(others + 1);
+        SingleInstance instance(f.home.filePath(QStringLiteral("lock")));
+        frmMain window(f.context);
+        QVERIFY(window.MDIForm_Load(instance));
+        window.findChild<QAction *>(QStringLiteral("mnuNew"))->trigger();
+        frmEdit *edit = window.editWindow();
+        QVERIFY(edit);
+        window.mnuCard_Click(1);
+        QCOMPARE(f.state->CardSlot, QStringLiteral("/media/card1"));
+        QVERIFY(f.state->CardSlotValid);
+        QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
+
+        f.drives.list.removeAt(1);
+        window.SysInfo1_DeviceChange();
+        // A single card left is chosen by itself; with more the operator has to choose again.
+        const bool chosen = others == 1;
+        QCOMPARE(f.state->CardSlotValid, chosen);
+        QCOMPARE(f.state->CardSlot, chosen ? QStringLiteral("/media/card0") : QString());
+        for (int i = 0; i < frmMain::CardSlotEntries; ++i)
+            QCOMPARE(window.findChild<QAction *>(QStringLiteral("mnuCard_%1").arg(i))->isChecked(),
+                     chosen && i == 0);
+        for (const char *name : {"cmdCaWrite", "cmdTCaPc", "cmdTCaFormat"})
+            QCOMPARE(findControl<QPushButton>(edit, QLatin1String(name))->isEnabled(), chosen);
+        QVERIFY(f.msgBox.unexpected.isEmpty());
+    }
 };
 
 QTEST_MAIN(tst_CardSlotDetection)
