@@ -453,6 +453,7 @@ void frmEdit::setCardButtonsEnabled(bool enabled)
     m_cmdTCaPc->setEnabled(enabled);
     m_cmdCaWrite->setEnabled(enabled);
     m_cmdTCaFormat->setEnabled(enabled);
+    emit cardButtonsEnabled(enabled);
 }
 
 void frmEdit::timCardC_Timer()

@@ -44,6 +44,8 @@ signals:
     /// The main window's menu items that need a project.
     void projectMenusVisible(bool visible);
     void captionChanged(const QString &caption);
+    /// The card buttons were enabled or disabled; the main window's card write follows them.
+    void cardButtonsEnabled(bool enabled);
 
 public slots:
     void Form_GotFocus();

@@ -79,7 +79,7 @@ void frmMain::createMenus()
     QAction *saveAs
         = addAction(file, "mnuSave_as", QStringLiteral("Save as(&A)"), &frmMain::mnuSave_as_Click);
     QAction *separator = file->addSeparator();
-    QAction *cardWrite
+    QAction *cardWrite = m_mnuCardWrite
         = addAction(file, "mnuCardWrite", QStringLiteral("Card write"), &frmMain::mnuCardWrite_Click);
     QMenu *print = file->addMenu(QStringLiteral("Print"));
     print->setObjectName(QStringLiteral("mnuPrint"));
@@ -290,6 +290,7 @@ void frmMain::showProjectWindow()
     auto *edit = new frmEdit(m_context, *m_projectCommands, m_mdiArea);
     connect(edit, &frmEdit::projectMenusVisible, this, &frmMain::setProjectMenusVisible);
     connect(edit, &frmEdit::captionChanged, this, &QWidget::setWindowTitle);
+    connect(edit, &frmEdit::cardButtonsEnabled, m_mnuCardWrite, &QAction::setEnabled);
     m_editWindow = edit;
     edit->Form_Load();
     QMdiSubWindow *frame = m_mdiArea->addSubWindow(edit);
@@ -316,7 +317,8 @@ void frmMain::mnuSave_as_Click()
 
 void frmMain::mnuCardWrite_Click()
 {
-    if (m_editWindow)
+    // The same command as the card edit window's button, and like it only while a card is there.
+    if (m_editWindow && m_mnuCardWrite->isEnabled())
         m_editWindow->cmdCaWrite_Click();
 }
 

@@ -88,6 +88,7 @@ private:
     QLabel *m_fileNameDisplay = nullptr;
     QLabel *m_folderDisplay = nullptr;
     QAction *m_mnuSvSet = nullptr;
+    QAction *m_mnuCardWrite = nullptr;
     QList<QAction *> m_projectMenuItems;
     QList<QAction *> m_projectToolButtons;
     std::array<QAction *, CardSlotEntries> m_mnuCard {};
