@@ -99,6 +99,14 @@ int countSentenceFiles(const QStringList &listedNames)
     }));
 }
 
+QStringList inFolderListingOrder(QStringList names)
+{
+    // Windows compares names upper-cased; the file system here may list "Zed" before "apple".
+    std::stable_sort(names.begin(), names.end(),
+                     [](const QString &a, const QString &b) { return a.toUpper() < b.toUpper(); });
+    return names;
+}
+
 std::vector<Placement> placeFolderFiles(const SettingData &data, const QStringList &listedNames)
 {
     const int limit = limitFor(data);

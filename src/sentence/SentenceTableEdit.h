@@ -51,4 +51,7 @@ std::vector<Placement> placeFolderFiles(const SettingData &data, const QStringLi
 /// The number of listed names that "All file" would take.
 int countSentenceFiles(const QStringList &listedNames);
 
+/// The names in the order a Windows folder listing gives them: by name regardless of case.
+QStringList inFolderListingOrder(QStringList names);
+
 } // namespace SentenceTableEdit

@@ -262,7 +262,8 @@ bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
 
 void dlgPcCa::cmdPcCaAll_Click()
 {
-    const QStringList listed = QDir(m_context.state.SentencePath).entryList(QDir::Files, QDir::Name);
+    const QStringList listed
+        = Table::inFolderListingOrder(QDir(m_context.state.SentencePath).entryList(QDir::Files, QDir::Name));
     // One below the table's size at most: 127 or 511 files, as this command has always allowed.
     const int allowed = m_limit == 511 ? 512 : m_limit;
     if (Table::countSentenceFiles(listed) >= allowed) {

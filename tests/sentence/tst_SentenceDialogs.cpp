@@ -150,6 +150,35 @@ private slots:
         }
     }
 
+    void allFileListsNamesAsWindowsDoes_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QStringList>("entries");
+        QTest::newRow("case of the name")
+            << QStringList {"b.MP2", "A.mp2", "c.Mp2"} << QStringList {"A.MP2", "B.MP2", "C.MP2"};
+        QTest::newRow("upper case before lower in byte order")
+            << QStringList {"Zed.MP2", "apple.MP2", "Mango.mp2", "banana.MP2"}
+            << QStringList {"APPLE.MP2", "BANANA.MP2", "MANGO.MP2", "ZED.MP2"};
+        QTest::newRow("any case of the extension, nothing else")
+            << QStringList {"d.mP2", "e.txt", "f.mp3", "g.MP2"} << QStringList {"D.MP2", "G.MP2"};
+    }
+    void allFileListsNamesAsWindowsDoes()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(QStringList, entries);
+        makeVoiceFiles(files);
+        dlgPcCa dialog(f->context, nullptr);
+        dialog.findChild<QPushButton *>(QStringLiteral("cmdPcCaAll"))->click();
+        QCOMPARE(f->msgBox.shown, QStringList {});
+        const SettingData &buffer = state().SettingBuffer;
+        for (int i = 0; i < entries.size(); ++i) {
+            QCOMPARE(buffer.SentenceFileName[i], entries[i]);
+            QCOMPARE(dialog.box(i)->text(), entries[i]);
+            QCOMPARE(buffer.SentenceControl[i], QStringLiteral("A%1").arg(i + 1, 3, 10, QLatin1Char('0')));
+        }
+        QVERIFY(buffer.SentenceFileName[entries.size()].isEmpty());
+    }
+
     void moveForwardFromTheLastBoxOfA512Table()
     {
         fillSentences(state().SettingBuffer, 512, 0);
