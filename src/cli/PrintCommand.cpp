@@ -51,9 +51,13 @@ int runPrint(CliContext &cli, const QStringList &args, const QString &kindText, 
     QPdfWriter writer(pdf);
     writer.setTitle(QStringLiteral("DQ-480 ") + state.ProjectFileName);
     writer.setResolution(300);
-    const int count
-        = renderPrintOut(writer, buildPrintOut(state, kind, program), printHeader(state), from, to);
-    if (count == 0) {
+    const QList<PrintRow> rows = buildPrintOut(state, kind, program);
+    if (to > printOutPageCount(writer, rows)) {
+        cli.err << "Incorrect value has been entered.\n";
+        return ExitCode::UsageOrFileError;
+    }
+    const int count = renderPrintOut(writer, rows, printHeader(state), from, to);
+    if (count <= 0) {
         cli.err << "Cannot write " << pdf << "\n";
         return ExitCode::UsageOrFileError;
     }

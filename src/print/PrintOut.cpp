@@ -9,6 +9,7 @@
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QTextLayout>
 
 namespace {
 
@@ -178,24 +179,88 @@ QList<QRectF> cellRects(const Layout &layout, const PrintRow &row, QPaintDevice 
     return rects;
 }
 
+qreal gapBelow(const Layout &layout, PrintRow::Style style)
+{
+    const bool spaced = style == PrintRow::Title || style == PrintRow::Heading;
+    return layout.gap * (spaced ? 3 : 1);
+}
+
 qreal rowHeight(const Layout &layout, const PrintRow &row, QPaintDevice *device)
 {
     qreal height = 0;
     for (const QRectF &rect : cellRects(layout, row, device))
         height = qMax(height, rect.bottom());
-    const bool spaced = row.style == PrintRow::Title || row.style == PrintRow::Heading;
-    return height + layout.gap * (spaced ? 3 : 1);
+    return height + gapBelow(layout, row.style);
 }
 
-} // namespace
+// The lines a text wraps into at `width`, as drawText breaks it.
+QStringList wrappedLines(const QString &text, const QFont &font, qreal width, QPaintDevice *device)
+{
+    QStringList lines;
+    QTextOption option;
+    option.setWrapMode(QTextOption::WordWrap);
+    for (const QString &paragraph : text.split(QLatin1Char('\n'))) {
+        QTextLayout textLayout(paragraph, font, device);
+        textLayout.setTextOption(option);
+        textLayout.beginLayout();
+        int count = 0;
+        for (QTextLine line = textLayout.createLine(); line.isValid(); line = textLayout.createLine()) {
+            line.setLineWidth(width);
+            lines << paragraph.mid(line.textStart(), line.textLength());
+            ++count;
+        }
+        textLayout.endLayout();
+        if (count == 0)
+            lines << QString();
+    }
+    return lines;
+}
 
-int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const QString &header,
-                   int fromPage, int toPage)
+// What goes on a page: a whole row, or one line of a row too tall for any page.
+struct Piece
+{
+    PrintRow row;
+    qreal height; // with the space below it
+};
+
+// A row taller than the page body is cut into its lines, so that it continues on the next page
+// instead of running over the footer; the label stays with its first line.
+QList<Piece> piecesOf(const Layout &layout, const PrintRow &row, QPaintDevice *device)
+{
+    const qreal height = rowHeight(layout, row, device);
+    if (height <= layout.body.height() || row.cells.isEmpty())
+        return {{row, height}};
+    const qsizetype textCell = row.cells.size() - 1;
+    const QList<QRectF> rects = cellRects(layout, row, device);
+    const QStringList lines
+        = wrappedLines(row.cells[textCell], fontFor(layout, row.style), rects[textCell].width(), device);
+    QList<Piece> pieces;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        PrintRow part {row.style, row.cells};
+        for (qsizetype c = 0; i > 0 && c < textCell; ++c)
+            part.cells[c].clear();
+        part.cells[textCell] = lines[i];
+        const bool last = i + 1 == lines.size();
+        pieces.append({part, rowHeight(layout, part, device) - (last ? 0 : gapBelow(layout, part.style))});
+    }
+    return pieces;
+}
+
+struct PageLayout
+{
+    Layout layout;
+    qreal headerHeight = 0;
+    QRect page;
+    QList<QList<Piece>> pages;
+};
+
+PageLayout layOut(QPagedPaintDevice &device, const QList<PrintRow> &rows)
 {
     device.setPageSize(QPageSize(QPageSize::A4));
     device.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
     const qreal dpi = device.logicalDpiY();
-    Layout layout;
+    PageLayout result;
+    Layout &layout = result.layout;
     layout.normal = QFont(QStringLiteral("DejaVu Sans"), 9);
     layout.bold = layout.normal;
     layout.bold.setBold(true);
@@ -203,40 +268,58 @@ int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const
     layout.title.setPointSizeF(13);
     layout.gap = dpi * 0.04;
     layout.labelWidth = dpi * 1.7;
-    const QFontMetricsF normalMetrics(layout.normal, &device);
-    const qreal headerHeight = normalMetrics.height() * 2;
-    const QRect page = device.pageLayout().paintRectPixels(qRound(dpi));
-    layout.body = QRectF(0, headerHeight, page.width(), page.height() - 2 * headerHeight);
+    result.headerHeight = QFontMetricsF(layout.normal, &device).height() * 2;
+    result.page = device.pageLayout().paintRectPixels(qRound(dpi));
+    layout.body
+        = QRectF(0, result.headerHeight, result.page.width(), result.page.height() - 2 * result.headerHeight);
 
-    // Which rows go on which page: a row that does not fit starts the next page, and a heading
-    // with the rows under it (a program, say) moves to the next page whole when it fits on one.
-    QList<qreal> heights;
+    QList<Piece> pieces;
     for (const PrintRow &row : rows)
-        heights << rowHeight(layout, row, &device);
-    QList<QList<int>> pages;
-    pages.append(QList<int>());
+        pieces << piecesOf(layout, row, &device);
+    // A piece that does not fit starts the next page, and a heading with the rows under it (a
+    // program, say) moves to the next page whole when it fits on one.
+    QList<QList<Piece>> &pages = result.pages;
+    pages.append(QList<Piece>());
     qreal y = 0;
-    for (int i = 0; i < rows.size(); ++i) {
-        qreal needed = heights[i];
-        if (rows[i].style == PrintRow::Heading) {
-            for (int j = i + 1;
-                 j < rows.size() && rows[j].style != PrintRow::Heading && rows[j].style != PrintRow::Title;
+    for (qsizetype i = 0; i < pieces.size(); ++i) {
+        qreal needed = pieces[i].height;
+        if (pieces[i].row.style == PrintRow::Heading) {
+            for (qsizetype j = i + 1; j < pieces.size() && pieces[j].row.style != PrintRow::Heading
+                 && pieces[j].row.style != PrintRow::Title;
                  ++j)
-                needed += heights[j];
-            if (needed > layout.body.height())
-                needed = heights[i]
-                    + (i + 1 < rows.size() ? heights[i + 1] : 0); // too long: keep only the first row with it
+                needed += pieces[j].height;
+            if (needed > layout.body.height()) // too long: keep only the first row with it
+                needed = pieces[i].height + (i + 1 < pieces.size() ? pieces[i + 1].height : 0);
         }
         if (y + needed > layout.body.height() && !pages.last().isEmpty()) {
-            pages.append(QList<int>());
+            pages.append(QList<Piece>());
             y = 0;
         }
-        pages.last().append(i);
-        y += heights[i];
+        pages.last().append(pieces[i]);
+        y += pieces[i].height;
     }
-    const int count = static_cast<int>(pages.size());
-    const int first = fromPage > 0 ? qBound(1, fromPage, count) : 1;
-    const int last = toPage > 0 ? qBound(first, toPage, count) : count;
+    return result;
+}
+
+} // namespace
+
+int printOutPageCount(QPagedPaintDevice &device, const QList<PrintRow> &rows)
+{
+    return static_cast<int>(layOut(device, rows).pages.size());
+}
+
+int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const QString &header,
+                   int fromPage, int toPage)
+{
+    const PageLayout laidOut = layOut(device, rows);
+    const Layout &layout = laidOut.layout;
+    const QRect &page = laidOut.page;
+    const int count = static_cast<int>(laidOut.pages.size());
+    if (fromPage > count || toPage > count)
+        return PageRangeOutside;
+    const int first = fromPage > 0 ? fromPage : 1;
+    const int last = toPage > 0 ? qMax(first, toPage) : count;
+    const QFontMetricsF normalMetrics(layout.normal, &device);
 
     QPainter painter;
     if (!painter.begin(&device))
@@ -254,8 +337,8 @@ int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const
             Qt::AlignHCenter, QStringLiteral("page %1 / %2").arg(number).arg(count));
         painter.setPen(Qt::black);
         qreal top = layout.body.top();
-        for (const int index : pages[number - 1]) {
-            const PrintRow &row = rows[index];
+        for (const Piece &piece : laidOut.pages[number - 1]) {
+            const PrintRow &row = piece.row;
             painter.setFont(fontFor(layout, row.style));
             const bool spaced = row.style == PrintRow::Title || row.style == PrintRow::Heading;
             const qreal offset = spaced ? layout.gap * 2 : 0;
@@ -263,7 +346,7 @@ int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const
             for (int c = 0; c < rects.size() && c < row.cells.size(); ++c)
                 painter.drawText(rects[c].translated(0, top + offset),
                                  Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop, row.cells[c]);
-            top += rowHeight(layout, row, &device);
+            top += piece.height;
         }
     }
     painter.end();

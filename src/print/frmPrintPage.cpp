@@ -8,6 +8,7 @@
 #include "SharedState.h"
 #include "TextChecks.h"
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -18,6 +19,12 @@
 #include <QPrinterInfo>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+namespace {
+
+constexpr int PdfResolution = 300;
+
+} // namespace
 
 frmPrintPage::frmPrintPage(AppContext &context, PrintKind kind, int program, QWidget *parent)
     : QDialog(parent)
@@ -99,6 +106,15 @@ bool frmPrintPage::pageRange(int &from, int &to)
     return true;
 }
 
+bool frmPrintPage::rangeWithinPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, int to)
+{
+    // Only now is the number of pages known: it depends on the paper and the printer.
+    if (to <= printOutPageCount(device, rows))
+        return true;
+    m_context.msgBox.show(incorrectValueMessage());
+    return false;
+}
+
 bool frmPrintPage::cmdPrint_Click()
 {
     int from = 0;
@@ -108,13 +124,19 @@ bool frmPrintPage::cmdPrint_Click()
     const QList<PrintRow> rows = buildPrintOut(m_context.state, m_kind, m_program);
     const QString header = printHeader(m_context.state);
     if (m_printers->currentText() == pdfChoice()) {
+        // Laid out on a PDF of the same resolution before the operator names the file.
+        QBuffer scratch;
+        QPdfWriter sizing(&scratch);
+        sizing.setResolution(PdfResolution);
+        if (!rangeWithinPrintOut(sizing, rows, to))
+            return false;
         const QString path = m_context.fileDialogs.saveFileName(
             this, QStringLiteral("Save as PDF"), QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
         if (path.isEmpty())
             return false;
         QPdfWriter writer(path);
-        writer.setResolution(300);
-        if (renderPrintOut(writer, rows, header, from, to) == 0) {
+        writer.setResolution(PdfResolution);
+        if (renderPrintOut(writer, rows, header, from, to) <= 0) {
             m_context.msgBox.show(QStringLiteral("Cannot write %1").arg(path), MsgBox::Buttons::Ok,
                                   MsgBox::Icon::Critical);
             return false;
@@ -122,7 +144,9 @@ bool frmPrintPage::cmdPrint_Click()
         return true;
     }
     QPrinter printer(QPrinterInfo::printerInfo(m_printers->currentText()), QPrinter::HighResolution);
-    if (renderPrintOut(printer, rows, header, from, to) == 0) {
+    if (!rangeWithinPrintOut(printer, rows, to))
+        return false;
+    if (renderPrintOut(printer, rows, header, from, to) <= 0) {
         m_context.msgBox.show(
             QStringLiteral("The printer %1 could not print.").arg(m_printers->currentText()),
             MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
@@ -138,9 +162,11 @@ void frmPrintPage::cmdPreview_Click()
     if (!pageRange(from, to))
         return;
     QPrinter printer(QPrinter::HighResolution);
+    const QList<PrintRow> rows = buildPrintOut(m_context.state, m_kind, m_program);
+    if (!rangeWithinPrintOut(printer, rows, to))
+        return;
     QPrintPreviewDialog preview(&printer, this);
     preview.setWindowTitle(QStringLiteral("Print preview"));
-    const QList<PrintRow> rows = buildPrintOut(m_context.state, m_kind, m_program);
     const QString header = printHeader(m_context.state);
     connect(&preview, &QPrintPreviewDialog::paintRequested, this,
             [&](QPrinter *target) { renderPrintOut(*target, rows, header, from, to); });

@@ -7,6 +7,7 @@
 
 class QComboBox;
 class QLineEdit;
+class QPagedPaintDevice;
 class QRadioButton;
 
 /// The print setting dialog: which printer (or a PDF file), all pages or a range, a preview.
@@ -27,6 +28,8 @@ public slots:
 private:
     /// The page range chosen: {0, 0} for all pages; false after "Incorrect value has been entered.".
     bool pageRange(int &from, int &to);
+    /// False after "Incorrect value has been entered." when page `to` is beyond the print-out's last.
+    bool rangeWithinPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, int to);
 
     AppContext &m_context;
     PrintKind m_kind;
