@@ -399,7 +399,7 @@ void frmEdit::cmdTCaFormat_Click()
     if (m_context.msgBox.confirm(QStringLiteral("Format start drive: ") + state.CardSlot)) {
         dlgFMT dialog(m_context, this);
         dialog.exec();
-        if (!dialog.succeeded())
+        if (dialog.formatFailed())
             m_context.msgBox.show(QStringLiteral("DQ480 Format error end!"));
     }
     m_timCardC->start();

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 
 #ifdef Q_OS_UNIX
+#include "FuseImage.h"
+#include <QTimer>
 #include <unistd.h>
 #endif
 #ifdef Q_OS_WIN
@@ -105,12 +107,20 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
         return false;
     }
     m_steps.clear();
+    m_letGo = QDeadlineTimer(10'000);
+    // A card image mounted with fusefat is let go and served again afterwards, as a card is.
+    const bool fuseMounted = image && drive.ready;
     if (!image)
         m_steps << QStringList {QStringLiteral("umount"), drive.path};
+    else if (fuseMounted)
+        m_steps << QStringList {QStringLiteral("fusermount"), QStringLiteral("-u"), drive.path};
     m_steps << QStringList {QStringLiteral("mkfs.fat"), QStringLiteral("-F"),    QStringLiteral("16"),
                             QStringLiteral("-n"),       QStringLiteral("DQ480"), drive.device};
     if (!image)
         m_steps << QStringList {QStringLiteral("mount"), drive.device, drive.path};
+    else if (fuseMounted)
+        m_steps << QStringList {QStringLiteral("fusefat"), QStringLiteral("-o"), QStringLiteral("rw+"),
+                                drive.device, drive.path};
     runNext();
     return true;
 #endif
@@ -137,6 +147,17 @@ void CardFormatter::runNext()
         checkFat16(QString());
         return;
     }
+#ifndef Q_OS_WIN
+    // fusefat writes its last sectors after its unmount: formatting under it would be overwritten.
+    if (m_steps.first().first() == QLatin1String("mkfs.fat")
+        && fuseFatServes(QStringLiteral("/proc"), m_device)) {
+        if (m_letGo.hasExpired())
+            fail(QStringLiteral("%1 is still in use.").arg(m_device));
+        else
+            QTimer::singleShot(50, this, &CardFormatter::runNext);
+        return;
+    }
+#endif
     const QStringList step = m_steps.takeFirst();
     m_process.start(step.first(), step.mid(1));
 }

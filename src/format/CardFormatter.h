@@ -2,6 +2,7 @@
 
 #include "DriveInfo.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QProcess>
 #include <QStringList>
@@ -35,6 +36,7 @@ private:
     void fail(const QString &error);
 
     QProcess m_process;
+    QDeadlineTimer m_letGo; // how long an unmounted card image may still be held
     QList<QStringList> m_steps; // program and arguments, in order
     QString m_device;
     QString m_mountPoint;

@@ -16,6 +16,7 @@ dlgFMT::dlgFMT(AppContext &context, QWidget *parent)
     , m_context(context)
     , m_formatter(new CardFormatter(this))
     , m_lblFMT(new QLabel(this))
+    , m_lblReason(new QLabel(this))
     , m_cmdOK(namedButton(QStringLiteral("Exit"), "cmdOK", this))
 {
     setObjectName(QStringLiteral("dlgFMT"));
@@ -25,9 +26,13 @@ dlgFMT::dlgFMT(AppContext &context, QWidget *parent)
     m_lblFMT->setText(QStringLiteral(" Format FAT16 file system") + QLatin1Char(' ')
                       + context.state.CardSlot);
     m_lblFMT->setMinimumWidth(360);
+    m_lblReason->setObjectName(QStringLiteral("lblReason"));
+    m_lblReason->setWordWrap(true);
+    m_lblReason->hide();
     m_cmdOK->setEnabled(false);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_lblFMT);
+    layout->addWidget(m_lblReason);
     layout->addLayout(buttonRow({m_cmdOK}));
     connect(m_cmdOK, &QPushButton::clicked, this, &dlgFMT::cmdOK_Click);
     connect(m_formatter, &CardFormatter::finished, this, &dlgFMT::formatEnded);
@@ -68,8 +73,11 @@ void dlgFMT::formatEnded(bool ok, const QString &error)
 {
     m_running = false;
     if (!ok) {
+        // The card edit window reports the failure when the dialog closes; the reason stays here.
+        m_formatFailed = true;
         m_lblFMT->setText(QStringLiteral(" DQ-480 format error"));
-        m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        m_lblReason->setText(error);
+        m_lblReason->show();
         m_cmdOK->setEnabled(true);
         return;
     }

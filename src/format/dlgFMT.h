@@ -21,6 +21,9 @@ public:
     bool Form_Activate();
     /// True after the format and the control file both succeeded.
     bool succeeded() const { return m_succeeded; }
+    /// True when the format itself failed: it could not start, the tool failed, or the card did
+    /// not come out FAT16. A control file that cannot be written afterwards is not a format failure.
+    bool formatFailed() const { return m_formatFailed; }
     QString progressText() const;
 
 public slots:
@@ -36,8 +39,10 @@ private:
     AppContext &m_context;
     CardFormatter *m_formatter;
     QLabel *m_lblFMT;
+    QLabel *m_lblReason; // why the format failed, under the progress text
     QPushButton *m_cmdOK;
     bool m_activated = false;
     bool m_running = false;
     bool m_succeeded = false;
+    bool m_formatFailed = false;
 };

@@ -1,5 +1,6 @@
 #include "CardSlotTests.h"
 #include "FatVariant.h"
+#include "FuseImage.h"
 #include "LinuxDriveSource.h"
 #include "MediaCheck.h"
 #include "MountInfo.h"
@@ -259,6 +260,49 @@ private slots:
         }
         QVERIFY(!find(drives, QStringLiteral("/dev/sdg"))->ready);
         QCOMPARE(find(drives, QStringLiteral("/media/op/EXACT"))->totalSize, qint64(134'217'728));
+    }
+
+    void theImageBehindAFuseFatMount_data()
+    {
+        QTest::addColumn<QByteArray>("cmdline");
+        QTest::addColumn<QString>("cwd");
+        QTest::addColumn<QString>("mountPoint");
+        QTest::addColumn<QString>("image");
+        // fuse blanks out what it took from "-o rw+" in the process's own arguments.
+        QTest::newRow("as fusefat shows itself")
+            << QByteArrayLiteral("fusefat\0-o\0rw\0\0/cards/b.img\0/media/b\0") << "/"
+            << "/media/b"
+            << "/cards/b.img";
+        QTest::newRow("full program path, debug flag")
+            << QByteArrayLiteral("/usr/bin/fusefat\0-d\0/cards/a.img\0/media/a\0") << "/"
+            << "/media/a"
+            << "/cards/a.img";
+        QTest::newRow("relative to its folder")
+            << QByteArrayLiteral("fusefat\0img/c.img\0../media/c\0") << "/home/ann"
+            << "/home/media/c"
+            << "/home/ann/img/c.img";
+        QTest::newRow("another mount point") << QByteArrayLiteral("fusefat\0/cards/b.img\0/media/b\0") << "/"
+                                             << "/media/x"
+                                             << "";
+        QTest::newRow("not fusefat") << QByteArrayLiteral("sshfs\0host:/\0/media/b\0") << "/"
+                                     << "/media/b"
+                                     << "";
+    }
+    void theImageBehindAFuseFatMount()
+    {
+        QFETCH(QByteArray, cmdline);
+        QFETCH(QString, cwd);
+        QFETCH(QString, mountPoint);
+        QFETCH(QString, image);
+        QTemporaryDir proc;
+        QDir(proc.path()).mkpath(QStringLiteral("4711"));
+        QDir(proc.path()).mkpath(QStringLiteral("self"));
+        writeTestFile(proc.filePath(QStringLiteral("4711/cmdline")), cmdline);
+        QVERIFY(QFile::link(cwd, proc.filePath(QStringLiteral("4711/cwd"))));
+        writeTestFile(proc.filePath(QStringLiteral("self/cmdline")), "fusefat\0/wrong.img\0/media/b\0");
+        QCOMPARE(fuseFatImage(proc.path(), mountPoint), image);
+        if (!image.isEmpty())
+            QVERIFY(fuseFatServes(proc.path(), image));
     }
 
     void theWatcherSeesARealMount()

@@ -1,6 +1,7 @@
 #include "LinuxDriveSource.h"
 
 #include "FatVariant.h"
+#include "FuseImage.h"
 #include "MountInfo.h"
 
 #include <QDir>
@@ -127,8 +128,11 @@ QList<DriveInfo> LinuxDriveSource::drives() const
         } else if (mount.fsType == QLatin1String("tmpfs") || mount.fsType == QLatin1String("ramfs")) {
             drive.type = DriveInfo::RamDisk;
         } else if (mount.fsType == QLatin1String("fuse.fusefat")) {
-            // A FAT card or card image mounted in user space: a removable FAT volume.
+            // A FAT card or card image mounted in user space: a removable FAT volume. Its image
+            // is what a format works on.
             drive.type = DriveInfo::Removable;
+            if (const QString image = fuseFatImage(m_roots.proc, mount.mountPoint); !image.isEmpty())
+                drive.device = image;
         } else if (mount.major != 0) {
             const BlockDevice block = blockDevice(m_roots.sysfs, mount.major, mount.minor);
             if (!block.exists)

@@ -13,6 +13,7 @@ struct LinuxSystemRoots
     QString mountInfo = QStringLiteral("/proc/self/mountinfo");
     QString sysfs = QStringLiteral("/sys");
     QString udevData = QStringLiteral("/run/udev/data");
+    QString proc = QStringLiteral("/proc");
 };
 
 /// Sizes of a mounted volume, as statvfs gives them.
