@@ -62,6 +62,7 @@ private:
     bool Form_Unload();
     void closeFrame();
     void setModified();
+    void setIntervalCaption(const QString &caption);
     void showInterval(const ProgramFieldRules::Interval &shown);
     bool minutesSelected() const;
     bool isEndless() const;

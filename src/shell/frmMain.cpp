@@ -89,6 +89,7 @@ void frmMain::createMenus()
     file->addSeparator();
     addAction(file, "mnuExit", QStringLiteral("Exit"), &frmMain::mnuExit_Click);
     m_projectMenuItems = {save, saveAs, separator, cardWrite, print->menuAction()};
+    m_fileEntries = MenuEntries(file);
 
     QMenu *tool = menuBar()->addMenu(QStringLiteral("Tool(&T)"));
     tool->setObjectName(QStringLiteral("mnuTool"));
@@ -100,6 +101,7 @@ void frmMain::createMenus()
         m_mnuCard[i]->setCheckable(true);
         connect(m_mnuCard[i], &QAction::triggered, this, [this, i] { mnuCard_Click(i); });
     }
+    m_cardSlotEntries = MenuEntries(cardSlots);
     m_mnuSvSet
         = addAction(tool, "mnuSvSet", QStringLiteral("Surveillance file enable"), &frmMain::mnuSvSet_Click);
     m_mnuSvSet->setCheckable(true);
@@ -166,6 +168,7 @@ void frmMain::setProjectMenusVisible(bool visible)
 {
     for (QAction *item : std::as_const(m_projectMenuItems))
         item->setVisible(visible);
+    m_fileEntries.refresh();
     // Toolbar buttons stay in place, greyed, so the toolbar does not jump.
     for (QAction *button : std::as_const(m_projectToolButtons))
         button->setEnabled(visible);
@@ -214,6 +217,7 @@ void frmMain::showCardSlotMenu()
         m_mnuCard[i]->setVisible(m_cardMenu.visible[i]);
         m_mnuCard[i]->setChecked(m_cardMenu.checked[i]);
     }
+    m_cardSlotEntries.refresh();
     const SharedState &state = m_context.state;
     m_cardSlotDisplay->setText(state.CardSlotValid ? QStringLiteral("Card slot: ") + state.CardSlot
                                                    : QStringLiteral("Card slot: Nothing"));

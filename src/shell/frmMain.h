@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "CardSlotDetection.h"
+#include "MenuEntries.h"
 #include "PrintOut.h"
 
 #include <QMainWindow>
@@ -90,6 +91,8 @@ private:
     QAction *m_mnuSvSet = nullptr;
     QList<QAction *> m_projectMenuItems;
     QList<QAction *> m_projectToolButtons;
+    MenuEntries m_fileEntries;
+    MenuEntries m_cardSlotEntries;
     std::array<QAction *, CardSlotEntries> m_mnuCard {};
     CardSlotMenu m_cardMenu;
     CardSlotDetection m_detection;
