@@ -248,12 +248,18 @@ void frmProg::selectUnit(int index)
 void frmProg::Form_Load()
 {
     const SharedState &state = m_context.state;
-    const SettingData &buffer = state.SettingBuffer;
     setWindowTitle(QStringLiteral("Program : ") + state.ProjectFileName);
     m_lblProgNo->setText(QStringLiteral("Program No:") + ProgramNumberText::format(m_programNumber));
     for (int method = Word::Continuous; method <= Word::Endless; ++method)
         m_cmbPrgMethod->addItem(QString::number(method + 1) + QLatin1Char('.') + Word::methodName(method));
     m_method = Word::Continuous;
+    showWorkingCopy();
+}
+
+void frmProg::showWorkingCopy()
+{
+    const SharedState &state = m_context.state;
+    const SettingData &buffer = state.SettingBuffer;
     m_txtProgName->setText(buffer.ProgramName[m_p]);
 
     // Loading treats 7 as seconds ("70"); everywhere else 7 already means 2 minutes. Kept.
@@ -369,6 +375,8 @@ void frmProg::showInterval(const Rules::Interval &shown)
         m_context.msgBox.show(incorrectValueMessage());
     m_txtPrgInt->setText(shown.text);
     setBar(m_vscInt, shown.barValue);
+    if (!shown.stores)
+        return;
     SettingData &buffer = m_context.state.SettingBuffer;
     if (shown.endlessSeconds) {
         buffer.RepeatInterval[m_p] = 0;
