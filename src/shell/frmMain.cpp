@@ -152,13 +152,10 @@ void frmMain::createStatusBar()
 {
     m_fileNameDisplay = new QLabel(this);
     m_fileNameDisplay->setObjectName(QStringLiteral("lblFileName"));
-    m_fileNameDisplay->setAccessibleName(QStringLiteral("Filename"));
     m_folderDisplay = new QLabel(this);
     m_folderDisplay->setObjectName(QStringLiteral("lblFileFolder"));
-    m_folderDisplay->setAccessibleName(QStringLiteral("File location"));
     m_cardSlotDisplay = new QLabel(this);
     m_cardSlotDisplay->setObjectName(QStringLiteral("lblCardSlot"));
-    m_cardSlotDisplay->setAccessibleName(QStringLiteral("Card slot"));
     statusBar()->addWidget(m_cardSlotDisplay);
     statusBar()->addPermanentWidget(m_fileNameDisplay);
     statusBar()->addPermanentWidget(m_folderDisplay);
@@ -372,6 +369,9 @@ void frmMain::refreshFileDisplays()
     refreshSurveillanceCheck(); // a new or opened project brings its own switch
     m_fileNameDisplay->setText(state.ProjectFileName);
     m_folderDisplay->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
+    // Screen readers read a status field by its name, so the name carries what the field shows.
+    m_fileNameDisplay->setAccessibleName(QStringLiteral("Filename: ") + m_fileNameDisplay->text());
+    m_folderDisplay->setAccessibleName(QStringLiteral("File location: ") + m_folderDisplay->text());
     m_folderDisplay->setToolTip(state.ProjectFolder);
 }
 

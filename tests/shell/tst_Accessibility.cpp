@@ -16,10 +16,12 @@
 #include <QAccessible>
 #include <QAction>
 #include <QDir>
+#include <QLabel>
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 
 #include <functional>
@@ -211,6 +213,33 @@ private slots:
                               .arg(it.key(), it.value().join(QLatin1Char(' ')));
         }
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QStringLiteral("; "))));
+    }
+
+    void statusFieldsSayWhatTheyShow_data()
+    {
+        QTest::addColumn<bool>("project");
+        QTest::newRow("at start") << false;
+        QTest::newRow("new project") << true;
+    }
+    void statusFieldsSayWhatTheyShow()
+    {
+        QFETCH(bool, project);
+        startMain();
+        if (project)
+            main->mnuNew_Click();
+        const QList<QPair<const char *, QString>> fields {{"lblCardSlot", QStringLiteral("Card slot")},
+                                                          {"lblFileName", QStringLiteral("Filename")},
+                                                          {"lblFileFolder", QStringLiteral("File location")}};
+        for (const auto &[objectName, caption] : fields) {
+            auto *field = findControl<QLabel>(main->statusBar(), QLatin1String(objectName));
+            const QString name = QAccessible::queryAccessibleInterface(field)->text(QAccessible::Name);
+            QVERIFY2(name.startsWith(caption) && name.endsWith(field->text()), qPrintable(name));
+        }
+        if (project) {
+            auto *fileName = findControl<QLabel>(main->statusBar(), QStringLiteral("lblFileName"));
+            QCOMPARE(QAccessible::queryAccessibleInterface(fileName)->text(QAccessible::Name),
+                     QStringLiteral("Filename: New File"));
+        }
     }
 
     void closedProgramWindowsLeaveTheTree_data()
