@@ -66,7 +66,8 @@ int main(int argc, char *argv[])
 
     QApplication app(argc, argv);
     nameApplication();
-    QApplication::setApplicationDisplayName(QStringLiteral("Arvon DQ-480"));
+    // No application display name: the window system would add it to every window's and message
+    // box's title, and the captions are the program's own.
     QApplication::setWindowIcon(ToolbarIcons::application());
     QCommandLineParser parser;
     describeOptions(parser, encodingOption);

@@ -99,6 +99,7 @@ QWidget *frmEdit::buildProgramTab()
     auto *fraEdit = new QGroupBox(QStringLiteral("Program edit"), tab);
     fraEdit->setObjectName(QStringLiteral("fraTPrgEdit"));
     m_txtTPrgNo = namedLineEdit("txtTPrgNo", fraEdit);
+    m_txtTPrgNo->setAccessibleName(QStringLiteral("Program No"));
     auto *scrTPrgNo = numberBar("scrTPrgNo", QStringLiteral("Program No: up or down"), fraEdit);
     auto *lblPrgNo = new QLabel(QStringLiteral("Program No:"), fraEdit);
     lblPrgNo->setBuddy(m_txtTPrgNo);
@@ -162,7 +163,7 @@ QWidget *frmEdit::buildCardEditTab()
     m_opt128 = new QRadioButton(QStringLiteral("128 sentence"), fraFormat);
     m_opt128->setObjectName(QStringLiteral("optSize_1"));
     m_cmdTCaFormat = namedButton(QStringLiteral("Start"), "cmdTCaFormat", fraFormat);
-    m_cmdTCaFormat->setAccessibleDescription(QStringLiteral("Card format"));
+    m_cmdTCaFormat->setAccessibleName(QStringLiteral("Start card format"));
     auto *formatRow = new QHBoxLayout(fraFormat);
     formatRow->addWidget(m_opt512);
     formatRow->addWidget(m_opt128);
@@ -175,9 +176,9 @@ QWidget *frmEdit::buildCardEditTab()
     auto *fraCopy = new QGroupBox(QStringLiteral("Sentence data copy"), tab);
     fraCopy->setObjectName(QStringLiteral("fraTSentence"));
     m_cmdTPcCa = namedButton(QStringLiteral("Start"), "cmdTPcCa", fraCopy);
-    m_cmdTPcCa->setAccessibleDescription(QStringLiteral("PC -> Card"));
+    m_cmdTPcCa->setAccessibleName(QStringLiteral("Start sentence copy PC -> Card"));
     m_cmdTCaPc = namedButton(QStringLiteral("Start"), "cmdTCaPc", fraCopy);
-    m_cmdTCaPc->setAccessibleDescription(QStringLiteral("Card -> PC"));
+    m_cmdTCaPc->setAccessibleName(QStringLiteral("Start sentence copy Card -> PC"));
     auto *copyGrid = new QGridLayout(fraCopy);
     copyGrid->addWidget(new QLabel(QStringLiteral("PC -> Card"), fraCopy), 0, 0);
     copyGrid->addWidget(m_cmdTPcCa, 0, 1);

@@ -37,6 +37,15 @@ Interval secondsBarMoved(int value, bool endless)
         value = SecondsOffBar;
         tens = 0;
     }
+    if (endless && tens == 0) {
+        // The Endless bar at OFF only shows it: the play interval in the option word stays until
+        // the box is checked, so a unit change to seconds keeps the stored play interval.
+        Interval result;
+        result.text = Off;
+        result.barValue = value;
+        result.stores = false;
+        return result;
+    }
     if (endless)
         return endlessSecondsShown(tens);
     // OFF is stored as well as shown, so the box and the data never disagree.

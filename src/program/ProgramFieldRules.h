@@ -20,6 +20,7 @@ struct Interval
     int barValue = 0;
     qint16 repeatInterval = 0; // the stored scale: 0 OFF, 1-6 tens of seconds, 7-104 minutes + 5
     std::optional<int> endlessSeconds; // set when the Endless play interval is stored
+    bool stores = true; // false when the change only shows the value and stores nothing
     bool refused = false; // "Incorrect value has been entered."
 };
 

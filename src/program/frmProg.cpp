@@ -31,6 +31,16 @@ namespace {
 
 constexpr int ProgramNameLength = 20;
 
+// A box that shares a row with its scroll bar is no sibling of its caption, so screen readers get
+// the caption's words as the box's own name.
+void nameAfterCaption(QLineEdit *box, const QString &caption)
+{
+    QString name = caption;
+    if (name.endsWith(QLatin1Char(':')))
+        name.chop(1);
+    box->setAccessibleName(name);
+}
+
 QRadioButton *namedRadio(const QString &caption, const char *objectName, QWidget *parent)
 {
     auto *radio = new QRadioButton(caption, parent);
@@ -85,6 +95,7 @@ void frmProg::buildControls()
     m_lblPrgNo = new QLabel(QStringLiteral("Repeat No:"), m_fraPrg1);
     m_lblPrgNo->setObjectName(QStringLiteral("lblPrgNo"));
     m_lblPrgNo->setBuddy(m_txtPrgNo);
+    nameAfterCaption(m_txtPrgNo, m_lblPrgNo->text());
     auto *repeatRow = new QHBoxLayout(m_fraPrg1);
     repeatRow->addWidget(m_lblPrgNo);
     repeatRow->addWidget(numberBox(m_txtPrgNo, m_vscNo, m_fraPrg1));
@@ -94,9 +105,10 @@ void frmProg::buildControls()
     m_fraPrg2->setObjectName(QStringLiteral("fraPrg2"));
     m_txtPrgInt = namedLineEdit("txtPrgInt", m_fraPrg2);
     m_vscInt = numberBar("vscInt", QStringLiteral("Interval: up or down"), m_fraPrg2);
-    m_lblPrgInt = new QLabel(QStringLiteral("Interval timer:"), m_fraPrg2);
+    m_lblPrgInt = new QLabel(m_fraPrg2);
     m_lblPrgInt->setObjectName(QStringLiteral("lblPrgInt"));
     m_lblPrgInt->setBuddy(m_txtPrgInt);
+    setIntervalCaption(QStringLiteral("Interval timer:"));
     m_optPrgInt[0] = namedRadio(QStringLiteral("sec"), "optPrgInt_0", m_fraPrg2);
     m_optPrgInt[1] = namedRadio(QStringLiteral("min"), "optPrgInt_1", m_fraPrg2);
     auto *intervalRow = new QHBoxLayout(m_fraPrg2);
@@ -122,6 +134,7 @@ void frmProg::buildControls()
     auto *lblAutoVol = new QLabel(QStringLiteral("Output level"), this);
     lblAutoVol->setObjectName(QStringLiteral("lblAutoVol"));
     lblAutoVol->setBuddy(m_txtAutoVol);
+    nameAfterCaption(m_txtAutoVol, lblAutoVol->text());
 
     m_cmdProgStep = namedButton(QStringLiteral("Step input"), "cmdProgStep", this);
     auto *cmdPrint = namedButton(QStringLiteral("Print"), "cmdPrint", this);
@@ -203,6 +216,12 @@ bool frmProg::isEndless() const
     return m_method == Word::Endless;
 }
 
+void frmProg::setIntervalCaption(const QString &caption)
+{
+    m_lblPrgInt->setText(caption);
+    nameAfterCaption(m_txtPrgInt, caption);
+}
+
 void frmProg::setModified()
 {
     m_cmdProgSave->setEnabled(true);
@@ -229,12 +248,18 @@ void frmProg::selectUnit(int index)
 void frmProg::Form_Load()
 {
     const SharedState &state = m_context.state;
-    const SettingData &buffer = state.SettingBuffer;
     setWindowTitle(QStringLiteral("Program : ") + state.ProjectFileName);
     m_lblProgNo->setText(QStringLiteral("Program No:") + ProgramNumberText::format(m_programNumber));
     for (int method = Word::Continuous; method <= Word::Endless; ++method)
         m_cmbPrgMethod->addItem(QString::number(method + 1) + QLatin1Char('.') + Word::methodName(method));
     m_method = Word::Continuous;
+    showWorkingCopy();
+}
+
+void frmProg::showWorkingCopy()
+{
+    const SharedState &state = m_context.state;
+    const SettingData &buffer = state.SettingBuffer;
     m_txtProgName->setText(buffer.ProgramName[m_p]);
 
     // Loading treats 7 as seconds ("70"); everywhere else 7 already means 2 minutes. Kept.
@@ -286,15 +311,15 @@ void frmProg::cmbPrgMethod_Click()
         m_optPrgBusy[1]->setText(QStringLiteral("OFF"));
     }
     if (k == Word::SingleProgram)
-        m_lblPrgInt->setText(QStringLiteral("Interval timer:"));
+        setIntervalCaption(QStringLiteral("Interval timer:"));
     if (k == Word::Repeat) {
-        m_lblPrgInt->setText(QStringLiteral("Repeat Interval:"));
+        setIntervalCaption(QStringLiteral("Repeat Interval:"));
         m_lblPrgNo->setText(QStringLiteral("Repeat No:"));
         m_txtPrgNo->setText(QString::number(m_context.state.SettingBuffer.RepeatCount[m_p]));
         txtPrgNo_LostFocus();
     }
     if (k == Word::Endless) {
-        m_lblPrgInt->setText(QStringLiteral("Play Interval(sec):"));
+        setIntervalCaption(QStringLiteral("Play Interval(sec):"));
         if (minutesSelected())
             optPrgInt_Click(0);
         selectUnit(0);
@@ -350,6 +375,8 @@ void frmProg::showInterval(const Rules::Interval &shown)
         m_context.msgBox.show(incorrectValueMessage());
     m_txtPrgInt->setText(shown.text);
     setBar(m_vscInt, shown.barValue);
+    if (!shown.stores)
+        return;
     SettingData &buffer = m_context.state.SettingBuffer;
     if (shown.endlessSeconds) {
         buffer.RepeatInterval[m_p] = 0;

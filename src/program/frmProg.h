@@ -33,6 +33,9 @@ public:
     /// The current method's name, which the step window shows in its caption.
     QString methodName() const;
     frmStep *stepWindow() const;
+    /// Shows the program as SettingBuffer holds it, with nothing left to apply; for when the
+    /// working copy was reverted behind the window's back.
+    void showWorkingCopy();
 
 public slots:
     void cmbPrgMethod_Click();
@@ -62,6 +65,7 @@ private:
     bool Form_Unload();
     void closeFrame();
     void setModified();
+    void setIntervalCaption(const QString &caption);
     void showInterval(const ProgramFieldRules::Interval &shown);
     bool minutesSelected() const;
     bool isEndless() const;

@@ -111,7 +111,7 @@ void frmStep::refreshCaption()
 {
     setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + QStringLiteral("Step Input : ")
                    + QLatin1Char(' ') + m_context.state.ProjectFileName + QStringLiteral(" - P")
-                   + zeroPadded(m_context.state.StepProgramNumber, 3));
+                   + zeroPadded(m_p + 1, 3));
 }
 
 void frmStep::showStep(int index, const QString &text)
@@ -267,7 +267,15 @@ void frmStep::closeFrame()
 
 bool frmStep::Form_Unload()
 {
-    return mayDiscardProgramEdits(m_context.state, m_context.msgBox);
+    const SharedState &state = m_context.state;
+    const bool pending = !state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
+        || !state.SettingEqualsBuffer(SettingSection::Steps);
+    if (!mayDiscardProgramEdits(m_context.state, m_context.msgBox))
+        return false;
+    // Discarding reverts the program's settings too, which its window must not go on showing.
+    if (pending)
+        m_owner.showWorkingCopy();
+    return true;
 }
 
 void frmStep::closeEvent(QCloseEvent *event)

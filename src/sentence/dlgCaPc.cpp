@@ -50,9 +50,9 @@ dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
     m_txtCaPcAllInp = namedLineEdit("txtCaPcAllInp", this);
     m_txtCaPcSelInp = namedLineEdit("txtCaPcSelInp", this);
     auto *cmdCaPcAll = namedButton(QStringLiteral("Start"), "cmdCaPcAll", this);
-    cmdCaPcAll->setAccessibleDescription(QStringLiteral("All sentence"));
+    cmdCaPcAll->setAccessibleName(QStringLiteral("Start copying all sentences"));
     auto *cmdCaPcSel = namedButton(QStringLiteral("Start"), "cmdCaPcSel", this);
-    cmdCaPcSel->setAccessibleDescription(QStringLiteral("Sentence selection"));
+    cmdCaPcSel->setAccessibleName(QStringLiteral("Start copying the selected sentence"));
     auto *cmdCaPcDir = namedButton(QStringLiteral("Path Set"), "cmdCaPcDir", this);
     auto *cmdCaPcClose = namedButton(QStringLiteral("Exit"), "cmdCaPcClose", this);
     QGroupBox *fraCaPcAll = copyGroup(QStringLiteral("All sentence"), QStringLiteral("Folder name"),

@@ -13,41 +13,10 @@
 #include <QPushButton>
 #include <QStyle>
 
-#ifdef Q_OS_WIN
-#include <QSettings>
-#endif
-
-namespace {
-
-// Where Windows keeps its system information program; empty where it has none.
-QString systemInformationProgram()
-{
-#ifdef Q_OS_WIN
-    const QSettings msinfo(QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
-                           QSettings::NativeFormat);
-    QString path = msinfo.value(QStringLiteral("PATH")).toString();
-    if (path.isEmpty()) {
-        const QSettings location(
-            QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Shared Tools Location"),
-            QSettings::NativeFormat);
-        const QString folder = location.value(QStringLiteral("MSINFO")).toString();
-        if (!folder.isEmpty())
-            path = folder + QStringLiteral("\\MSINFO32.EXE");
-    }
-    // A registry value is read as at most 1024 characters, cut at its first zero character.
-    path = path.left(1024);
-    const qsizetype zero = path.indexOf(QChar(0));
-    return zero < 0 ? path : path.left(zero);
-#else
-    return QString();
-#endif
-}
-
-} // namespace
-
-frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent)
+frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent, const QString &systemInfoProgram)
     : QDialog(parent)
     , m_msgBox(msgBox)
+    , m_systemInfoProgram(systemInfoProgram)
 {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(QStringLiteral("Version Information(Dq480pcsoft)"));
@@ -76,6 +45,8 @@ frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent)
     auto *cmdSysInfo = namedButton(QStringLiteral("&System Info..."), "cmdSysInfo", this);
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
     connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
+    // A button that could only ever answer "not available" is not offered.
+    cmdSysInfo->setVisible(!m_systemInfoProgram.isEmpty());
 
     auto *grid = new QGridLayout(this);
     grid->setHorizontalSpacing(16);
@@ -90,7 +61,7 @@ frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent)
 
 void frmAbout::StartSysInfo()
 {
-    const QString program = systemInformationProgram();
+    const QString &program = m_systemInfoProgram;
     if (!program.isEmpty() && QFileInfo::exists(program) && QProcess::startDetached(program, {}))
         return;
     m_msgBox.show(QStringLiteral("現時点ではｼｽﾃﾑ情報を使用できません"));

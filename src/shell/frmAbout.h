@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SystemInfoProgram.h"
+
 #include <QDialog>
 
 class MsgBox;
@@ -11,7 +13,9 @@ class frmAbout : public QDialog
     Q_OBJECT
 
 public:
-    frmAbout(MsgBox &msgBox, QWidget *parent);
+    /// `systemInfoProgram` is the system's information program, empty where there is none.
+    frmAbout(MsgBox &msgBox, QWidget *parent,
+             const QString &systemInfoProgram = findSystemInformationProgram());
 
     /// Starts the system information program, or says that there is none.
     void StartSysInfo();
@@ -22,4 +26,5 @@ private slots:
 
 private:
     MsgBox &m_msgBox;
+    QString m_systemInfoProgram;
 };

@@ -89,6 +89,7 @@ void frmMain::createMenus()
     file->addSeparator();
     addAction(file, "mnuExit", QStringLiteral("Exit"), &frmMain::mnuExit_Click);
     m_projectMenuItems = {save, saveAs, separator, cardWrite, print->menuAction()};
+    m_fileEntries = MenuEntries(file);
 
     QMenu *tool = menuBar()->addMenu(QStringLiteral("Tool(&T)"));
     tool->setObjectName(QStringLiteral("mnuTool"));
@@ -100,6 +101,7 @@ void frmMain::createMenus()
         m_mnuCard[i]->setCheckable(true);
         connect(m_mnuCard[i], &QAction::triggered, this, [this, i] { mnuCard_Click(i); });
     }
+    m_cardSlotEntries = MenuEntries(cardSlots);
     m_mnuSvSet
         = addAction(tool, "mnuSvSet", QStringLiteral("Surveillance file enable"), &frmMain::mnuSvSet_Click);
     m_mnuSvSet->setCheckable(true);
@@ -150,13 +152,10 @@ void frmMain::createStatusBar()
 {
     m_fileNameDisplay = new QLabel(this);
     m_fileNameDisplay->setObjectName(QStringLiteral("lblFileName"));
-    m_fileNameDisplay->setAccessibleName(QStringLiteral("Filename"));
     m_folderDisplay = new QLabel(this);
     m_folderDisplay->setObjectName(QStringLiteral("lblFileFolder"));
-    m_folderDisplay->setAccessibleName(QStringLiteral("File location"));
     m_cardSlotDisplay = new QLabel(this);
     m_cardSlotDisplay->setObjectName(QStringLiteral("lblCardSlot"));
-    m_cardSlotDisplay->setAccessibleName(QStringLiteral("Card slot"));
     statusBar()->addWidget(m_cardSlotDisplay);
     statusBar()->addPermanentWidget(m_fileNameDisplay);
     statusBar()->addPermanentWidget(m_folderDisplay);
@@ -166,6 +165,7 @@ void frmMain::setProjectMenusVisible(bool visible)
 {
     for (QAction *item : std::as_const(m_projectMenuItems))
         item->setVisible(visible);
+    m_fileEntries.refresh();
     // Toolbar buttons stay in place, greyed, so the toolbar does not jump.
     for (QAction *button : std::as_const(m_projectToolButtons))
         button->setEnabled(visible);
@@ -214,6 +214,7 @@ void frmMain::showCardSlotMenu()
         m_mnuCard[i]->setVisible(m_cardMenu.visible[i]);
         m_mnuCard[i]->setChecked(m_cardMenu.checked[i]);
     }
+    m_cardSlotEntries.refresh();
     const SharedState &state = m_context.state;
     m_cardSlotDisplay->setText(state.CardSlotValid ? QStringLiteral("Card slot: ") + state.CardSlot
                                                    : QStringLiteral("Card slot: Nothing"));
@@ -370,6 +371,9 @@ void frmMain::refreshFileDisplays()
     refreshSurveillanceCheck(); // a new or opened project brings its own switch
     m_fileNameDisplay->setText(state.ProjectFileName);
     m_folderDisplay->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
+    // Screen readers read a status field by its name, so the name carries what the field shows.
+    m_fileNameDisplay->setAccessibleName(QStringLiteral("Filename: ") + m_fileNameDisplay->text());
+    m_folderDisplay->setAccessibleName(QStringLiteral("File location: ") + m_folderDisplay->text());
     m_folderDisplay->setToolTip(state.ProjectFolder);
 }
 

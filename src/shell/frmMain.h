@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "CardSlotDetection.h"
+#include "MenuEntries.h"
 #include "PrintOut.h"
 
 #include <QMainWindow>
@@ -91,6 +92,8 @@ private:
     QAction *m_mnuCardWrite = nullptr;
     QList<QAction *> m_projectMenuItems;
     QList<QAction *> m_projectToolButtons;
+    MenuEntries m_fileEntries;
+    MenuEntries m_cardSlotEntries;
     std::array<QAction *, CardSlotEntries> m_mnuCard {};
     CardSlotMenu m_cardMenu;
     CardSlotDetection m_detection;

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -44,6 +45,9 @@ frmSetPath::frmSetPath(const QString &startFolder, QWidget *parent)
     m_drives->setObjectName(QStringLiteral("Drive1"));
     m_dirs->setObjectName(QStringLiteral("Dir1"));
     m_files->setObjectName(QStringLiteral("File1"));
+    // Item views take no name from their caption's buddy.
+    m_dirs->setAccessibleName(QStringLiteral("Folder"));
+    m_files->setAccessibleName(QStringLiteral("Files"));
     m_folderLabel->setObjectName(QStringLiteral("lblFolder"));
     m_folderLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_files->setSelectionMode(QAbstractItemView::NoSelection);
@@ -69,6 +73,7 @@ frmSetPath::frmSetPath(const QString &startFolder, QWidget *parent)
 
     connect(m_drives, &QComboBox::activated, this, &frmSetPath::Drive1_Change);
     connect(m_dirs, &QListWidget::itemActivated, this, &frmSetPath::Dir1_DblClick);
+    m_dirs->installEventFilter(this);
     connect(ok, &QPushButton::clicked, this, &frmSetPath::cmdOK_Click);
     connect(cancel, &QPushButton::clicked, this, &frmSetPath::cmdCancel_Click);
 
@@ -96,6 +101,7 @@ void frmSetPath::showFolder(const QString &folder)
     if (!dir.isRoot())
         m_dirs->addItem(ParentEntry);
     m_dirs->addItems(dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase));
+    m_dirs->setCurrentRow(0); // so the keyboard has an entry to move from and to open
     m_files->clear();
     m_files->addItems(dir.entryList(QDir::Files, QDir::Name | QDir::IgnoreCase));
 }
@@ -113,6 +119,20 @@ void frmSetPath::Dir1_DblClick(QListWidgetItem *item)
     else
         dir.cd(item->text());
     showFolder(dir.absolutePath());
+}
+
+bool frmSetPath::eventFilter(QObject *watched, QEvent *event)
+{
+    // Enter in the folder list opens the folder, as a double click does, and does not also press OK.
+    if (watched == m_dirs && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            if (QListWidgetItem *item = m_dirs->currentItem())
+                Dir1_DblClick(item);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void frmSetPath::cmdOK_Click()

@@ -19,6 +19,9 @@ public:
 
     QString chosenFolder() const;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private slots:
     void Drive1_Change(int index);
     void Dir1_DblClick(QListWidgetItem *item);

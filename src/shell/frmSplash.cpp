@@ -22,6 +22,7 @@ frmSplash::frmSplash(QWidget *mainWindow)
 {
     setObjectName(QStringLiteral("frmSplash"));
     setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Arvon DQ-480")); // the name a window list shows for it
     setAccessibleName(QStringLiteral("Arvon DQ-480"));
     m_title->setObjectName(QStringLiteral("lblProductName"));
     m_version->setObjectName(QStringLiteral("lblVersion"));

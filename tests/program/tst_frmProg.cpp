@@ -263,6 +263,84 @@ private slots:
         QCOMPARE(table->ProgramWindowCount, 0);
     }
 
+    void endlessKeepsItsPlayIntervalThroughOk_data()
+    {
+        QTest::addColumn<qint32>("option");
+        QTest::addColumn<qint16>("interval");
+        QTest::newRow("1 s, interval in minutes") << 0xC508 << qint16(8);
+        QTest::newRow("5 s and busy, interval in minutes") << 0xC529 << qint16(10);
+        QTest::newRow("2 s, no interval") << 0xC510 << qint16(0);
+    }
+    void endlessKeepsItsPlayIntervalThroughOk()
+    {
+        QFETCH(qint32, option);
+        QFETCH(qint16, interval);
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer}) {
+            data->ProgramOption[4] = option;
+            data->RepeatInterval[4] = interval;
+        }
+        open(5);
+        QCOMPARE(state().SettingBuffer.ProgramOption[4], option);
+        control<QPushButton>("cmdProgOk")->click();
+        QCOMPARE(state().Setting.ProgramOption[4], option);
+        QCOMPARE(state().Setting.RepeatInterval[4], qint16(0));
+        QVERIFY(f->msgBox.shown.isEmpty());
+    }
+
+    void stepCaptionNamesItsOwnProgram()
+    {
+        state().ProjectFileName = QStringLiteral("station.stf");
+        open(1);
+        frmProg *first = window;
+        frmStep *firstSteps = openSteps();
+        auto *second = new frmProg(f->context, *table, 2, 2, area.get());
+        table->occupy(2, second, 2);
+        area->addSubWindow(second)->show();
+        second->cmdProgStep_Click();
+        QCOMPARE(second->stepWindow()->windowTitle(),
+                 QStringLiteral("Continuous - Step Input :  station.stf - P002"));
+
+        chooseMethod(2); // program 1's window
+        QCOMPARE(firstSteps->windowTitle(), QStringLiteral("Repeat - Step Input :  station.stf - P001"));
+        QCOMPARE(second->stepWindow()->windowTitle(),
+                 QStringLiteral("Continuous - Step Input :  station.stf - P002"));
+        QCOMPARE(first->programNumber(), 1);
+    }
+
+    void discardingInTheStepWindowRevertsTheProgramWindow_data()
+    {
+        QTest::addColumn<bool>("editStep");
+        QTest::newRow("program edits only") << false;
+        QTest::newRow("program and step edits") << true;
+    }
+    void discardingInTheStepWindowRevertsTheProgramWindow()
+    {
+        QFETCH(bool, editStep);
+        open(1);
+        chooseMethod(2);
+        control<QLineEdit>("txtProgName")->setText(QStringLiteral("Evening"));
+        window->txtProgName_LostFocus();
+        frmStep *steps = openSteps();
+        if (editStep)
+            typeStep(steps, 0, QStringLiteral("A005"));
+        f->msgBox.script({MsgBox::Answer::Ok});
+        findControl<QPushButton>(steps, QStringLiteral("cmdStpClose"))->click();
+        QCOMPARE(f->msgBox.shown, QStringList {ContentsQuestion});
+        QVERIFY(state().SettingEqualsBuffer(SettingSection::All));
+
+        // The program window shows what the working copy now holds, with nothing to apply.
+        QCOMPARE(control<QComboBox>("cmbPrgMethod")->currentText(), QStringLiteral("1.Continuous"));
+        QVERIFY(control<QGroupBox>("fraPrg1")->isHidden());
+        QCOMPARE(control<QLineEdit>("txtProgName")->text(), QStringLiteral("P001"));
+        QVERIFY(!control<QPushButton>("cmdProgSave")->isEnabled());
+        QCOMPARE(window->methodName(), QStringLiteral("Continuous"));
+
+        control<QPushButton>("cmdProgOk")->click();
+        QCOMPARE(state().Setting.ProgramOption[0], 0x2D01);
+        QCOMPARE(state().Setting.ProgramName[0], QStringLiteral("P001"));
+        QCOMPARE(f->msgBox.shown.size(), 1);
+    }
+
     void stepWindowLoadsAndDropsUnknownForms()
     {
         state().SettingBuffer.ProgramData[2] = {};

@@ -1,4 +1,5 @@
 #include "GuiFixture.h"
+#include "SystemInfoProgram.h"
 #include "dlgErrLog.h"
 #include "frmAbout.h"
 #include "frmPjName.h"
@@ -80,16 +81,76 @@ private slots:
         QCOMPARE(one.findChild<QPushButton *>(QStringLiteral("OKButton"))->text(), QStringLiteral("Ok"));
     }
 
-    void aboutBoxWithoutSystemInformation()
+    void aboutBoxOffersSystemInformationOnlyWhereThereIsSome_data()
     {
+        QTest::addColumn<QString>("program"); // what the search found, "" for nothing
+        QTest::addColumn<bool>("offered");
+        QTest::addColumn<bool>("runs");
+        QTest::newRow("none on this system") << "" << false << false;
+        QTest::newRow("found") << "sysinfo" << true << true;
+        QTest::newRow("found, removed since") << "gone" << true << false;
+    }
+    void aboutBoxOffersSystemInformationOnlyWhereThereIsSome()
+    {
+        QFETCH(QString, program);
+        QFETCH(bool, offered);
+        QFETCH(bool, runs);
         GuiFixture f;
-        frmAbout about(f.msgBox, nullptr);
+        const QString ran = f.home.filePath(QStringLiteral("ran"));
+        if (program == QLatin1String("sysinfo")) {
+            program = f.home.filePath(program);
+            QFile script(program);
+            QVERIFY(script.open(QIODevice::WriteOnly));
+            script.write("#!/bin/sh\ntouch '" + ran.toUtf8() + "'\n");
+            script.close();
+            script.setPermissions(script.permissions() | QFile::ExeOwner);
+        } else if (!program.isEmpty()) {
+            program = f.home.filePath(program);
+        }
+        frmAbout about(f.msgBox, nullptr, program);
+        about.show();
         QCOMPARE(about.windowTitle(), QStringLiteral("Version Information(Dq480pcsoft)"));
         QCOMPARE(about.findChild<QLabel *>(QStringLiteral("lblVersion"))->text(),
                  QStringLiteral("Dq480pcsoft Version 1.01"));
-        f.msgBox.script({MsgBox::Answer::Ok});
-        about.findChild<QPushButton *>(QStringLiteral("cmdSysInfo"))->click();
-        QCOMPARE(f.msgBox.shown, QStringList {QStringLiteral("現時点ではｼｽﾃﾑ情報を使用できません")});
+        auto *sysInfo = about.findChild<QPushButton *>(QStringLiteral("cmdSysInfo"));
+        QCOMPARE(sysInfo->isVisible(), offered);
+
+        f.msgBox.answerOkBoxes = true;
+        about.StartSysInfo();
+        if (runs) {
+            QTRY_VERIFY(QFile::exists(ran));
+            QVERIFY(f.msgBox.shown.isEmpty());
+        } else {
+            QCOMPARE(f.msgBox.shown, QStringList {QStringLiteral("現時点ではｼｽﾃﾑ情報を使用できません")});
+        }
+    }
+
+    void systemInformationProgramIsLookedUp_data()
+    {
+        QTest::addColumn<QStringList>("installed");
+        QTest::addColumn<QString>("found");
+        QTest::newRow("nothing installed") << QStringList {} << "";
+        QTest::newRow("other programs only") << QStringList {"top", "htop"} << "";
+        QTest::newRow("hardinfo") << QStringList {"hardinfo"} << "hardinfo";
+        QTest::newRow("hardinfo2 before hardinfo") << QStringList {"hardinfo", "hardinfo2"} << "hardinfo2";
+        QTest::newRow("system monitor") << QStringList {"gnome-system-monitor"} << "gnome-system-monitor";
+    }
+    void systemInformationProgramIsLookedUp()
+    {
+#ifdef Q_OS_WIN
+        QSKIP("Windows finds its system information program in the registry");
+#endif
+        QFETCH(QStringList, installed);
+        QFETCH(QString, found);
+        QTemporaryDir bin;
+        for (const QString &name : installed) {
+            QFile program(bin.filePath(name));
+            QVERIFY(program.open(QIODevice::WriteOnly));
+            program.close();
+            program.setPermissions(program.permissions() | QFile::ExeOwner);
+        }
+        QCOMPARE(findSystemInformationProgram({bin.path()}),
+                 found.isEmpty() ? QString() : bin.filePath(found));
     }
 
     void folderDialogOkAndCancel()
@@ -109,6 +170,34 @@ private slots:
         QCOMPARE(dialog.chosenFolder(), dir.filePath(QStringLiteral("voice/rain")));
         dialog.findChild<QPushButton *>(QStringLiteral("cmdCancel"))->click();
         QCOMPARE(dialog.chosenFolder(), dir.filePath(QStringLiteral("voice")));
+    }
+
+    void folderListOpensAFolderWithEnter_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("Return") << int(Qt::Key_Return);
+        QTest::newRow("Enter") << int(Qt::Key_Enter);
+    }
+    void folderListOpensAFolderWithEnter()
+    {
+        QFETCH(int, key);
+        QTemporaryDir dir;
+        QDir(dir.path()).mkpath(QStringLiteral("voice/rain"));
+        frmSetPath dialog(dir.filePath(QStringLiteral("voice")), nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto *dirs = dialog.findChild<QListWidget *>(QStringLiteral("Dir1"));
+        dirs->setFocus();
+        dirs->setCurrentItem(dirs->findItems(QStringLiteral("rain"), Qt::MatchExactly).first());
+        QTest::keyClick(dirs, Qt::Key(key));
+        QCOMPARE(dialog.chosenFolder(), dir.filePath(QStringLiteral("voice/rain")));
+        QVERIFY(dialog.isVisible()); // Enter opened the folder; it did not end the dialog
+
+        // The opened folder's list starts at its first entry, "..", so Enter again goes back up.
+        QCOMPARE(dirs->currentItem()->text(), QStringLiteral(".."));
+        QTest::keyClick(dirs, Qt::Key(key));
+        QCOMPARE(dialog.chosenFolder(), dir.filePath(QStringLiteral("voice")));
+        QVERIFY(dialog.isVisible());
     }
 };
 

@@ -1,0 +1,188 @@
+// The titles the window system shows for the desktop program's windows: read back from a real X
+// server, because the platform layer may add to a title after the widget has set it.
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+const QString AppProgram = QStringLiteral(DQ480_APP);
+
+} // namespace
+
+class tst_WindowTitles : public QObject
+{
+    Q_OBJECT
+
+    QProcess m_xvfb;
+    QString m_display;
+    std::unique_ptr<QTemporaryDir> m_home;
+    QList<QProcess *> m_apps;
+
+    QProcessEnvironment appEnvironment() const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DISPLAY"), m_display);
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        env.insert(QStringLiteral("DQ480_HOME"), m_home->filePath(QStringLiteral("home")));
+        // The single-instance lock lives here: each test has its own.
+        env.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home->filePath(QStringLiteral("run")));
+        return env;
+    }
+
+    QString xdotool(const QStringList &arguments) const
+    {
+        QProcess tool;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DISPLAY"), m_display);
+        tool.setProcessEnvironment(env);
+        tool.start(QStringLiteral("xdotool"), arguments);
+        tool.waitForFinished(10000);
+        return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+    }
+
+    QProcess *startApp()
+    {
+        auto *app = new QProcess(this);
+        app->setProcessEnvironment(appEnvironment());
+        app->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        app->start(AppProgram, {});
+        m_apps.append(app);
+        return app;
+    }
+
+    /// The titles of the program's mapped windows, sorted.
+    QStringList titles(const QProcess *app) const
+    {
+        QStringList found;
+        const QString ids = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                     QStringLiteral("--pid"), QString::number(app->processId())});
+        for (const QString &id : ids.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+            found << xdotool({QStringLiteral("getwindowname"), id});
+        found.sort();
+        return found;
+    }
+
+    /// Waits until the program shows exactly these window titles; the titles last seen otherwise.
+    QStringList waitForTitles(const QProcess *app, const QStringList &expected) const
+    {
+        QDeadlineTimer deadline(15000);
+        QStringList seen;
+        do {
+            seen = titles(app);
+            if (seen == expected)
+                break;
+            QTest::qWait(100);
+        } while (!deadline.hasExpired());
+        return seen;
+    }
+
+    /// Whether the program is stuck in the kernel on a FUSE mount that does not answer: it looks
+    /// at every mounted volume at start, and a hung mount of another program stops it there.
+    static bool stuckOnAMount(const QProcess *app)
+    {
+        QFile wchan(QStringLiteral("/proc/%1/wchan").arg(app->processId()));
+        if (wchan.open(QIODevice::ReadOnly) && wchan.readAll().contains("request_wait_answer"))
+            return true;
+        QFile stack(QStringLiteral("/proc/%1/stack").arg(app->processId()));
+        return stack.open(QIODevice::ReadOnly) && stack.readAll().contains("fuse_");
+    }
+
+    QString onlyWindow(const QProcess *app) const
+    {
+        return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                        QString::number(app->processId())});
+    }
+
+private slots:
+    void initTestCase()
+    {
+        if (QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty()
+            || QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
+            QSKIP("needs Xvfb and xdotool (packages xvfb, xdotool)");
+        // Xvfb picks a free display and writes its number to our end of the pipe.
+        m_xvfb.start(QStringLiteral("Xvfb"),
+                     {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                      QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
+                      QStringLiteral("tcp")});
+        QVERIFY(m_xvfb.waitForStarted(10000));
+        QDeadlineTimer deadline(15000);
+        while (!m_xvfb.canReadLine() && !deadline.hasExpired())
+            m_xvfb.waitForReadyRead(200);
+        const QString number = QString::fromLatin1(m_xvfb.readLine()).trimmed();
+        QVERIFY2(!number.isEmpty(), "Xvfb did not report its display");
+        m_display = QLatin1Char(':') + number;
+    }
+    void cleanupTestCase()
+    {
+        if (m_xvfb.state() != QProcess::NotRunning) {
+            m_xvfb.terminate();
+            m_xvfb.waitForFinished(5000);
+        }
+    }
+    void init()
+    {
+        m_home = std::make_unique<QTemporaryDir>();
+        QVERIFY(QDir(m_home->path()).mkpath(QStringLiteral("home")));
+        QVERIFY(QDir(m_home->path()).mkpath(QStringLiteral("run")));
+        QFile::setPermissions(m_home->filePath(QStringLiteral("run")),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    void cleanup()
+    {
+        for (QProcess *app : std::as_const(m_apps)) {
+            app->kill();
+            // A program stuck in the kernel cannot end yet; deleting it would wait for it.
+            if (app->waitForFinished(5000))
+                delete app;
+            else
+                app->setParent(nullptr);
+        }
+        m_apps.clear();
+        m_home.reset();
+    }
+
+    void titlesAreTheProgramsOwn_data()
+    {
+        QTest::addColumn<QString>("step");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("main window") << "" << QStringList {"Arvon DQ-480"};
+        QTest::newRow("new project") << "ctrl+n" << QStringList {"DQ-480 Setting Software : New File"};
+        // The second copy only says that the first one runs, in a message box.
+        QTest::newRow("message box") << "second copy" << QStringList {"DQ-480"};
+    }
+    void titlesAreTheProgramsOwn()
+    {
+        QFETCH(QString, step);
+        QFETCH(QStringList, expected);
+        QProcess *first = startApp();
+        QVERIFY(first->waitForStarted(10000));
+        // Once the splash window has gone, the main window is the program's only window.
+        const QStringList started = waitForTitles(first, {QStringLiteral("Arvon DQ-480")});
+        if (started.isEmpty() && stuckOnAMount(first))
+            QSKIP("the program waits on a FUSE mount of this machine that does not answer");
+        QCOMPARE(started, QStringList {"Arvon DQ-480"});
+
+        const QProcess *shown = first;
+        if (step == QLatin1String("second copy")) {
+            shown = startApp();
+        } else if (!step.isEmpty()) {
+            xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), onlyWindow(first)});
+            xdotool({QStringLiteral("key"), step});
+        }
+        const QStringList seen = waitForTitles(shown, expected);
+        if (seen.isEmpty() && stuckOnAMount(shown))
+            QSKIP("the program waits on a FUSE mount of this machine that does not answer");
+        QCOMPARE(seen, expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_WindowTitles)
+#include "tst_WindowTitles.moc"
