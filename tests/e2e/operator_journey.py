@@ -151,7 +151,9 @@ class Journey:
         self.desktop.screenshot("steps-typed")
         self.op.press(steps, "OK")
         self.op.gone("Repeat - Step Input")
-        self.op.press(self.op.bring_forward(program), "OK")
+        # The program window is where the operator goes on: in front, not under the card edit window.
+        wait_until(lambda: self.op.focused(program), "the program window to come back to the front")
+        self.op.press(program, "OK")
         self.op.gone("Program : ")
 
     def save_as(self):
