@@ -8,15 +8,16 @@ from desktop import JourneyFailed, wait_until
 
 
 class Operator:
-    def __init__(self, pyatspi, app_name="dq480"):
+    def __init__(self, pyatspi, app_name="dq480", on_message=None):
         self.at = pyatspi
         self.app_name = app_name
+        self.on_message = on_message  # called with each message's text before it is answered
 
     # --- looking -------------------------------------------------------------------------------
 
     def events(self):
-        """Takes in what the accessibility bus has announced (windows and applications coming and
-        going); without this the tree is the one seen at the first look."""
+        """Lets libatspi take in what the bus has announced (windows and applications coming and
+        going), which it does only while its main loop runs."""
         from gi.repository import GLib
 
         context = GLib.MainContext.default()
@@ -199,6 +200,8 @@ class Operator:
     def answer(self, text, caption):
         """Answers the message box `text` by clicking its button `caption`, and waits for it to go."""
         box = self.message_box(text)
+        if self.on_message:
+            self.on_message(text)
         self.press(box, caption)
         wait_until(lambda: text not in self.message_texts(), f"the message '{text}' to close")
 
@@ -229,28 +232,15 @@ class Operator:
             self.click(item)
 
     def _menu_item(self, caption):
-        app = self.app()
-        for node in self.walk(app):
+        """The showing item `caption` of an open menu (the menu bar's own items have other names)."""
+        for node in self.walk(self.app()):
             try:
                 if node.getRoleName() in ("menu item", "menu") and node.name == caption \
-                        and node.getRoleName() and self.showing(node) and self._in_popup(node):
+                        and node.parent.getRoleName() != "menu bar":
                     return node
             except Exception:
                 continue
         return None
-
-    def _in_popup(self, node):
-        parent = node.parent
-        while parent is not None:
-            role = parent.getRoleName()
-            if role == "menu bar":
-                return False
-            if role in ("menu", "window", "popup menu"):
-                return True
-            if role == "application":
-                return True
-            parent = parent.parent
-        return True
 
     def bring_forward(self, frame):
         """Makes the document window `frame` the active one (Ctrl+Tab through the main window's

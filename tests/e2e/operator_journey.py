@@ -55,8 +55,12 @@ class Journey:
         self.card = os.path.join(workdir, "card")
         self.saved = os.path.join(workdir, "projects", "harbour.stf")
         self.pdf = os.path.join(workdir, "projects", "all-settings.pdf")
-        self.op = Operator(pyatspi)
+        self.op = Operator(pyatspi, on_message=self.message_shown)
         self.app = None
+
+    def message_shown(self, text):
+        words = "".join(c if c.isalnum() else "-" for c in text.lower()).strip("-")
+        self.desktop.screenshot("message-" + "-".join(w for w in words.split("-") if w)[:40])
 
     # --- steps -------------------------------------------------------------------------------
 
@@ -301,7 +305,6 @@ class Journey:
         self.step("program-1", lambda: self.program_one(edit))
         self.step("save-as", self.save_as)
         self.step("exit-with-pending-edit", self.exit_with_pending_edit)
-        edit = None
         self.step("open-again", self.open_again)
         edit = self.op.window(os.path.basename(self.saved), exact=True)
         self.step("card-write", lambda: self.card_write(edit))
