@@ -88,6 +88,9 @@ def isolate_mounts(argv):
         return
     if shutil.which("unshare") is None:
         raise Skip("unshare is missing: the journey needs a mount namespace of its own")
+    probe = subprocess.run(["unshare", "--mount", "--propagation", "private", "true"], capture_output=True)
+    if probe.returncode != 0:
+        raise Skip("this machine does not allow a mount namespace of its own")
     os.environ["DQ480_JOURNEY_NAMESPACE"] = "1"
     os.execvp("unshare", ["unshare", "--mount", "--propagation", "private", "--", *argv])
 
