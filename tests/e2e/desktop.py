@@ -8,7 +8,6 @@ import os
 import shutil
 import signal
 import subprocess
-import tempfile
 import time
 
 SKIP = 77  # ctest's SKIP_RETURN_CODE for this test
@@ -95,18 +94,22 @@ def isolate_mounts(argv):
     os.execvp("unshare", ["unshare", "--mount", "--propagation", "private", "--", *argv])
 
 
-def detach_foreign_mounts():
-    """Inside the journey's own mount namespace: detaches the FUSE mounts and the mounts below the
-    temporary folder that other tests have made. Only this namespace loses them."""
-    temp = os.path.realpath(tempfile.gettempdir()) + "/"
+def detach_foreign_mounts(keep):
+    """Inside the journey's own mount namespace: detaches the FAT and FUSE volumes that other tests
+    have mounted (cards the program would offer as card slots, or a busy FUSE mount whose statfs
+    blocks), except any that holds a path of `keep`. Only this namespace loses them."""
+    keep = [os.path.realpath(path) for path in keep]
     points = []
     with open("/proc/self/mountinfo") as table:
         for line in table:
             fields = line.split()
             point = fields[4].encode().decode("unicode_escape")
             kind = fields[fields.index("-") + 1]
-            if kind.startswith("fuse") or point.startswith(temp):
-                points.append(point)
+            if not (kind.startswith("fuse") or kind in ("vfat", "msdos")):
+                continue
+            if any(path == point or path.startswith(point.rstrip("/") + "/") for path in keep):
+                continue
+            points.append(point)
     for point in sorted(points, key=len, reverse=True):
         subprocess.run(["umount", "-l", point], capture_output=True)
 

@@ -339,7 +339,7 @@ def main():
     desktop = Desktop(workdir, args.artifacts)
     started = time.monotonic()
     try:
-        detach_foreign_mounts()
+        detach_foreign_mounts([args.dq480, args.cli, __file__])
         desktop.start()
         Journey(args, desktop, workdir).run()
         result = 0
