@@ -12,7 +12,7 @@ packages=(
     g++-mingw-w64-x86-64-posix   # compiles the Windows code as a check
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
     poppler-utils                # print-outs read back as text in tests
-    xvfb xdotool                 # window titles read back from a real X server in tests
+    xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
 )
 
 missing=()

@@ -71,7 +71,6 @@ frmPrintPage::frmPrintPage(AppContext &context, PrintKind kind, int program, QWi
     auto *cmdPreview = namedButton(QStringLiteral("Preview"), "cmdPreview", this);
     auto *cmdPrint = namedButton(QStringLiteral("Print"), "cmdPrint", this);
     auto *cmdCancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
-    cmdPrint->setDefault(true);
     connect(cmdPreview, &QPushButton::clicked, this, &frmPrintPage::cmdPreview_Click);
     connect(cmdPrint, &QPushButton::clicked, this, [this] {
         if (cmdPrint_Click())

@@ -502,6 +502,13 @@ void frmProg::cmdProgStep_Click()
             // Just below its program window, so the two are seen together.
             if (auto *programFrame = qobject_cast<QMdiSubWindow *>(parentWidget()))
                 frame->move(programFrame->pos() + QPoint(40, 60));
+            // Once the steps are done the operator goes on here; left to itself the area brings
+            // forward whichever window takes the focus next, often the card edit window over this.
+            connect(frame, &QObject::destroyed, this, [this] {
+                auto *programFrame = qobject_cast<QMdiSubWindow *>(parentWidget());
+                if (programFrame && !m_closing && programFrame->isVisible())
+                    m_mdiArea->setActiveSubWindow(programFrame);
+            });
         }
     }
     m_stepWindow->show();

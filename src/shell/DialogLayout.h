@@ -11,6 +11,8 @@ inline QPushButton *namedButton(const QString &caption, const char *objectName, 
 {
     auto *button = new QPushButton(caption, parent);
     button->setObjectName(QLatin1String(objectName));
+    // Enter belongs to the input that has the focus; a dialog's button is pressed by click or Space.
+    button->setAutoDefault(false);
     return button;
 }
 

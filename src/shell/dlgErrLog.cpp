@@ -20,7 +20,6 @@ dlgErrLog::dlgErrLog(const SharedState &state, QWidget *parent)
     m_listErr->setAccessibleName(QStringLiteral("Not find file list"));
     m_count->setObjectName(QStringLiteral("lblErrCount"));
     auto *okButton = namedButton(QStringLiteral("Ok"), "OKButton", this);
-    okButton->setDefault(true);
     connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
 
     auto *layout = new QVBoxLayout(this);

@@ -41,7 +41,6 @@ frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent, const QString &systemInfoPro
     lblDescription->setWordWrap(true);
 
     auto *cmdOK = namedButton(QStringLiteral("OK"), "cmdOK", this);
-    cmdOK->setDefault(true);
     auto *cmdSysInfo = namedButton(QStringLiteral("&System Info..."), "cmdSysInfo", this);
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
     connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);

@@ -27,7 +27,6 @@ frmPjName::frmPjName(AppContext &context, QWidget *parent)
     m_text->setObjectName(QStringLiteral("txtPjName"));
     m_text->setAccessibleName(QStringLiteral("Please input 'Project name'"));
     auto *ok = namedButton(QStringLiteral("OK"), "cmdOK", this);
-    ok->setDefault(true);
     auto *cancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
 
     connect(m_text, &QLineEdit::textChanged, this, &frmPjName::txtPjName_Change);

@@ -57,7 +57,6 @@ frmSetPath::frmSetPath(const QString &startFolder, QWidget *parent)
             m_drives->addItem(QDir::toNativeSeparators(volume.rootPath()));
     }
     auto *ok = namedButton(QStringLiteral("OK"), "cmdOK", this);
-    ok->setDefault(true);
     auto *cancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
 
     auto *grid = new QGridLayout(this);

@@ -410,6 +410,37 @@ private slots:
         QCOMPARE(steps->box(0)->text(), QStringLiteral("A000"));
     }
 
+    void closingTheStepWindowReturnsToItsProgram_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::newRow("OK") << "cmdStepOk";
+        QTest::newRow("Close") << "cmdStpClose";
+    }
+    void closingTheStepWindowReturnsToItsProgram()
+    {
+        QFETCH(QString, button);
+        // The card edit window stands behind, as it does in the main window.
+        auto *cardEdit = new QWidget;
+        auto *cardEditInput = new QLineEdit(cardEdit);
+        QMdiSubWindow *cardEditFrame = area->addSubWindow(cardEdit);
+        cardEditFrame->show();
+        open(1);
+        area->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        frmStep *steps = openSteps();
+        steps->box(0)->setFocus();
+        steps->box(0)->clear();
+        QTest::keyClicks(steps->box(0), QStringLiteral("A1"));
+        QTest::keyClick(steps->box(0), Qt::Key_Return);
+        control<QPushButton>("cmdProgSave")->click(); // nothing left to ask about on closing
+        findControl<QPushButton>(steps, button)->click();
+        QTRY_VERIFY(!window->stepWindow());
+
+        // The operator carries on in the program window; it is not hidden behind the card edit one.
+        QCOMPARE(area->activeSubWindow(), frame.data());
+        QVERIFY(!cardEditInput->hasFocus());
+    }
+
     void insertIntoAFullProgramIsRefused()
     {
         for (int i = 0; i < 128; ++i)

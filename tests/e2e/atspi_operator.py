@@ -1,0 +1,264 @@
+"""The operator's hands and eyes: finds controls in the accessibility tree by role and name (or by the
+label beside them) and uses them through the real pointer and keyboard (xdotool), so modal windows,
+focus and Enter behave exactly as for a person at the screen."""
+
+import subprocess
+
+from desktop import JourneyFailed, wait_until
+
+
+class Operator:
+    def __init__(self, pyatspi, app_name="dq480", on_message=None):
+        self.at = pyatspi
+        self.app_name = app_name
+        self.on_message = on_message  # called with each message's text before it is answered
+
+    # --- looking -------------------------------------------------------------------------------
+
+    def events(self):
+        """Lets libatspi take in what the bus has announced (windows and applications coming and
+        going), which it does only while its main loop runs."""
+        from gi.repository import GLib
+
+        context = GLib.MainContext.default()
+        while context.pending():
+            context.iteration(False)
+
+    def app(self):
+        self.events()
+        for app in self.at.Registry.getDesktop(0):
+            if app is not None and app.name == self.app_name:
+                return app
+        return None
+
+    def showing(self, acc):
+        try:
+            return acc.getState().contains(self.at.STATE_SHOWING)
+        except Exception:
+            return False
+
+    def walk(self, acc):
+        """Every showing descendant of `acc`, depth first in the tree's order."""
+        stack = [acc]
+        while stack:
+            node = stack.pop()
+            yield node
+            try:
+                children = [c for c in node if c is not None and self.showing(c)]
+            except Exception:
+                continue
+            stack.extend(reversed(children))
+
+    def find_all(self, root, role, name=None, description=None):
+        found = []
+        for node in self.walk(root):
+            try:
+                if node.getRoleName() != role:
+                    continue
+                if name is not None and node.name != name:
+                    continue
+                if description is not None and node.description != description:
+                    continue
+            except Exception:
+                continue
+            found.append(node)
+        return found
+
+    def windows(self):
+        """The top-level windows and the document windows inside the main window, newest last."""
+        app = self.app()
+        if app is None:
+            return []
+        result = []
+        for node in self.walk(app):
+            try:
+                role = node.getRoleName()
+            except Exception:
+                continue
+            if role in ("frame", "dialog", "alert", "window", "internal frame", "file chooser"):
+                result.append(node)
+        return result
+
+    def main_window(self, timeout=30.0):
+        """The main window, looked up afresh: its accessible object is replaced while it starts."""
+
+        def match():
+            app = self.app()
+            if app is None:
+                return None
+            for node in app:
+                if node is not None and node.getRoleName() == "frame" and self.showing(node) \
+                        and self.find_all(node, "menu bar"):
+                    return node
+            return None
+
+        return wait_until(match, "the main window", timeout)
+
+    def window(self, title, timeout=15.0, exact=False):
+        """The showing window whose title starts with (or is) `title`."""
+
+        def match():
+            for node in reversed(self.windows()):
+                if node.name == title or (not exact and node.name.startswith(title)):
+                    return node
+            return None
+
+        return wait_until(match, f"the window '{title}'", timeout)
+
+    def gone(self, title, timeout=15.0):
+        wait_until(lambda: not any(w.name.startswith(title) for w in self.windows()),
+                   f"the window '{title}' to close", timeout)
+
+    def control(self, root, role, name=None, description=None, index=0, timeout=15.0):
+        def match():
+            found = self.find_all(root, role, name, description)
+            return found[index] if len(found) > index else None
+
+        return wait_until(match, f"{role} '{name or description or ''}' in '{root.name}'", timeout)
+
+    def beside(self, root, label, role="text", timeout=15.0):
+        """The control right of the label `label` on the same line: how an operator finds a box
+        whose name the accessibility tree does not carry."""
+
+        def match():
+            caption = self.find_all(root, "label", label)
+            if not caption:
+                return None
+            box = caption[0].queryComponent().getExtents(self.at.DESKTOP_COORDS)
+            middle = box.y + box.height // 2
+            best = None
+            for node in self.find_all(root, role):
+                other = node.queryComponent().getExtents(self.at.DESKTOP_COORDS)
+                if other.x >= box.x + box.width and other.y <= middle <= other.y + other.height:
+                    if best is None or other.x < best[0]:
+                        best = (other.x, node)
+            return best[1] if best else None
+
+        return wait_until(match, f"the {role} beside '{label}' in '{root.name}'", timeout)
+
+    def text_of(self, acc):
+        try:
+            text = acc.queryText()
+            return text.getText(0, text.characterCount)
+        except NotImplementedError:
+            return acc.name
+
+    def enabled(self, acc):
+        return acc.getState().contains(self.at.STATE_ENABLED)
+
+    def focused(self, acc):
+        return acc.getState().contains(self.at.STATE_FOCUSED)
+
+    def checked(self, acc):
+        return acc.getState().contains(self.at.STATE_CHECKED)
+
+    def message_box(self, text, timeout=15.0):
+        """The message box showing exactly `text`."""
+
+        def match():
+            for node in reversed(self.windows()):
+                if node.getRoleName() not in ("dialog", "alert"):
+                    continue
+                for label in self.find_all(node, "label"):
+                    if label.name == text or self.text_of(label) == text:
+                        return node
+            return None
+
+        return wait_until(match, f"the message '{text}'", timeout)
+
+    def message_texts(self):
+        texts = []
+        for node in self.windows():
+            if node.getRoleName() in ("dialog", "alert"):
+                texts.extend(self.text_of(label) for label in self.find_all(node, "label"))
+        return texts
+
+    # --- acting --------------------------------------------------------------------------------
+
+    def xdotool(self, *args):
+        result = subprocess.run(["xdotool", *args], capture_output=True, text=True)
+        if result.returncode != 0:
+            raise JourneyFailed(f"xdotool {' '.join(args)}: {result.stderr}")
+
+    def centre(self, acc):
+        box = acc.queryComponent().getExtents(self.at.DESKTOP_COORDS)
+        if box.width <= 0 or box.height <= 0:
+            raise JourneyFailed(f"'{acc.name}' has no place on the screen")
+        return box.x + box.width // 2, box.y + box.height // 2
+
+    def click(self, acc):
+        x, y = self.centre(acc)
+        self.xdotool("mousemove", "--sync", str(x), str(y), "click", "1")
+
+    def press(self, root, caption, description=None, timeout=15.0):
+        """Clicks the enabled push button `caption` of `root`."""
+        button = self.control(root, "push button", caption, description, timeout=timeout)
+        wait_until(lambda: self.enabled(button), f"the button '{caption}' to be enabled", timeout)
+        self.click(button)
+        return button
+
+    def answer(self, text, caption):
+        """Answers the message box `text` by clicking its button `caption`, and waits for it to go."""
+        box = self.message_box(text)
+        if self.on_message:
+            self.on_message(text)
+        self.press(box, caption)
+        wait_until(lambda: text not in self.message_texts(), f"the message '{text}' to close")
+
+    def key(self, *keys):
+        self.xdotool("key", "--delay", "30", *keys)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", "15", text)
+
+    def focus(self, acc):
+        """Clicks into an input and waits until it has the keyboard."""
+        self.click(acc)
+        wait_until(lambda: self.focused(acc), f"'{acc.name}' to take the focus")
+
+    def replace_text(self, acc, text):
+        self.focus(acc)
+        self.key("ctrl+a")
+        self.type(text)
+        wait_until(lambda: self.text_of(acc) == text, f"'{acc.name}' to read '{text}'")
+
+    def menu(self, *path):
+        """Opens the main window's menus along `path` and clicks the last item."""
+        bar = self.control(self.main_window(), "menu bar")
+        item = self.control(bar, "menu item", path[0])
+        self.click(item)
+        for caption in path[1:]:
+            item = wait_until(lambda: self._menu_item(caption), f"the menu item '{caption}'")
+            self.click(item)
+
+    def _menu_item(self, caption):
+        """The showing item `caption` of an open menu (the menu bar's own items have other names)."""
+        for node in self.walk(self.app()):
+            try:
+                if node.getRoleName() in ("menu item", "menu") and node.name == caption \
+                        and node.parent.getRoleName() != "menu bar":
+                    return node
+            except Exception:
+                continue
+        return None
+
+    def bring_forward(self, frame):
+        """Makes the document window `frame` the active one (Ctrl+Tab through the main window's
+        documents, as on the keyboard), so clicks land on it and not on a window over it."""
+        siblings = [w for w in frame.parent if w is not None and self.showing(w)]
+        if len(siblings) == 1:
+            return frame
+        for _ in range(10):
+            if self.focused(frame):
+                return frame
+            self.key("ctrl+Tab")
+            try:
+                wait_until(lambda: self.focused(frame), f"'{frame.name}' to come forward", timeout=1)
+            except JourneyFailed:
+                continue
+        raise JourneyFailed(f"'{frame.name}' does not come forward")
+
+    def select_tab(self, window, caption, role, name):
+        """Clicks the tab `caption` and waits for a control of its page to show."""
+        self.click(self.control(window, "page tab", caption))
+        return self.control(window, role, name)

@@ -1,0 +1,208 @@
+"""A private desktop for driving the real dq480 as an operator does: its own X server, session bus
+and accessibility bus, a FAT16 card image mounted through fusefat, and helpers that find controls in
+the accessibility tree and press them with the real mouse and keyboard."""
+
+import ctypes
+import math
+import os
+import shutil
+import signal
+import subprocess
+import time
+
+SKIP = 77  # ctest's SKIP_RETURN_CODE for this test
+
+
+class Skip(Exception):
+    """A tool or right the journey needs is missing on this machine."""
+
+
+class JourneyFailed(AssertionError):
+    pass
+
+
+def require_tools(names):
+    missing = [name for name in names if shutil.which(name) is None]
+    if missing:
+        raise Skip("missing tools: " + ", ".join(missing))
+
+
+def wait_until(condition, what, timeout=15.0, interval=0.05):
+    """Polls `condition` until it returns something true; fails naming `what` after `timeout`."""
+    deadline = time.monotonic() + timeout
+    last_error = None
+    while True:
+        try:
+            value = condition()
+            if value:
+                return value
+        except Exception as error:  # the tree changes under us while windows open and close
+            last_error = error
+        if time.monotonic() > deadline:
+            detail = f" (last error: {last_error})" if last_error else ""
+            raise JourneyFailed(f"timed out waiting for {what}{detail}")
+        time.sleep(interval)
+
+
+def run(args, check=True, **kwargs):
+    result = subprocess.run(args, capture_output=True, text=True, **kwargs)
+    if check and result.returncode != 0:
+        raise JourneyFailed(f"{' '.join(map(str, args))} failed ({result.returncode}): "
+                            f"{result.stdout}{result.stderr}")
+    return result
+
+
+def write_mp2(path, frequency, seconds=0.5, rate=32000, kbps=64):
+    """A mono MPEG-1 Layer II file of a sine tone, encoded by libtwolame."""
+    lib = ctypes.CDLL("libtwolame.so.0")
+    lib.twolame_init.restype = ctypes.c_void_p
+    options = ctypes.c_void_p(lib.twolame_init())
+    if not options:
+        raise Skip("libtwolame does not start")
+    mono = 3
+    for setter, value in (("twolame_set_num_channels", 1), ("twolame_set_mode", mono),
+                          ("twolame_set_in_samplerate", rate), ("twolame_set_out_samplerate", rate),
+                          ("twolame_set_bitrate", kbps)):
+        getattr(lib, setter)(options, value)
+    if lib.twolame_init_params(options) != 0:
+        raise JourneyFailed("libtwolame refused the tone's settings")
+    count = int(rate * seconds)
+    samples = (ctypes.c_short * count)(
+        *[int(12000 * math.sin(2 * math.pi * frequency * i / rate)) for i in range(count)])
+    out = (ctypes.c_ubyte * (count * 2 + 16384))()
+    written = lib.twolame_encode_buffer(options, samples, None, count, out, len(out))
+    flushed = lib.twolame_encode_flush(options, ctypes.byref(out, written), len(out) - written)
+    lib.twolame_close(ctypes.byref(options))
+    if written < 0 or flushed < 0:
+        raise JourneyFailed("libtwolame failed")
+    with open(path, "wb") as f:
+        f.write(bytes(out[: written + flushed]))
+
+
+def isolate_mounts(argv):
+    """Runs the journey again in a mount namespace of its own. The program lists every mounted
+    volume to find the card slot; other tests' card mounts (and a FUSE mount busy in another test,
+    whose statfs blocks) must not be among them. Returns only inside the namespace."""
+    if os.environ.get("DQ480_JOURNEY_NAMESPACE") == "1":
+        return
+    if shutil.which("unshare") is None:
+        raise Skip("unshare is missing: the journey needs a mount namespace of its own")
+    probe = subprocess.run(["unshare", "--mount", "--propagation", "private", "true"], capture_output=True)
+    if probe.returncode != 0:
+        raise Skip("this machine does not allow a mount namespace of its own")
+    os.environ["DQ480_JOURNEY_NAMESPACE"] = "1"
+    os.execvp("unshare", ["unshare", "--mount", "--propagation", "private", "--", *argv])
+
+
+def detach_foreign_mounts(keep):
+    """Inside the journey's own mount namespace: detaches the FAT and FUSE volumes that other tests
+    have mounted (cards the program would offer as card slots, or a busy FUSE mount whose statfs
+    blocks), except any that holds a path of `keep`. Only this namespace loses them."""
+    keep = [os.path.realpath(path) for path in keep]
+    points = []
+    with open("/proc/self/mountinfo") as table:
+        for line in table:
+            fields = line.split()
+            point = fields[4].encode().decode("unicode_escape")
+            kind = fields[fields.index("-") + 1]
+            if not (kind.startswith("fuse") or kind in ("vfat", "msdos")):
+                continue
+            if any(path == point or path.startswith(point.rstrip("/") + "/") for path in keep):
+                continue
+            points.append(point)
+    for point in sorted(points, key=len, reverse=True):
+        subprocess.run(["umount", "-l", point], capture_output=True)
+
+
+class Desktop:
+    """Xvfb, a session bus (which starts the accessibility bus on demand) and the card mount. Every
+    process it starts it also ends, by its own id or process group."""
+
+    def __init__(self, workdir, artifacts):
+        self.workdir = workdir
+        self.artifacts = artifacts
+        self.processes = []
+        self.mounts = []
+        self.shots = 0
+
+    def start(self):
+        read, write = os.pipe()
+        xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24",
+                                 "-nolisten", "tcp", "-noreset"], pass_fds=(write,),
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                start_new_session=True)
+        os.close(write)
+        self.processes.append(xvfb)
+        with os.fdopen(read) as pipe:
+            display = pipe.readline().strip()
+        if not display:
+            raise Skip("Xvfb did not start")
+        os.environ["DISPLAY"] = ":" + display
+
+        runtime = os.path.join(self.workdir, "runtime")
+        os.makedirs(runtime, mode=0o700)
+        os.environ["XDG_RUNTIME_DIR"] = runtime
+        os.environ["HOME"] = os.path.join(self.workdir, "home")
+        os.makedirs(os.environ["HOME"])
+        os.environ["XDG_CONFIG_HOME"] = os.path.join(os.environ["HOME"], ".config")
+        os.environ["XDG_CACHE_HOME"] = os.path.join(os.environ["HOME"], ".cache")
+        read, write = os.pipe()
+        bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                f"--print-address={write}"], pass_fds=(write,),
+                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                               start_new_session=True)
+        os.close(write)
+        self.processes.append(bus)
+        with os.fdopen(read) as pipe:
+            address = pipe.readline().strip()
+        if not address:
+            raise Skip("the session bus did not start")
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = address
+        os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        os.environ["QT_ACCESSIBILITY"] = "1"
+        os.environ["QT_QPA_PLATFORM"] = "xcb"
+        os.environ.pop("QT_QPA_PLATFORMTHEME", None)
+        os.environ.pop("SESSION_MANAGER", None)
+
+    def mount_card(self, image, mount_point):
+        run(["mkfs.fat", "-C", "-F", "16", "-n", "DQ480", image, "65536"])
+        os.makedirs(mount_point)
+        if run(["fusefat", "-o", "rw+", image, mount_point], check=False).returncode != 0:
+            raise Skip("this machine does not allow FUSE mounts")
+        self.mounts.append(mount_point)
+
+    def unmount(self, mount_point):
+        if mount_point in self.mounts:
+            self.mounts.remove(mount_point)
+            run(["fusermount", "-u", mount_point])
+            # fusefat writes its last sectors as it goes away; the image is whole once it has gone.
+            wait_until(lambda: not os.path.ismount(mount_point), "the card to be unmounted")
+
+    def launch(self, program, *args):
+        log = open(os.path.join(self.artifacts, f"{os.path.basename(program)}-{len(self.processes)}.log"),
+                   "w")
+        process = subprocess.Popen([program, *args], stdout=log, stderr=subprocess.STDOUT)
+        self.processes.append(process)
+        return process
+
+    def screenshot(self, name):
+        self.shots += 1
+        path = os.path.join(self.artifacts, f"{self.shots:02d}-{name}.png")
+        subprocess.run(["import", "-window", "root", path], capture_output=True)
+        return path
+
+    def stop(self):
+        for mount_point in list(self.mounts):
+            subprocess.run(["fusermount", "-u", mount_point], capture_output=True)
+        self.mounts.clear()
+        for process in reversed(self.processes):
+            if process.poll() is not None:
+                continue
+            try:
+                if process.pid == os.getpgid(process.pid):
+                    os.killpg(process.pid, signal.SIGTERM)  # with the buses the bus started
+                else:
+                    process.terminate()
+                process.wait(timeout=5)
+            except (ProcessLookupError, subprocess.TimeoutExpired):
+                process.kill()

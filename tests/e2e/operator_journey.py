@@ -1,0 +1,380 @@
+#!/usr/bin/env python3
+"""One operator's day with the real dq480 on a private X display, driven through the accessibility
+tree with the real mouse and keyboard: a new project with its texts, three sentences typed into the
+sentence table, program 1 as Repeat with three steps, Save as, Exit with pending edits, Open again,
+Card write onto a FAT16 card image, Card -> PC, program copy and a print-out to PDF. The card is then
+checked with mtools and fsck.fat against dq480-cli's own conversion of the saved file.
+
+Usage: operator_journey.py --dq480 PATH --cli PATH --artifacts DIR [--keep]
+Screenshots of every step stay in DIR when the journey fails (always with --keep)."""
+
+import argparse
+import importlib.util
+import os
+import shutil
+import sys
+import tempfile
+import time
+import traceback
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+
+from desktop import (  # noqa: E402
+    SKIP,
+    Desktop,
+    JourneyFailed,
+    Skip,
+    detach_foreign_mounts,
+    isolate_mounts,
+    require_tools,
+    run,
+    wait_until,
+    write_mp2,
+)
+
+CONTENTS_QUESTION = "Updating the contents of edit has not been continued. Does close it?"
+SETTING_QUESTION = "Updating the setting data has not been continued. Does close it?"
+SENTENCES = ["TONE1.MP2", "TONE2.MP2", "TONE3.MP2"]
+STEPS = ["A001", "A002", "A003"]
+PROJECT = "Harbour"
+CREATOR = "Ann Operator"
+EXPLANATION = ["Platform announcements", "for the morning shift"]
+
+
+class Journey:
+    def __init__(self, args, desktop, workdir):
+        import pyatspi  # needs the session bus chosen by the desktop
+
+        from atspi_operator import Operator
+
+        self.args = args
+        self.desktop = desktop
+        self.work = workdir
+        self.home = os.path.join(workdir, "dq480-home")
+        self.image = os.path.join(workdir, "card.img")
+        self.card = os.path.join(workdir, "card")
+        self.saved = os.path.join(workdir, "projects", "harbour.stf")
+        self.pdf = os.path.join(workdir, "projects", "all-settings.pdf")
+        self.op = Operator(pyatspi, on_message=self.message_shown)
+        self.app = None
+
+    def message_shown(self, text):
+        words = "".join(c if c.isalnum() else "-" for c in text.lower()).strip("-")
+        self.desktop.screenshot("message-" + "-".join(w for w in words.split("-") if w)[:40])
+
+    # --- steps -------------------------------------------------------------------------------
+
+    def step(self, name, action):
+        print(f"--- {name}", flush=True)
+        started = time.monotonic()
+        try:
+            action()
+        finally:
+            self.desktop.screenshot(name)
+        print(f"    {time.monotonic() - started:.1f} s", flush=True)
+
+    def prepare(self):
+        os.makedirs(self.home)
+        os.makedirs(os.path.dirname(self.saved))
+        os.environ["DQ480_HOME"] = self.home
+        # The operator's sentences sit in the program folder, where the sentence path starts.
+        for number, name in enumerate(SENTENCES):
+            write_mp2(os.path.join(self.home, name), 440 * (number + 1))
+        self.desktop.mount_card(self.image, self.card)
+
+    def start_program(self):
+        self.app = self.desktop.launch(self.args.dq480)
+        self.op.main_window()
+        # The splash closes by itself; the operator starts on the bare main window.
+        wait_until(lambda: not any(w.getRoleName() == "dialog" for w in self.op.windows()),
+                   "the splash window to close", timeout=10)
+
+    def new_project(self):
+        self.op.menu("File(F)", "New(N)")
+        edit = self.op.window("New File", exact=True)
+        self.op.select_tab(edit, "Data information", "text", "Creator:")
+        self.op.replace_text(self.op.control(edit, "text", "Project name:"), PROJECT)
+        self.op.replace_text(self.op.control(edit, "text", "Creator:"), CREATOR)
+        explanation = self.op.control(edit, "text", "Explanation:")
+        self.op.focus(explanation)
+        self.op.type(EXPLANATION[0])
+        self.op.key("Return")
+        self.op.type(EXPLANATION[1])
+        wait_until(lambda: self.op.text_of(explanation) == "\n".join(EXPLANATION), "the explanation")
+        self.op.press(edit, "Apply")
+        wait_until(lambda: os.path.isdir(os.path.join(self.home, PROJECT)), "the project's folder")
+
+    def sentence_table(self, edit):
+        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
+        self.op.press(edit, "Start", description="PC -> Card")
+        table = self.op.window("Card creation Sentence data copy PC -> Card")
+        self.op.focus(self.op.control(table, "text", "001:"))
+        for number, name in enumerate(SENTENCES):
+            self.op.type(name)
+            self.op.key("Return")
+            # Enter takes the operator to the next box and leaves the table open.
+            box = self.op.control(table, "text", f"{number + 2:03d}:")
+            wait_until(lambda: self.op.focused(box), f"Enter to move on to box {number + 2:03d}")
+        self.check_boxes(table, SENTENCES)
+        apply = self.op.press(table, "Apply")
+        wait_until(lambda: not self.op.enabled(apply), "Apply to have been done")
+        for name in SENTENCES:
+            wait_until(lambda: os.path.isfile(os.path.join(self.home, PROJECT, name)),
+                       f"{name} in the project's sentence folder")
+        self.desktop.screenshot("sentence-table-applied")
+        self.op.press(table, "OK")
+        self.op.gone("Card creation Sentence data copy PC -> Card")
+
+    def check_boxes(self, window, expected):
+        for number, text in enumerate(expected):
+            box = self.op.control(window, "text", f"{number + 1:03d}:")
+            wait_until(lambda: self.op.text_of(box) == text,
+                       f"box {number + 1:03d} to read {text} (it reads {self.op.text_of(box)!r})", 2)
+
+    def program_one(self, edit):
+        self.op.select_tab(edit, "Program", "push button", "Open")
+        self.op.press(edit, "Open")
+        program = self.op.window("Program : ")
+        self.op.click(self.op.control(program, "combo box"))
+        self.op.click(self.op.control(program, "list item", "3.Repeat"))
+        count = self.op.beside(program, "Repeat No:")
+        self.op.replace_text(count, "3")
+        self.op.key("Tab")
+        # Committed before the step window opens: its OK asks about any uncommitted program edit.
+        apply = self.op.press(program, "Apply")
+        wait_until(lambda: not self.op.enabled(apply), "the program to be applied")
+        self.op.press(program, "Step input")
+        steps = self.op.window("Repeat - Step Input")
+        self.op.focus(self.op.control(steps, "text", "001:"))
+        self.op.key("ctrl+a")
+        for number, step in enumerate(STEPS):
+            self.op.type(step)
+            self.op.key("Return")
+            box = self.op.control(steps, "text", f"{number + 2:03d}:")
+            wait_until(lambda: self.op.focused(box), f"Enter to move on to step {number + 2:03d}")
+        self.desktop.screenshot("steps-typed")
+        self.op.press(steps, "OK")
+        self.op.gone("Repeat - Step Input")
+        # The program window is where the operator goes on: in front, not under the card edit window.
+        wait_until(lambda: self.op.focused(program), "the program window to come back to the front")
+        self.op.press(program, "OK")
+        self.op.gone("Program : ")
+
+    def save_as(self):
+        self.op.menu("File(F)", "Save as(A)")
+        self.file_dialog("Save as", self.saved)
+        wait_until(lambda: os.path.isfile(self.saved), "the setting file")
+        self.op.window(os.path.basename(self.saved), exact=True)
+
+    def file_dialog(self, title, path):
+        dialog = self.op.window(title, exact=True)
+        self.op.focus(self.op.control(dialog, "text", "File name:"))
+        self.op.type(path)
+        self.op.key("Return")
+        self.op.gone(title)
+
+    def exit_with_pending_edit(self):
+        edit = self.op.bring_forward(self.op.window(os.path.basename(self.saved), exact=True))
+        creator = self.op.select_tab(edit, "Data information", "text", "Creator:")
+        self.op.focus(creator)
+        self.op.key("End")
+        self.op.type(" and Bob")
+        self.op.menu("File(F)", "Exit")
+        self.op.answer(CONTENTS_QUESTION, "Cancel")
+        if self.app.poll() is not None:
+            raise JourneyFailed("Cancel closed the program")
+        self.op.window(os.path.basename(self.saved), exact=True)
+        if self.op.text_of(creator) != CREATOR + " and Bob":
+            raise JourneyFailed("Cancel lost the pending edit")
+        self.desktop.screenshot("exit-cancelled")
+        self.op.menu("File(F)", "Exit")
+        self.op.answer(CONTENTS_QUESTION, "OK")
+        wait_until(lambda: self.app.poll() is not None, "the program to end")
+        if self.app.returncode != 0:
+            raise JourneyFailed(f"dq480 ended with {self.app.returncode}")
+
+    def open_again(self):
+        self.start_program()
+        self.op.menu("File(F)", "Open(S)")
+        self.file_dialog("Open", self.saved)
+        edit = self.op.window(os.path.basename(self.saved), exact=True)
+        self.op.select_tab(edit, "Data information", "text", "Creator:")
+        for caption, value in (("Project name:", PROJECT), ("Creator:", CREATOR),
+                               ("Explanation:", "\n".join(EXPLANATION))):
+            field = self.op.control(edit, "text", caption)
+            wait_until(lambda: self.op.text_of(field) == value,
+                       f"{caption} to read {value!r} (it reads {self.op.text_of(field)!r})", 2)
+        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
+        self.op.press(edit, "Start", description="PC -> Card")
+        table = self.op.window("Card creation Sentence data copy PC -> Card")
+        self.check_boxes(table, SENTENCES + [""])
+        self.op.press(table, "Cancel")
+        self.op.gone("Card creation Sentence data copy PC -> Card")
+        self.check_program(edit, 1)
+        return edit
+
+    def check_program(self, edit, number):
+        self.op.select_tab(edit, "Program", "push button", "Open")
+        self.op.replace_text(self.op.beside(edit, "Program No:"), f"P{number:02d}")
+        self.op.press(edit, "Open")
+        program = self.op.window("Program : ")
+        self.op.control(program, "label", f"Program No:P{number:03d}")
+        self.op.control(program, "combo box", "3.Repeat", timeout=2)
+        count = self.op.beside(program, "Repeat No:")
+        wait_until(lambda: self.op.text_of(count) == "3", "the repeat count 3", 2)
+        self.op.press(program, "Step input")
+        steps = self.op.window("Repeat - Step Input")
+        self.check_boxes(steps, STEPS + [""])
+        self.desktop.screenshot(f"program-{number}-read-back")
+        self.op.press(steps, "Close")
+        self.op.gone("Repeat - Step Input")
+        self.op.press(self.op.bring_forward(program), "Cancel")
+        self.op.gone("Program : ")
+
+    def card_write(self, edit):
+        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
+        self.op.press(edit, "Card write")
+        self.op.answer(f"Write setting file at drive:{self.card}?", "OK")
+        self.op.answer("Card write is complete", "OK")
+
+    def card_to_pc(self, edit):
+        self.op.press(edit, "Start", description="Card -> PC")
+        dialog = self.op.window("Card creation Sentence data copy Card -> PC")
+        self.op.replace_text(self.op.control(dialog, "text", "Folder name"), "Backup")
+        self.op.press(dialog, "Start", description="All sentence")
+        self.op.answer("File copy complete", "OK")
+        for name in SENTENCES:
+            run(["cmp", os.path.join(self.home, name), os.path.join(self.home, "Backup", name)])
+        self.op.press(dialog, "Exit")
+        self.op.gone("Card creation Sentence data copy Card -> PC")
+
+    def program_copy(self, edit):
+        self.op.select_tab(edit, "Program", "push button", "Execute")
+        self.op.press(edit, "Execute")
+        self.op.answer("Program setting copy P001->P002", "OK")
+        self.check_program(edit, 2)
+
+    def print_all(self):
+        self.op.menu("File(F)", "Print", "All setting data copy")
+        dialog = self.op.window("Print setting", exact=True)
+        self.op.control(dialog, "combo box", "Save as PDF")
+        self.op.press(dialog, "Print")
+        self.file_dialog("Save as PDF", self.pdf)
+        self.op.gone("Print setting")
+        text = run(["pdftotext", self.pdf, "-"]).stdout
+        for expected in [PROJECT, CREATOR, *EXPLANATION, *SENTENCES]:
+            if expected not in text:
+                raise JourneyFailed(f"the print-out lacks {expected!r}")
+
+    def last_exit(self):
+        self.op.menu("File(F)", "Exit")
+        self.op.answer(SETTING_QUESTION, "OK")
+        wait_until(lambda: self.app.poll() is not None, "the program to end")
+
+    def check_card(self):
+        self.desktop.unmount(self.card)
+        fsck = run(["fsck.fat", "-n", self.image], check=False)
+        if fsck.returncode != 0:
+            raise JourneyFailed("fsck.fat finds faults on the card:\n" + fsck.stdout + fsck.stderr)
+        # fusefat leaves the FAT's second entry as 0x8000, which mtools would take for damage.
+        os.environ["MTOOLS_SKIP_CHECK"] = "1"
+        listing = run(["mdir", "-b", "-i", self.image, "::CONTENTS"]).stdout.split()
+        on_card = sorted(os.path.basename(line) for line in listing)
+        expected = sorted(["DQ480.CSV", "SIN1KHZ.MP2", *SENTENCES])
+        if on_card != expected:
+            raise JourneyFailed(f"the card holds {on_card}, not {expected}")
+        copied = os.path.join(self.work, "from-card")
+        converted = os.path.join(self.work, "converted")
+        os.makedirs(copied)
+        os.makedirs(converted)
+        run(["mcopy", "-n", "-i", self.image, *[f"::CONTENTS/{n}" for n in expected], copied])
+        run([self.args.cli, "convert", self.saved, os.path.join(converted, "DQ480.CSV")])
+        run(["cmp", os.path.join(converted, "DQ480.CSV"), os.path.join(copied, "DQ480.CSV")])
+        for name in SENTENCES:
+            run(["cmp", os.path.join(self.home, name), os.path.join(copied, name)])
+        run(["cmp", os.path.join(self.home, "SIN1KHZ.MP2"), os.path.join(copied, "SIN1KHZ.MP2")])
+
+    # --- the whole day -----------------------------------------------------------------------
+
+    def run(self):
+        self.step("prepare", self.prepare)
+        self.step("start", self.start_program)
+        self.step("new-project", self.new_project)
+        edit = self.op.window("New File", exact=True)
+        self.step("sentence-table", lambda: self.sentence_table(edit))
+        self.step("program-1", lambda: self.program_one(edit))
+        self.step("save-as", self.save_as)
+        self.step("exit-with-pending-edit", self.exit_with_pending_edit)
+        self.step("open-again", self.open_again)
+        edit = self.op.window(os.path.basename(self.saved), exact=True)
+        self.step("card-write", lambda: self.card_write(edit))
+        self.step("card-to-pc", lambda: self.card_to_pc(edit))
+        self.step("program-copy", lambda: self.program_copy(edit))
+        self.step("print-all", self.print_all)
+        self.step("exit", self.last_exit)
+        self.step("check-card", self.check_card)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--dq480", required=True)
+    parser.add_argument("--cli", required=True)
+    parser.add_argument("--artifacts", required=True)
+    parser.add_argument("--keep", action="store_true", help="keep the screenshots after success")
+    args = parser.parse_args()
+
+    try:
+        check_machine(args)
+        isolate_mounts([sys.executable, *sys.argv])
+    except Skip as reason:
+        print(f"SKIP: {reason}")
+        return SKIP
+    except JourneyFailed as error:
+        print(f"FAILED: {error}")
+        return 1
+
+    shutil.rmtree(args.artifacts, ignore_errors=True)
+    os.makedirs(args.artifacts)
+    workdir = tempfile.mkdtemp(prefix="dq480-journey-")
+    desktop = Desktop(workdir, args.artifacts)
+    started = time.monotonic()
+    try:
+        detach_foreign_mounts([args.dq480, args.cli, __file__])
+        desktop.start()
+        Journey(args, desktop, workdir).run()
+        result = 0
+    except Skip as reason:
+        print(f"SKIP: {reason}")
+        result = SKIP
+    except Exception:
+        traceback.print_exc()
+        desktop.screenshot("failure")
+        print(f"FAILED after {time.monotonic() - started:.0f} s; screenshots and logs in {args.artifacts}")
+        result = 1
+    finally:
+        desktop.stop()
+        shutil.rmtree(workdir, ignore_errors=True)
+    if result != 1 and not args.keep:
+        shutil.rmtree(args.artifacts, ignore_errors=True)
+    if result == 0:
+        print(f"PASS in {time.monotonic() - started:.0f} s")
+    return result
+
+
+def check_machine(args):
+    if os.geteuid() != 0:
+        raise Skip("mounting the card image through fusefat needs root")
+    require_tools(["Xvfb", "dbus-daemon", "xdotool", "import", "mkfs.fat", "fsck.fat", "fusefat",
+                   "fusermount", "mdir", "mcopy", "pdftotext", "unshare", "umount", "cmp"])
+    if not os.path.exists("/dev/fuse"):
+        raise Skip("no /dev/fuse on this machine")
+    # Imported only once the private session bus exists: it binds to the bus it finds.
+    if importlib.util.find_spec("pyatspi") is None:
+        raise Skip("python3-pyatspi is not installed")
+    for program in (args.dq480, args.cli):
+        if not os.access(program, os.X_OK):
+            raise JourneyFailed(f"{program} is not built")
+
+
+if __name__ == "__main__":
+    sys.exit(main())
