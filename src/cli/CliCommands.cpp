@@ -40,6 +40,8 @@ int loadOrReport(CliContext &cli, SharedState &state, const QString &path)
         return ExitCode::UsageOrFileError;
     case LoadOutcome::Rejected:
         cli.err << "Setting file error!\n";
+        if (!error.isEmpty())
+            cli.err << error << "\n";
         return ExitCode::SettingFileError;
     }
     return ExitCode::SettingFileError;

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -201,6 +202,74 @@ private slots:
         QCOMPARE(cli({QStringLiteral("convert"), Example, converted}).code, 0);
         QCOMPARE(control, readTestFile(converted));
         QCOMPARE(hello, sentence);
+    }
+
+    void namesThatWouldLeaveTheirFolderAreRefused_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::addColumn<QString>("field");
+        QTest::newRow("check, project name") << "check" << QByteArray("PJNAME,Station,")
+                                             << QByteArray("PJNAME,../outside,") << R"(PJNAME "../outside")";
+        QTest::newRow("check, sentence name")
+            << "check" << QByteArray("FILENAME,HELLO   ,") << QByteArray("FILENAME,../../ab,")
+            << R"(FILENAME "../../ab.MP2")";
+        QTest::newRow("write-card, project name")
+            << "write-card" << QByteArray("PJNAME,Station,") << QByteArray("PJNAME,../outside,")
+            << R"(PJNAME "../outside")";
+        QTest::newRow("write-card, sentence name")
+            << "write-card" << QByteArray("FILENAME,HELLO   ,") << QByteArray("FILENAME,../../ab,")
+            << R"(FILENAME "../../ab.MP2")";
+    }
+    void namesThatWouldLeaveTheirFolderAreRefused()
+    {
+        QFETCH(QString, command);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QFETCH(QString, field);
+        if (geteuid() != 0)
+            QSKIP("mounting a card needs root");
+        // The card is mounted two folders down, so "../../ab.MP2" from its CONTENTS folder is the
+        // read-only file beside it; the program folder is one down, so "../outside" is beside it.
+        QTemporaryDir top;
+        const QString card = top.filePath(QStringLiteral("mnt/card"));
+        const QString home = top.filePath(QStringLiteral("home"));
+        QVERIFY(QDir().mkpath(card) && QDir().mkpath(home)
+                && QDir().mkpath(top.filePath(QStringLiteral("outside"))));
+        if (::mount("tmpfs", QFile::encodeName(card).constData(), "tmpfs", 0, "size=1m") != 0)
+            QSKIP("this machine does not allow mounting a tmpfs");
+        const QString outsideFile = top.filePath(QStringLiteral("mnt/ab.MP2"));
+        const QByteArray sentence = QByteArray("\xFF\xFD\x48\xC4", 4) + QByteArray(100, '\x55');
+        writeTestFile(outsideFile, sentence);
+        writeTestFile(top.filePath(QStringLiteral("outside/HELLO.MP2")), sentence);
+        writeTestFile(top.filePath(QStringLiteral("outside/RAIN2.MP2")), sentence);
+        QFile::setPermissions(outsideFile, QFileDevice::ReadOwner | QFileDevice::ReadGroup);
+        const QString project = top.filePath(QStringLiteral("hostile.stf"));
+        QByteArray file = readTestFile(Example);
+        file.replace(from, to);
+        writeTestFile(project, file);
+
+        QProcess process;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DQ480_HOME"), home);
+        process.setProcessEnvironment(env);
+        QStringList args {command, project};
+        if (command == QLatin1String("write-card"))
+            args << QStringLiteral("--card") << card << QStringLiteral("--yes");
+        process.start(QStringLiteral(DQ480_CLI), args);
+        QVERIFY(process.waitForFinished(30000));
+        const QStringList onCard = QDir(card + QStringLiteral("/CONTENTS")).entryList(QDir::Files);
+        ::umount(QFile::encodeName(card).constData());
+        const QString err = QString::fromUtf8(process.readAllStandardError());
+
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY2(err.contains(QStringLiteral("Setting file error!\n") + field) && err.contains(project),
+                 qPrintable(err));
+        QVERIFY2(onCard.isEmpty(), qPrintable(onCard.join(QLatin1Char(' '))));
+        QVERIFY(!(QFileInfo(outsideFile).permissions() & QFileDevice::WriteOwner));
+        QCOMPARE(readTestFile(outsideFile), sentence);
+        QCOMPARE(QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     }
 
     void encodingComesFromOptionOrEnvironment()
