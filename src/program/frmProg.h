@@ -62,6 +62,7 @@ private:
     bool Form_Unload();
     void closeFrame();
     void setModified();
+    void txtProgName_Change(const QString &text);
     void showInterval(const ProgramFieldRules::Interval &shown);
     bool minutesSelected() const;
     bool isEndless() const;
@@ -85,6 +86,7 @@ private:
 
     QLabel *m_lblProgNo = nullptr;
     QLineEdit *m_txtProgName = nullptr;
+    QString m_validProgName; // the name as last typed without a refused character
     QComboBox *m_cmbPrgMethod = nullptr;
     QGroupBox *m_fraPrg1 = nullptr;
     QLabel *m_lblPrgNo = nullptr;

@@ -1,6 +1,7 @@
 #include "GuiFixture.h"
 #include "SentenceTableEdit.h"
 #include "TestFiles.h"
+#include "TypeText.h"
 #include "dlgCaPc.h"
 #include "dlgPcCa.h"
 
@@ -51,7 +52,7 @@ class tst_SentenceDialogs : public QObject
     void typeInto(dlgPcCa &dialog, int index, const QString &text)
     {
         dialog.box(index)->clear();
-        QTest::keyClicks(dialog.box(index), text);
+        typeText(dialog.box(index), text);
         dialog.TxtPcCa_LostFocus(index);
     }
 
@@ -98,6 +99,8 @@ private slots:
                              << "" << QStringList {Incorrect};
         QTest::newRow("comma empties the box") << "a,b.MP2"
                                                << "B.MP2" << QStringList {Incorrect};
+        QTest::newRow("character the code page cannot hold empties the box")
+            << QStringLiteral("\u00E9RAIN.MP2") << "RAIN.MP2" << QStringList {Incorrect};
     }
     void typedNames()
     {
