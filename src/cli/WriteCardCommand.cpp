@@ -37,5 +37,15 @@ int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
         if (!name.isEmpty())
             cli.out << "Writing " << name << " (" << done + 1 << "/" << count << ")\n";
     };
-    return WriteCard(state, msgBox, hooks, true) ? ExitCode::Ok : ExitCode::SettingFileError;
+    int skipped = 0;
+    hooks.skipped = [&](const QString &) {
+        ++skipped;
+    };
+    if (!WriteCard(state, msgBox, hooks, true))
+        return ExitCode::CardWriteStopped;
+    if (skipped > 0) {
+        cli.err << skipped << (skipped == 1 ? " file" : " files") << " did not reach the card.\n";
+        return ExitCode::CardWriteIncomplete;
+    }
+    return ExitCode::Ok;
 }

@@ -272,6 +272,90 @@ private slots:
         QCOMPARE(QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     }
 
+    void textsTheCodePageCannotHoldAreRefused_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("check") << "check";
+        QTest::newRow("convert") << "convert";
+    }
+    void textsTheCodePageCannotHoldAreRefused()
+    {
+        QFETCH(QString, command);
+        // 0xAE is no character in ISO-8859-7: it reads as U+FFFD, which would be saved as "?".
+        QByteArray file = readTestFile(Example);
+        file.replace("CREATOR,Ann,", "CREATOR,A\xAEn,");
+        const QString greek = path(QStringLiteral("greek.stf"));
+        writeTestFile(greek, file);
+        const QString converted = path(QStringLiteral("greek-out.stf"));
+        QFile::remove(converted);
+        QStringList args {command, QStringLiteral("--encoding"), QStringLiteral("ISO-8859-7"), greek};
+        if (command == QLatin1String("convert"))
+            args << converted;
+        const Run run = cli(args);
+        QCOMPARE(run.code, 1);
+        QCOMPARE(run.err,
+                 QStringLiteral("CREATOR \"A\uFFFDn\" holds \"\uFFFD\" (U+FFFD), which the code page "
+                                "ISO-8859-7 cannot hold.\n"));
+        QVERIFY(!QFileInfo::exists(converted));
+    }
+
+    void writeCardExitCodes_data()
+    {
+        QTest::addColumn<QString>("situation");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("complete") << "complete"
+                                  << "--yes" << 0 << "Card write is complete";
+        QTest::newRow("sentence missing") << "missing"
+                                          << "--yes" << 3 << "1 file did not reach the card.";
+        QTest::newRow("sentence refused by the MP2 check") << "refused"
+                                                           << "--yes" << 3 << "Filesystem error :RAIN2.MP2";
+        QTest::newRow("read-only sentence kept") << "read-only sentence"
+                                                 << "--no" << 3 << "1 file did not reach the card.";
+        QTest::newRow("read-only control file") << "read-only control file"
+                                                << "--yes" << 4 << "This card is read only";
+        QTest::newRow("control file kept") << "control file"
+                                           << "--no" << 4 << "Write over the setting data";
+    }
+    void writeCardExitCodes()
+    {
+        QFETCH(QString, situation);
+        QFETCH(QString, answer);
+        QFETCH(int, code);
+        QFETCH(QString, message);
+        if (geteuid() != 0)
+            QSKIP("mounting a card needs root");
+        QTemporaryDir card;
+        if (::mount("tmpfs", QFile::encodeName(card.path()).constData(), "tmpfs", 0, "size=1m") != 0)
+            QSKIP("this machine does not allow mounting a tmpfs");
+        QDir(m_dir.path()).mkpath(QStringLiteral("Station"));
+        const QByteArray sentence = QByteArray("\xFF\xFD\x48\xC4", 4) + QByteArray(500, '\x55');
+        writeTestFile(path(QStringLiteral("Station/HELLO.MP2")), sentence);
+        QFile::remove(path(QStringLiteral("Station/RAIN2.MP2")));
+        if (situation != QLatin1String("missing"))
+            writeTestFile(path(QStringLiteral("Station/RAIN2.MP2")),
+                          situation == QLatin1String("refused") ? QByteArray(500, 'x') : sentence);
+        const QString contents = card.filePath(QStringLiteral("CONTENTS"));
+        QDir().mkpath(contents);
+        const auto readOnlyOnCard = [&](const QString &name) {
+            writeTestFile(contents + QLatin1Char('/') + name, "old");
+            QFile::setPermissions(contents + QLatin1Char('/') + name, QFileDevice::ReadOwner);
+        };
+        if (situation == QLatin1String("read-only sentence"))
+            readOnlyOnCard(QStringLiteral("RAIN2.MP2"));
+        if (situation == QLatin1String("read-only control file"))
+            readOnlyOnCard(QStringLiteral("DQ480.CSV"));
+        if (situation == QLatin1String("control file"))
+            writeTestFile(contents + QStringLiteral("/DQ480.CSV"), "old");
+
+        const Run run
+            = cli({QStringLiteral("write-card"), Example, QStringLiteral("--card"), card.path(), answer});
+        ::umount(QFile::encodeName(card.path()).constData());
+        QVERIFY2(run.code == code, qPrintable(QString::number(run.code) + run.out + run.err));
+        QVERIFY2((run.out + run.err).contains(message), qPrintable(run.out + run.err));
+    }
+
     void encodingComesFromOptionOrEnvironment()
     {
         QByteArray file = readTestFile(Example);
