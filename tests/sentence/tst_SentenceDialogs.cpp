@@ -2,8 +2,10 @@
 #include "SentenceTableEdit.h"
 #include "TestFiles.h"
 #include "TypeText.h"
+
 #include "dlgCaPc.h"
 #include "dlgPcCa.h"
+#include <QApplication>
 
 #include <QDir>
 #include <QLabel>
@@ -120,6 +122,25 @@ private slots:
             QCOMPARE(state().SettingBuffer.ProgramSort[4], qint16(5));
             QVERIFY(QFileInfo::exists(f->home.filePath(QStringLiteral("SoundTmp/") + stored)));
         }
+    }
+
+    void closingWithABoxBeingEditedTouchesNothing()
+    {
+        // The box that has the focus loses it while the dialog is being destroyed; the dialog must
+        // no longer take its text then (it would check it, report it and change the table).
+        makeVoiceFiles({QStringLiteral("RAIN.MP2")});
+        state().SettingBuffer.SentenceFileName[2] = QStringLiteral("KEPT.MP2");
+        auto *dialog = new dlgPcCa(f->context, nullptr);
+        dialog->show();
+        QApplication::setActiveWindow(dialog);
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        dialog->box(2)->setFocus();
+        QTRY_VERIFY(dialog->box(2)->hasFocus());
+        dialog->box(2)->selectAll();
+        QTest::keyClicks(dialog->box(2), QStringLiteral("bad"));
+        delete dialog;
+        QCOMPARE(f->msgBox.shown, QStringList());
+        QCOMPARE(state().SettingBuffer.SentenceFileName[2], QStringLiteral("KEPT.MP2"));
     }
 
     void allFileTakesOneBelowTheTableSize_data()
