@@ -202,7 +202,9 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
         m_checkedText[index] = text;
         return true;
     }
-    if (!Table::isSentenceFileName(text)) {
+    // A dropped name has not been typed: it meets the typed names' checks here.
+    if (!Table::isSentenceFileName(text) || !IsValidFileNameText(text)
+        || !m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
         Table::setEntry(buffer, index, QString());
         showBox(index, QString());
         m_context.msgBox.show(incorrectValueMessage());

@@ -286,6 +286,18 @@ private slots:
         dialog.TxtPcCa_LostFocus(3);
         QCOMPARE(state().SettingBuffer.SentenceFileName[3], QStringLiteral("DROP.MP2"));
         QVERIFY(f->msgBox.shown.isEmpty());
+
+        // A name the setting file's code page (CP932) cannot hold is refused on leaving the box.
+        const QString accented = elsewhere.filePath(QStringLiteral("CAF\u00C9.MP2"));
+        writeTestFile(accented, "accent");
+        data.setUrls({QUrl::fromLocalFile(accented)});
+        dropOn(dialog.box(4), data);
+        QCOMPARE(dialog.box(4)->text(), QStringLiteral("CAF\u00C9.MP2"));
+        f->msgBox.script({MsgBox::Answer::Ok});
+        QVERIFY(!dialog.TxtPcCa_LostFocus(4));
+        QCOMPARE(f->msgBox.shown, QStringList {Incorrect});
+        QVERIFY(state().SettingBuffer.SentenceFileName[4].isEmpty());
+        QVERIFY(dialog.box(4)->text().isEmpty());
     }
 
     void allSentenceCopiesOnlyWhatIsMissing()
