@@ -8,6 +8,7 @@
 #include "TerminalMsgBox.h"
 
 #include <QDir>
+#include <QSet>
 
 int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
                  TerminalMsgBox::Preset answers)
@@ -37,14 +38,16 @@ int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
         if (!name.isEmpty())
             cli.out << "Writing " << name << " (" << done + 1 << "/" << count << ")\n";
     };
-    int skipped = 0;
-    hooks.skipped = [&](const QString &) {
-        ++skipped;
+    // A file can be passed over twice (missing, and its read-only copy on the card kept).
+    QSet<QString> skipped;
+    hooks.skipped = [&](const QString &name) {
+        skipped.insert(name);
     };
     if (!WriteCard(state, msgBox, hooks, true))
         return ExitCode::CardWriteStopped;
-    if (skipped > 0) {
-        cli.err << skipped << (skipped == 1 ? " file" : " files") << " did not reach the card.\n";
+    if (!skipped.isEmpty()) {
+        cli.err << skipped.size() << (skipped.size() == 1 ? " file" : " files")
+                << " did not reach the card.\n";
         return ExitCode::CardWriteIncomplete;
     }
     return ExitCode::Ok;
