@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Set-up, build, and run every test: the fuzzer build (clang, libFuzzer) replaying its seed corpus,
-# then the unit and window tests through ctest.
+# Set-up, build, and run every test: the fuzzer builds (clang, libFuzzer) replaying their corpora,
+# the unit and window tests through ctest, then the same tests once more built with the address
+# and undefined-behaviour sanitizers, where any report fails the run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
@@ -10,6 +11,13 @@ scripts/build.sh
 cmake --build --preset fuzz >/dev/null
 echo "Replaying the fuzz corpus through the setting-file reader"
 build/fuzz/fuzz/fuzz_setting_reader -runs=0 fuzz/corpus 2>&1 | tail -n 1
+echo "Replaying the fuzz corpus through the mount table, boot sector and MP2 header readers"
+build/fuzz/fuzz/fuzz_drive_data -runs=0 fuzz/corpus-drive-data 2>&1 | tail -n 1
 scripts/check-windows.sh
 
 ctest --preset default -j2
+
+# The sanitizer build has no benchmarks; Qt's own leaks are suppressed in tests/lsan.supp.
+[[ -f build/asan/build.ninja ]] || cmake --preset asan >/dev/null
+cmake --build --preset asan
+ctest --preset asan -j2

@@ -520,7 +520,7 @@ void frmEdit::cmdTPrgCpy_Click()
 
 void frmEdit::takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target)
 {
-    if (!IsValidFileNameText(text)) {
+    if (!IsValidFileNameText(text) || !fitsTheFile(text)) {
         m_context.msgBox.show(incorrectValueMessage());
         edit->setText(lastValid);
         return;
@@ -537,13 +537,29 @@ void frmEdit::txtTCaName_Change(const QString &text)
 
 void frmEdit::txtName_Change(const QString &text)
 {
-    // The project name is also the name of the project's sentence folder.
+    // The project name is also the name of the project's sentence folder, which "." or ".." would
+    // put on the program's folder or its parent.
+    if (!IsUsableNameText(text)) {
+        m_context.msgBox.show(incorrectValueMessage());
+        m_txtName->setText(m_validName);
+        return;
+    }
     takeFileNameText(m_txtName, text, m_validName, m_context.state.SettingBuffer.ProjectName);
 }
 
 void frmEdit::txtNo_Change(const QString &text)
 {
+    if (!fitsTheFile(text)) {
+        m_context.msgBox.show(incorrectValueMessage());
+        m_txtNo->setText(m_context.state.SettingBuffer.Creator);
+        return;
+    }
     m_context.state.SettingBuffer.Creator = text;
+}
+
+bool frmEdit::fitsTheFile(const QString &text) const
+{
+    return m_context.state.Encoding.firstUnencodable(text).isEmpty();
 }
 
 void frmEdit::txtExp_Change()
@@ -551,7 +567,7 @@ void frmEdit::txtExp_Change()
     const QString text = explanationForStorage(m_txtExp->toPlainText());
     if (text == m_validExplanation)
         return;
-    if (!IsStorableExplanation(text)) {
+    if (!IsStorableExplanation(text) || !fitsTheFile(text)) {
         m_context.msgBox.show(incorrectValueMessage());
         m_txtExp->setPlainText(explanationForDisplay(m_validExplanation));
         m_txtExp->moveCursor(QTextCursor::End);

@@ -80,6 +80,8 @@ private:
     void setCardButtonsEnabled(bool enabled);
     /// Takes a text that names a file or folder, or refuses it and shows the last valid one.
     void takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target);
+    /// True when the setting file's code page holds every character of the text.
+    bool fitsTheFile(const QString &text) const;
     void txtTCaName_Change(const QString &text);
     void txtName_Change(const QString &text);
     void txtNo_Change(const QString &text);

@@ -1,5 +1,6 @@
 #include "CliCommands.h"
 
+#include "CodePageCheck.h"
 #include "ProjectFile.h"
 #include "SettingFileIO.h"
 #include "SettingFileWriter.h"
@@ -34,12 +35,19 @@ int loadOrReport(CliContext &cli, SharedState &state, const QString &path)
     // The project's folder is shown and printed: it is the file's absolute folder.
     switch (loadProject(state, QFileInfo(path).absoluteFilePath(), error)) {
     case LoadOutcome::Read:
+        // Written out again, a character the code page lacks would silently become another.
+        if (const std::optional<UnencodableText> found = findUnencodableText(state)) {
+            cli.err << unencodableTextMessage(*found, state.Encoding.name()) << "\n";
+            return ExitCode::SettingFileError;
+        }
         return -1;
     case LoadOutcome::Unreadable:
         cli.err << error << "\n";
         return ExitCode::UsageOrFileError;
     case LoadOutcome::Rejected:
         cli.err << "Setting file error!\n";
+        if (!error.isEmpty())
+            cli.err << error << "\n";
         return ExitCode::SettingFileError;
     }
     return ExitCode::SettingFileError;

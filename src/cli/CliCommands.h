@@ -12,6 +12,8 @@ namespace ExitCode {
 constexpr int Ok = 0;
 constexpr int SettingFileError = 1; // the reader rejected the file
 constexpr int UsageOrFileError = 2; // bad arguments, or a path that cannot be read or written
+constexpr int CardWriteIncomplete = 3; // card write went through, but some files did not reach the card
+constexpr int CardWriteStopped = 4; // card write stopped before its end
 } // namespace ExitCode
 
 /// What every command needs: where to print, the program folder, the chosen code page, the flags.

@@ -8,6 +8,7 @@
 #include "TerminalMsgBox.h"
 
 #include <QDir>
+#include <QSet>
 
 int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
                  TerminalMsgBox::Preset answers)
@@ -37,5 +38,17 @@ int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
         if (!name.isEmpty())
             cli.out << "Writing " << name << " (" << done + 1 << "/" << count << ")\n";
     };
-    return WriteCard(state, msgBox, hooks, true) ? ExitCode::Ok : ExitCode::SettingFileError;
+    // A file can be passed over twice (missing, and its read-only copy on the card kept).
+    QSet<QString> skipped;
+    hooks.skipped = [&](const QString &name) {
+        skipped.insert(name);
+    };
+    if (!WriteCard(state, msgBox, hooks, true))
+        return ExitCode::CardWriteStopped;
+    if (!skipped.isEmpty()) {
+        cli.err << skipped.size() << (skipped.size() == 1 ? " file" : " files")
+                << " did not reach the card.\n";
+        return ExitCode::CardWriteIncomplete;
+    }
+    return ExitCode::Ok;
 }

@@ -29,8 +29,7 @@ Commands:
   show FILE --json      print the project as JSON, one key per setting field
   write-card PROJECT --card MOUNTPOINT [--yes|--no]
                         write a project to the card mounted there: control file, test tone and
-                        sentences, with every question answered yes or no (else asked here);
-                        exit 1 when the write stopped
+                        sentences, with every question answered yes or no (else asked here)
   print FILE --kind KIND --pdf OUT.pdf [--pages FROM-TO]
                         print a project to a PDF: KIND is info, all, programs or program=N
   drives [--watch]      list the PC's drives as the program sees them: path, type, readiness,
@@ -53,8 +52,15 @@ Environment:
   DQ480_HOME            the program folder (sentence folders, test tone)
   DQ480_ENCODING        the code page, when --encoding is not given
 
-Exit status: 0 done, 1 "Setting file error!" (not a valid setting file) or a card write that stopped,
-2 wrong arguments or a file that cannot be read or written.
+Exit status:
+  0  done; for write-card: every file is on the card
+  1  "Setting file error!" (not a valid setting file, or a name that cannot be used), or a text
+     that the code page cannot hold
+  2  wrong arguments, or a file that cannot be read or written
+  3  write-card went through, but a sentence (or the test tone) was missing, refused by the
+     MP2 check, too large, or a read-only copy kept with --no
+  4  write-card stopped: slot not ready, read-only or kept control file, not enough room,
+     or a write that failed
 )";
 
 } // namespace

@@ -183,7 +183,7 @@ void frmProg::buildControls()
     connect(m_optPrgBusy[0], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(0); });
     connect(m_optPrgBusy[1], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(1); });
     connect(m_txtProgName, &QLineEdit::editingFinished, this, &frmProg::txtProgName_LostFocus);
-    connect(m_txtProgName, &QLineEdit::textEdited, this, &frmProg::setModified);
+    connect(m_txtProgName, &QLineEdit::textEdited, this, &frmProg::txtProgName_Change);
     connect(m_cmdProgStep, &QPushButton::clicked, this, &frmProg::cmdProgStep_Click);
     connect(cmdPrint, &QPushButton::clicked, this, &frmProg::cmdPrint_Click);
     connect(cmdProgOk, &QPushButton::clicked, this, &frmProg::cmdProgOk_Click);
@@ -261,6 +261,7 @@ void frmProg::showWorkingCopy()
     const SharedState &state = m_context.state;
     const SettingData &buffer = state.SettingBuffer;
     m_txtProgName->setText(buffer.ProgramName[m_p]);
+    m_validProgName = buffer.ProgramName[m_p];
 
     // Loading treats 7 as seconds ("70"); everywhere else 7 already means 2 minutes. Kept.
     const int interval = buffer.RepeatInterval[m_p];
@@ -455,6 +456,19 @@ void frmProg::vsAutoVol_Change(int value)
 void frmProg::optPrgBusy_Click(int index)
 {
     option() = index == 0 ? option() | Word::BusyBit : option() & ~Word::BusyBit;
+    setModified();
+}
+
+void frmProg::txtProgName_Change(const QString &text)
+{
+    // The name goes into the setting file in its code page; a character it cannot hold would come
+    // back as another.
+    if (!m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
+        m_context.msgBox.show(incorrectValueMessage());
+        m_txtProgName->setText(m_validProgName);
+        return;
+    }
+    m_validProgName = text;
     setModified();
 }
 

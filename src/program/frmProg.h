@@ -66,6 +66,7 @@ private:
     void closeFrame();
     void setModified();
     void setIntervalCaption(const QString &caption);
+    void txtProgName_Change(const QString &text);
     void showInterval(const ProgramFieldRules::Interval &shown);
     bool minutesSelected() const;
     bool isEndless() const;
@@ -89,6 +90,7 @@ private:
 
     QLabel *m_lblProgNo = nullptr;
     QLineEdit *m_txtProgName = nullptr;
+    QString m_validProgName; // the name as last typed without a refused character
     QComboBox *m_cmbPrgMethod = nullptr;
     QGroupBox *m_fraPrg1 = nullptr;
     QLabel *m_lblPrgNo = nullptr;

@@ -89,6 +89,14 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     Form_Load();
 }
 
+dlgPcCa::~dlgPcCa()
+{
+    // Closing takes the focus from the box that has it; its "editing finished" must not reach a
+    // dialog that is half gone.
+    for (QLineEdit *box : m_boxes)
+        disconnect(box, nullptr, this, nullptr);
+}
+
 QWidget *dlgPcCa::buildEntryFrame()
 {
     m_columns = new BoxColumns(Entries, Rows, VisibleColumns, QStringLiteral("WWWWWWWW.MP2"),
@@ -158,7 +166,9 @@ int dlgPcCa::indexOfBox(QObject *object) const
 void dlgPcCa::TxtPcCa_Change(int index)
 {
     setModified();
-    if (!IsValidFileNameText(m_boxes[index]->text())) {
+    // A name the setting file's code page cannot hold would come back as another name.
+    const QString text = m_boxes[index]->text();
+    if (!IsValidFileNameText(text) || !m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
         m_context.msgBox.show(incorrectValueMessage());
         m_boxes[index]->clear();
     }
@@ -192,7 +202,9 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
         m_checkedText[index] = text;
         return true;
     }
-    if (!Table::isSentenceFileName(text)) {
+    // A dropped name has not been typed: it meets the typed names' checks here.
+    if (!Table::isSentenceFileName(text) || !IsValidFileNameText(text)
+        || !m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
         Table::setEntry(buffer, index, QString());
         showBox(index, QString());
         m_context.msgBox.show(incorrectValueMessage());

@@ -25,6 +25,7 @@ public:
     static constexpr int VisibleColumns = 4;
 
     dlgPcCa(AppContext &context, QWidget *parent);
+    ~dlgPcCa() override;
 
     QLineEdit *box(int index) const { return m_boxes[index]; }
     int currentBox() const { return m_current; }

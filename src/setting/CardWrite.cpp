@@ -129,6 +129,12 @@ public:
 private:
     QString onCard(const QString &name) const { return joinPath(m_cardFolder, name); }
 
+    void skip(const QString &name) const
+    {
+        if (m_hooks.skipped)
+            m_hooks.skipped(name);
+    }
+
     bool writeControlFile()
     {
         const SettingData &s = m_state.Setting;
@@ -158,8 +164,12 @@ private:
             QFile::remove(onCardPath);
             return;
         }
-        if (isReadOnly(onCardPath) && askToReplaceReadOnly(m_msgBox, ToneName))
-            setReadOnly(onCardPath, false);
+        if (isReadOnly(onCardPath)) {
+            if (askToReplaceReadOnly(m_msgBox, ToneName))
+                setReadOnly(onCardPath, false);
+            else
+                skip(ToneName);
+        }
         QString error;
         if (!ensureTestTone(m_state.AppPath, error)) {
             reportFailure(m_msgBox, error);
@@ -168,10 +178,12 @@ private:
         const QString source = testTonePath(m_state.AppPath);
         if (!IsValidMp2File(source)) {
             m_msgBox.show(QStringLiteral("Filesystem error :") + ToneName);
+            skip(ToneName);
             return;
         }
         if (!QFileInfo::exists(onCardPath) && QFileInfo(source).size() > m_state.CardFreeSpace.toLongLong()) {
             m_msgBox.show(TooLarge);
+            skip(ToneName);
             return;
         }
         // A read-only tone the operator chose to keep is left as it is, and is no error.
@@ -194,6 +206,8 @@ private:
         const QStringList missing = missingSentenceFiles(m_state, sources);
         if (!missing.isEmpty() && m_hooks.showMissingFiles)
             m_hooks.showMissingFiles(missing);
+        for (const QString &name : missing)
+            skip(name);
         // Equality is too large as well, as it has always been counted.
         if (m_state.CardFreeSpace.toLongLong() <= total) {
             m_msgBox.show(TooLarge);
@@ -207,8 +221,10 @@ private:
                 continue;
             const QString destination = onCard(name);
             if (isReadOnly(destination)) {
-                if (!askToReplaceReadOnly(m_msgBox, name))
+                if (!askToReplaceReadOnly(m_msgBox, name)) {
+                    skip(name);
                     continue;
+                }
                 setReadOnly(destination, false);
             }
             const QString source = sources.find(name);
@@ -220,6 +236,7 @@ private:
             const QByteArray bytes = in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
             if (!isAcceptedMp2Header(bytes)) {
                 m_msgBox.show(QStringLiteral("Filesystem error :") + name);
+                skip(name);
                 continue;
             }
             QString error;

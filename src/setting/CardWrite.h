@@ -18,6 +18,10 @@ struct CardWriteHooks
     std::function<void(const QStringList &missing)> showMissingFiles;
     /// Called before each sentence file is copied (`done` of `count`), to show progress.
     std::function<void(const QString &fileName, int done, int count)> progress;
+    /// Called for each file that card write goes past without putting it on the card: missing
+    /// from the project's folder, refused by the MP2 check, too large, or a read-only copy the
+    /// operator chose to keep.
+    std::function<void(const QString &fileName)> skipped;
 };
 
 /// Puts the project (Setting) on the card: the control file into the card's "CONTENTS" folder,

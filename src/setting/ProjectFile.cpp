@@ -23,8 +23,11 @@ LoadOutcome loadProject(SharedState &state, const QString &path, QString &error)
     state.NewSetting();
     QByteArray bytes;
     LoadOutcome outcome = LoadOutcome::Unreadable;
+    QString problem;
     if (readFileBytes(path, bytes, error))
-        outcome = ReadSettingFile(state, bytes) ? LoadOutcome::Read : LoadOutcome::Rejected;
+        outcome = ReadSettingFile(state, bytes, problem) ? LoadOutcome::Read : LoadOutcome::Rejected;
+    if (outcome == LoadOutcome::Rejected && !problem.isEmpty())
+        error = QStringLiteral("%1 in %2.").arg(problem, path);
     if (outcome == LoadOutcome::Read) {
         takeNameAndFolder(state, path);
         state.CopyBufferToSetting(SettingSection::All);

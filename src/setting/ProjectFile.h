@@ -14,7 +14,8 @@ enum class LoadOutcome {
 /// Opens a setting file or card control file as File > Open does: a new project, the file read
 /// over it, and on success committed and snapshotted with the file's name and folder. After a
 /// failure the new project stays, bound to the path that could not be read. `error` says why a
-/// file was unreadable.
+/// file was unreadable, and why a rejected one was when the reader could tell (a name that cannot
+/// be used, with its key and the file).
 LoadOutcome loadProject(SharedState &state, const QString &path, QString &error);
 
 /// True when Save must ask for a name: a new project, or a file that is not a ".stf" (such as a

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -24,10 +25,11 @@ bool fitsInt16(qint32 value)
 class Reader
 {
 public:
-    Reader(SharedState &state, const QString &text)
+    Reader(SharedState &state, QString text)
         : m_state(state)
         , m_data(state.SettingBuffer)
-        , m_lines(text)
+        , m_text(std::move(text))
+        , m_lines(m_text)
     { }
 
     bool run()
@@ -45,6 +47,8 @@ public:
         return ok && anyLine;
     }
 
+    const QString &problem() const { return m_problem; }
+
 private:
     bool handleKeyLine(QStringView line)
     {
@@ -61,9 +65,12 @@ private:
             entry += QLatin1Char(',');
         const QStringView value = QStringView(entry).chopped(1);
 
-        if (key == QLatin1String("PJNAME"))
+        if (key == QLatin1String("PJNAME")) {
+            // The project name becomes a folder name below the program's folder.
+            if (!acceptName(QStringLiteral("PJNAME"), value))
+                return false;
             m_data.ProjectName = value.toString();
-        else if (key == QLatin1String("CREATOR"))
+        } else if (key == QLatin1String("CREATOR"))
             m_data.Creator = value.toString();
         else if (key == QLatin1String("CARDNAME"))
             m_data.CardName = value.toString();
@@ -154,10 +161,24 @@ private:
         return true;
     }
 
+    // A name from a file meets the checks a typed one does: it must not lead out of the folder it
+    // is looked up in or written to.
+    bool acceptName(const QString &key, QStringView name)
+    {
+        if (IsUsableNameText(name))
+            return true;
+        m_problem = QStringLiteral("%1 \"%2\" cannot be used as a name").arg(key, name.toString());
+        return false;
+    }
+
     bool readFileNames(QStringView keyLine)
     {
-        if (!m_state.SurveillanceFile)
-            m_data.SentenceFileName[0] = keyLine.mid(9, 8).toString();
+        if (!m_state.SurveillanceFile) {
+            const QStringView raw = keyLine.mid(9, 8);
+            if (!acceptName(QStringLiteral("FILENAME"), raw))
+                return false;
+            m_data.SentenceFileName[0] = raw.toString();
+        }
         for (int counter = firstSlotCounter(); counter <= m_sentenceEntries; ++counter) {
             const std::optional<QStringView> line = m_lines.next();
             if (!line || !line->startsWith(QLatin1String("FILENAME,")))
@@ -167,6 +188,8 @@ private:
             if (!field.startsWith(QLatin1Char(' '))) {
                 const qsizetype blank = field.indexOf(QLatin1Char(' '));
                 name = (blank < 0 ? field : field.left(blank)).toString() + QLatin1String(".MP2");
+                if (!acceptName(QStringLiteral("FILENAME"), name))
+                    return false;
             }
             m_data.SentenceFileName[counter - 1] = name;
         }
@@ -313,16 +336,25 @@ private:
 
     SharedState &m_state;
     SettingData &m_data;
+    const QString m_text; // the lines look into it
     LineReader m_lines;
     QString m_sentencePath;
     int m_capacity = 0; // stays 0 until CARDATB has been read
     int m_sentenceEntries = 0;
+    QString m_problem;
 };
 
 } // namespace
 
 bool ReadSettingFile(SharedState &state, QByteArrayView bytes)
 {
-    const QString text = state.Encoding.decode(bytes);
-    return Reader(state, text).run();
+    return Reader(state, state.Encoding.decode(bytes)).run();
+}
+
+bool ReadSettingFile(SharedState &state, QByteArrayView bytes, QString &problem)
+{
+    Reader reader(state, state.Encoding.decode(bytes));
+    const bool read = reader.run();
+    problem = reader.problem();
+    return read;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayView>
+#include <QString>
 
 class SharedState;
 
@@ -9,3 +10,7 @@ class SharedState;
 /// resets SettingBuffer before and commits it afterwards; after a rejection, what was read before
 /// it stays in SettingBuffer.
 bool ReadSettingFile(SharedState &state, QByteArrayView bytes);
+
+/// The same; when the file is rejected for a name that cannot be used (a project name or a
+/// sentence file name that would leave its folder), `problem` names the key and the value.
+bool ReadSettingFile(SharedState &state, QByteArrayView bytes, QString &problem);

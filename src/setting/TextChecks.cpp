@@ -2,6 +2,8 @@
 
 #include <QList>
 
+#include <algorithm>
+
 bool IsHexText(int mode, QStringView text)
 {
     if (mode != 0)
@@ -53,6 +55,21 @@ bool IsValidFileNameText(QStringView text)
         }
     }
     return true;
+}
+
+bool IsUsableNameText(QStringView text)
+{
+    if (!IsValidFileNameText(text))
+        return false;
+    if (std::any_of(text.begin(), text.end(),
+                    [](QChar c) { return c.unicode() < 0x20 || c.unicode() == 0x7F; }))
+        return false;
+    // Windows drops trailing blanks and full stops, so ". ." or "..." would open the folder or its
+    // parent there.
+    QStringView kept = text;
+    while (!kept.isEmpty() && (kept.back() == QLatin1Char(' ') || kept.back() == QLatin1Char('.')))
+        kept.chop(1);
+    return !kept.isEmpty() || !text.contains(QLatin1Char('.'));
 }
 
 bool IsStorableExplanation(QStringView text)

@@ -20,6 +20,12 @@ bool IsDecimalText(QStringView text);
 /// comma and the semicolon would break the card control file). The empty text passes.
 bool IsValidFileNameText(QStringView text);
 
+/// True when the text can name a file or folder inside a given folder: it passes
+/// IsValidFileNameText, holds no control character, and is not "." or ".." (nor only full stops,
+/// which Windows trims to those), so it can never lead out of the folder. The empty text passes:
+/// it names nothing.
+bool IsUsableNameText(QStringView text);
+
 /// True when an explanation (lines joined by CR LF) reads back from a setting file as it was
 /// written: at most 12 lines, no line but the last ending in a comma, and no empty first line
 /// in front of others. The reader would cut or reject anything else.

@@ -73,3 +73,21 @@ QString TextEncoding::decode(QByteArrayView bytes) const
                                                  : QStringDecoder(nameBytes(m_name).constData());
     return decoder.decode(bytes);
 }
+
+QString TextEncoding::firstUnencodable(QStringView text) const
+{
+    // A character fits when it comes back from its bytes as itself. The whole text is tried first,
+    // as nearly every text fits.
+    if (isAscii(text) || decode(encode(text)) == text)
+        return QString();
+    qsizetype i = 0;
+    while (i < text.size()) {
+        const qsizetype length = text[i].isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+        const QStringView character = text.mid(i, length);
+        if (decode(encode(character)) != character)
+            return character.toString();
+        i += length;
+    }
+    // Each character fits alone but not together (a stateful code page): name the first.
+    return text.left(1).toString();
+}

@@ -20,6 +20,10 @@ public:
     bool isValid() const;
 
     QByteArray encode(QStringView text) const;
+
+    /// The first character of the text that the code page cannot hold (it would come back from
+    /// the file as another character, usually "?"); empty when the whole text fits.
+    QString firstUnencodable(QStringView text) const;
     QString decode(QByteArrayView bytes) const;
 
 private:

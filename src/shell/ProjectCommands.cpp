@@ -27,7 +27,8 @@ bool ProjectCommands::OpenProject()
     QString error;
     const LoadOutcome outcome = loadProject(m_context.state, path, error);
     if (outcome == LoadOutcome::Rejected)
-        m_context.msgBox.show(QStringLiteral("Setting file error!"));
+        m_context.msgBox.show(QStringLiteral("Setting file error!")
+                              + (error.isEmpty() ? QString() : QStringLiteral("\r\n") + error));
     else if (outcome == LoadOutcome::Unreadable)
         m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
     else

@@ -37,6 +37,7 @@ frmMain::frmMain(AppContext &context)
     , m_detection(context.state, context.drives)
 {
     setObjectName(QStringLiteral("frmMain"));
+    m_projectCommands->setParent(this); // the window owns its commands and ends them with it
     m_mdiArea->setObjectName(QStringLiteral("MDIClient"));
     m_mdiArea->viewport()->installEventFilter(this);
     setCentralWidget(m_mdiArea);

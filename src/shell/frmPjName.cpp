@@ -42,7 +42,9 @@ frmPjName::frmPjName(AppContext &context, QWidget *parent)
 
 void frmPjName::txtPjName_Change(const QString &text)
 {
-    if (IsValidFileNameText(text)) {
+    // The name is written to the setting file in its code page: a character it cannot hold would
+    // come back as another, and the project would lose its sentence folder.
+    if (IsValidFileNameText(text) && m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
         m_lastValid = text;
         return;
     }
@@ -53,7 +55,8 @@ void frmPjName::txtPjName_Change(const QString &text)
 void frmPjName::cmdOK_Click()
 {
     const QString name = m_text->text();
-    if (name.isEmpty()) {
+    // "." or ".." would make the program's folder or its parent the sentence folder.
+    if (name.isEmpty() || !IsUsableNameText(name)) {
         m_context.msgBox.show(incorrectValueMessage());
         return;
     }

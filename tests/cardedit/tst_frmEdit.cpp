@@ -1,6 +1,7 @@
 #include "GuiFixture.h"
 #include "ProgramWindowTable.h"
 #include "ProjectCommands.h"
+#include "TypeText.h"
 #include "frmEdit.h"
 
 #include <QGroupBox>
@@ -178,6 +179,46 @@ private slots:
         QCOMPARE(f->msgBox.shown, (QStringList {Incorrect, Incorrect, Incorrect}));
         explanation->setPlainText(QStringLiteral("first, line\nsecond"));
         QCOMPARE(state().SettingBuffer.Explanation, QStringLiteral("first, line\r\nsecond"));
+    }
+
+    void textFieldsRefuseCharactersTheCodePageCannotHold_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::newRow("project name") << "txtName";
+        QTest::newRow("creator") << "txtNo";
+        QTest::newRow("explanation") << "txtExp";
+        QTest::newRow("card name") << "txtTCaName";
+    }
+    void textFieldsRefuseCharactersTheCodePageCannotHold()
+    {
+        QFETCH(QString, field);
+        load();
+        QWidget *box = findControl<QWidget>(window, field);
+        f->msgBox.script({MsgBox::Answer::Ok});
+        // CP932 has no "é": saved, it would come back as "Caf?".
+        typeText(box, QStringLiteral("Caf\u00E9"));
+        QCOMPARE(f->msgBox.shown, QStringList {Incorrect});
+        const QString shown = qobject_cast<QLineEdit *>(box)
+            ? qobject_cast<QLineEdit *>(box)->text()
+            : qobject_cast<QPlainTextEdit *>(box)->toPlainText();
+        QCOMPARE(shown, QStringLiteral("Caf"));
+        const SettingData &b = state().SettingBuffer;
+        QCOMPARE(QStringList({b.ProjectName, b.Creator, b.Explanation, b.CardName}).join(QString()),
+                 QStringLiteral("Caf"));
+        // What the code page holds is taken.
+        typeText(box, QStringLiteral("\u99C5"));
+        QCOMPARE(QStringList({b.ProjectName, b.Creator, b.Explanation, b.CardName}).join(QString()),
+                 QStringLiteral("Caf\u99C5"));
+    }
+
+    void projectNameIsNeverTheFolderOrItsParent()
+    {
+        load();
+        f->msgBox.script({MsgBox::Answer::Ok});
+        QTest::keyClicks(child<QLineEdit>("txtName"), QStringLiteral("."));
+        QCOMPARE(f->msgBox.shown, QStringList {Incorrect});
+        QVERIFY(child<QLineEdit>("txtName")->text().isEmpty());
+        QVERIFY(state().SettingBuffer.ProjectName.isEmpty());
     }
 
     void folderLabelShortensLongFolders()

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -201,6 +202,158 @@ private slots:
         QCOMPARE(cli({QStringLiteral("convert"), Example, converted}).code, 0);
         QCOMPARE(control, readTestFile(converted));
         QCOMPARE(hello, sentence);
+    }
+
+    void namesThatWouldLeaveTheirFolderAreRefused_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::addColumn<QString>("field");
+        QTest::newRow("check, project name") << "check" << QByteArray("PJNAME,Station,")
+                                             << QByteArray("PJNAME,../outside,") << R"(PJNAME "../outside")";
+        QTest::newRow("check, sentence name")
+            << "check" << QByteArray("FILENAME,HELLO   ,") << QByteArray("FILENAME,../../ab,")
+            << R"(FILENAME "../../ab.MP2")";
+        QTest::newRow("write-card, project name")
+            << "write-card" << QByteArray("PJNAME,Station,") << QByteArray("PJNAME,../outside,")
+            << R"(PJNAME "../outside")";
+        QTest::newRow("write-card, sentence name")
+            << "write-card" << QByteArray("FILENAME,HELLO   ,") << QByteArray("FILENAME,../../ab,")
+            << R"(FILENAME "../../ab.MP2")";
+    }
+    void namesThatWouldLeaveTheirFolderAreRefused()
+    {
+        QFETCH(QString, command);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QFETCH(QString, field);
+        if (geteuid() != 0)
+            QSKIP("mounting a card needs root");
+        // The card is mounted two folders down, so "../../ab.MP2" from its CONTENTS folder is the
+        // read-only file beside it; the program folder is one down, so "../outside" is beside it.
+        QTemporaryDir top;
+        const QString card = top.filePath(QStringLiteral("mnt/card"));
+        const QString home = top.filePath(QStringLiteral("home"));
+        QVERIFY(QDir().mkpath(card) && QDir().mkpath(home)
+                && QDir().mkpath(top.filePath(QStringLiteral("outside"))));
+        if (::mount("tmpfs", QFile::encodeName(card).constData(), "tmpfs", 0, "size=1m") != 0)
+            QSKIP("this machine does not allow mounting a tmpfs");
+        const QString outsideFile = top.filePath(QStringLiteral("mnt/ab.MP2"));
+        const QByteArray sentence = QByteArray("\xFF\xFD\x48\xC4", 4) + QByteArray(100, '\x55');
+        writeTestFile(outsideFile, sentence);
+        writeTestFile(top.filePath(QStringLiteral("outside/HELLO.MP2")), sentence);
+        writeTestFile(top.filePath(QStringLiteral("outside/RAIN2.MP2")), sentence);
+        QFile::setPermissions(outsideFile, QFileDevice::ReadOwner | QFileDevice::ReadGroup);
+        const QString project = top.filePath(QStringLiteral("hostile.stf"));
+        QByteArray file = readTestFile(Example);
+        file.replace(from, to);
+        writeTestFile(project, file);
+
+        QProcess process;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DQ480_HOME"), home);
+        process.setProcessEnvironment(env);
+        QStringList args {command, project};
+        if (command == QLatin1String("write-card"))
+            args << QStringLiteral("--card") << card << QStringLiteral("--yes");
+        process.start(QStringLiteral(DQ480_CLI), args);
+        QVERIFY(process.waitForFinished(30000));
+        const QStringList onCard = QDir(card + QStringLiteral("/CONTENTS")).entryList(QDir::Files);
+        ::umount(QFile::encodeName(card).constData());
+        const QString err = QString::fromUtf8(process.readAllStandardError());
+
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY2(err.contains(QStringLiteral("Setting file error!\n") + field) && err.contains(project),
+                 qPrintable(err));
+        QVERIFY2(onCard.isEmpty(), qPrintable(onCard.join(QLatin1Char(' '))));
+        QVERIFY(!(QFileInfo(outsideFile).permissions() & QFileDevice::WriteOwner));
+        QCOMPARE(readTestFile(outsideFile), sentence);
+        QCOMPARE(QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void textsTheCodePageCannotHoldAreRefused_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("check") << "check";
+        QTest::newRow("convert") << "convert";
+    }
+    void textsTheCodePageCannotHoldAreRefused()
+    {
+        QFETCH(QString, command);
+        // 0xAE is no character in ISO-8859-7: it reads as U+FFFD, which would be saved as "?".
+        QByteArray file = readTestFile(Example);
+        file.replace("CREATOR,Ann,", "CREATOR,A\xAEn,");
+        const QString greek = path(QStringLiteral("greek.stf"));
+        writeTestFile(greek, file);
+        const QString converted = path(QStringLiteral("greek-out.stf"));
+        QFile::remove(converted);
+        QStringList args {command, QStringLiteral("--encoding"), QStringLiteral("ISO-8859-7"), greek};
+        if (command == QLatin1String("convert"))
+            args << converted;
+        const Run run = cli(args);
+        QCOMPARE(run.code, 1);
+        QCOMPARE(run.err,
+                 QStringLiteral("CREATOR \"A\uFFFDn\" holds \"\uFFFD\" (U+FFFD), which the code page "
+                                "ISO-8859-7 cannot hold.\n"));
+        QVERIFY(!QFileInfo::exists(converted));
+    }
+
+    void writeCardExitCodes_data()
+    {
+        QTest::addColumn<QString>("situation");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("complete") << "complete"
+                                  << "--yes" << 0 << "Card write is complete";
+        QTest::newRow("sentence missing") << "missing"
+                                          << "--yes" << 3 << "1 file did not reach the card.";
+        QTest::newRow("sentence refused by the MP2 check") << "refused"
+                                                           << "--yes" << 3 << "Filesystem error :RAIN2.MP2";
+        QTest::newRow("read-only sentence kept") << "read-only sentence"
+                                                 << "--no" << 3 << "1 file did not reach the card.";
+        QTest::newRow("read-only control file") << "read-only control file"
+                                                << "--yes" << 4 << "This card is read only";
+        QTest::newRow("control file kept") << "control file"
+                                           << "--no" << 4 << "Write over the setting data";
+    }
+    void writeCardExitCodes()
+    {
+        QFETCH(QString, situation);
+        QFETCH(QString, answer);
+        QFETCH(int, code);
+        QFETCH(QString, message);
+        if (geteuid() != 0)
+            QSKIP("mounting a card needs root");
+        QTemporaryDir card;
+        if (::mount("tmpfs", QFile::encodeName(card.path()).constData(), "tmpfs", 0, "size=1m") != 0)
+            QSKIP("this machine does not allow mounting a tmpfs");
+        QDir(m_dir.path()).mkpath(QStringLiteral("Station"));
+        const QByteArray sentence = QByteArray("\xFF\xFD\x48\xC4", 4) + QByteArray(500, '\x55');
+        writeTestFile(path(QStringLiteral("Station/HELLO.MP2")), sentence);
+        QFile::remove(path(QStringLiteral("Station/RAIN2.MP2")));
+        if (situation != QLatin1String("missing"))
+            writeTestFile(path(QStringLiteral("Station/RAIN2.MP2")),
+                          situation == QLatin1String("refused") ? QByteArray(500, 'x') : sentence);
+        const QString contents = card.filePath(QStringLiteral("CONTENTS"));
+        QDir().mkpath(contents);
+        const auto readOnlyOnCard = [&](const QString &name) {
+            writeTestFile(contents + QLatin1Char('/') + name, "old");
+            QFile::setPermissions(contents + QLatin1Char('/') + name, QFileDevice::ReadOwner);
+        };
+        if (situation == QLatin1String("read-only sentence"))
+            readOnlyOnCard(QStringLiteral("RAIN2.MP2"));
+        if (situation == QLatin1String("read-only control file"))
+            readOnlyOnCard(QStringLiteral("DQ480.CSV"));
+        if (situation == QLatin1String("control file"))
+            writeTestFile(contents + QStringLiteral("/DQ480.CSV"), "old");
+
+        const Run run
+            = cli({QStringLiteral("write-card"), Example, QStringLiteral("--card"), card.path(), answer});
+        ::umount(QFile::encodeName(card.path()).constData());
+        QVERIFY2(run.code == code, qPrintable(QString::number(run.code) + run.out + run.err));
+        QVERIFY2((run.out + run.err).contains(message), qPrintable(run.out + run.err));
     }
 
     void encodingComesFromOptionOrEnvironment()

@@ -150,6 +150,40 @@ private slots:
         QCOMPARE(mounts[0].source, QStringLiteral("/dev/mmcblk0p1"));
     }
 
+    void mountPointEscapes_data()
+    {
+        QTest::addColumn<QString>("escaped");
+        QTest::addColumn<QString>("mountPoint");
+        QTest::newRow("blank") << "/media/a\\040b"
+                               << "/media/a b";
+        QTest::newRow("tab, newline, backslash") << "/m/\\011\\012\\134"
+                                                 << "/m/\t\n\\";
+        QTest::newRow("escape at the end") << "/m/x\\040"
+                                           << "/m/x ";
+        QTest::newRow("minus sign") << "/m/\\-01"
+                                    << "/m/\\-01";
+        QTest::newRow("plus sign") << "/m/\\+12"
+                                   << "/m/\\+12";
+        QTest::newRow("digit 8") << "/m/\\081"
+                                 << "/m/\\081";
+        QTest::newRow("cut off") << "/m/\\04"
+                                 << "/m/\\04";
+        QTest::newRow("more than a byte") << "/m/\\777"
+                                          << "/m/\\777";
+        QTest::newRow("lone backslash") << "/m/\\"
+                                        << "/m/\\";
+        QTest::newRow("NUL byte") << "/m/\\000" << QStringLiteral("/m/") + QChar(0);
+    }
+    void mountPointEscapes()
+    {
+        QFETCH(QString, escaped);
+        QFETCH(QString, mountPoint);
+        const QList<MountEntry> mounts
+            = parseMountInfo(QStringLiteral("36 35 8:1 / %1 rw - vfat /dev/sdb1 rw\n").arg(escaped));
+        QCOMPARE(mounts.size(), 1);
+        QCOMPARE(mounts[0].mountPoint, mountPoint);
+    }
+
     void fatKindByClusterCount_data()
     {
         QTest::addColumn<quint64>("clusters");

@@ -3,6 +3,7 @@
 #include "ProjectFile.h"
 #include "SettingFileWriter.h"
 #include "TestFiles.h"
+#include "TypeText.h"
 #include "frmProg.h"
 #include "frmStep.h"
 
@@ -96,6 +97,19 @@ private slots:
         QVERIFY(control<QRadioButton>("optPrgBusy_0")->isChecked());
         QVERIFY(!control<QPushButton>("cmdProgSave")->isEnabled());
         QVERIFY(state().SettingEqualsBuffer(SettingSection::All));
+    }
+
+    void programNameRefusesCharactersTheCodePageCannotHold()
+    {
+        open(3);
+        auto *name = control<QLineEdit>("txtProgName");
+        name->clear();
+        f->msgBox.script({MsgBox::Answer::Ok});
+        typeText(name, QStringLiteral("Caf\u00E9"));
+        QCOMPARE(f->msgBox.shown, QStringList {QStringLiteral("Incorrect value has been entered.")});
+        QCOMPARE(name->text(), QStringLiteral("Caf"));
+        control<QPushButton>("cmdProgSave")->click();
+        QCOMPARE(state().Setting.ProgramName[2], QStringLiteral("Caf"));
     }
 
     void methodChangeTable_data()

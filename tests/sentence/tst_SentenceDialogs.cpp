@@ -1,8 +1,11 @@
 #include "GuiFixture.h"
 #include "SentenceTableEdit.h"
 #include "TestFiles.h"
+#include "TypeText.h"
+
 #include "dlgCaPc.h"
 #include "dlgPcCa.h"
+#include <QApplication>
 
 #include <QDir>
 #include <QLabel>
@@ -51,7 +54,7 @@ class tst_SentenceDialogs : public QObject
     void typeInto(dlgPcCa &dialog, int index, const QString &text)
     {
         dialog.box(index)->clear();
-        QTest::keyClicks(dialog.box(index), text);
+        typeText(dialog.box(index), text);
         dialog.TxtPcCa_LostFocus(index);
     }
 
@@ -98,6 +101,8 @@ private slots:
                              << "" << QStringList {Incorrect};
         QTest::newRow("comma empties the box") << "a,b.MP2"
                                                << "B.MP2" << QStringList {Incorrect};
+        QTest::newRow("character the code page cannot hold empties the box")
+            << QStringLiteral("\u00E9RAIN.MP2") << "RAIN.MP2" << QStringList {Incorrect};
     }
     void typedNames()
     {
@@ -117,6 +122,25 @@ private slots:
             QCOMPARE(state().SettingBuffer.ProgramSort[4], qint16(5));
             QVERIFY(QFileInfo::exists(f->home.filePath(QStringLiteral("SoundTmp/") + stored)));
         }
+    }
+
+    void closingWithABoxBeingEditedTouchesNothing()
+    {
+        // The box that has the focus loses it while the dialog is being destroyed; the dialog must
+        // no longer take its text then (it would check it, report it and change the table).
+        makeVoiceFiles({QStringLiteral("RAIN.MP2")});
+        state().SettingBuffer.SentenceFileName[2] = QStringLiteral("KEPT.MP2");
+        auto *dialog = new dlgPcCa(f->context, nullptr);
+        dialog->show();
+        QApplication::setActiveWindow(dialog);
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        dialog->box(2)->setFocus();
+        QTRY_VERIFY(dialog->box(2)->hasFocus());
+        dialog->box(2)->selectAll();
+        QTest::keyClicks(dialog->box(2), QStringLiteral("bad"));
+        delete dialog;
+        QCOMPARE(f->msgBox.shown, QStringList());
+        QCOMPARE(state().SettingBuffer.SentenceFileName[2], QStringLiteral("KEPT.MP2"));
     }
 
     void allFileTakesOneBelowTheTableSize_data()
@@ -291,6 +315,18 @@ private slots:
         dialog.TxtPcCa_LostFocus(3);
         QCOMPARE(state().SettingBuffer.SentenceFileName[3], QStringLiteral("DROP.MP2"));
         QVERIFY(f->msgBox.shown.isEmpty());
+
+        // A name the setting file's code page (CP932) cannot hold is refused on leaving the box.
+        const QString accented = elsewhere.filePath(QStringLiteral("CAF\u00C9.MP2"));
+        writeTestFile(accented, "accent");
+        data.setUrls({QUrl::fromLocalFile(accented)});
+        dropOn(dialog.box(4), data);
+        QCOMPARE(dialog.box(4)->text(), QStringLiteral("CAF\u00C9.MP2"));
+        f->msgBox.script({MsgBox::Answer::Ok});
+        QVERIFY(!dialog.TxtPcCa_LostFocus(4));
+        QCOMPARE(f->msgBox.shown, QStringList {Incorrect});
+        QVERIFY(state().SettingBuffer.SentenceFileName[4].isEmpty());
+        QVERIFY(dialog.box(4)->text().isEmpty());
     }
 
     void allSentenceCopiesOnlyWhatIsMissing()

@@ -1,6 +1,7 @@
 #include "SettingFileReader.h"
 #include "SettingFileWriter.h"
 #include "TestProjects.h"
+#include "TextChecks.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -256,6 +257,76 @@ private slots:
         QFETCH(QByteArray, file);
         const auto state = freshState();
         QVERIFY(!ReadSettingFile(*state, file));
+    }
+
+    void namesThatWouldLeaveTheirFolderAreRefused_data()
+    {
+        QTest::addColumn<bool>("toneOff");
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::addColumn<QString>("problem");
+        const QByteArray project = "PJNAME,Station,";
+        const QByteArray hello = "FILENAME,HELLO   ,";
+        QTest::newRow("project in the parent folder")
+            << false << project << QByteArray("PJNAME,../outside,") << "PJNAME \"../outside\"";
+        QTest::newRow("project is the parent")
+            << false << project << QByteArray("PJNAME,..,") << "PJNAME \"..\"";
+        QTest::newRow("project is the program folder")
+            << false << project << QByteArray("PJNAME,.,") << "PJNAME \".\"";
+        QTest::newRow("project of dots Windows trims")
+            << false << project << QByteArray("PJNAME,.. .,") << "PJNAME \".. .\"";
+        QTest::newRow("project with a Windows separator")
+            << false << project << QByteArray("PJNAME,..\\outside,") << "PJNAME \"..\\outside\"";
+        QTest::newRow("project as an absolute path")
+            << false << project << QByteArray("PJNAME,/tmp,") << "PJNAME \"/tmp\"";
+        QTest::newRow("project on a drive")
+            << false << project << QByteArray("PJNAME,C:x,") << "PJNAME \"C:x\"";
+        QTest::newRow("project with a control character")
+            << false << project << QByteArray("PJNAME,a\tb,") << "PJNAME \"a\tb\"";
+        QTest::newRow("sentence two folders up")
+            << false << hello << QByteArray("FILENAME,../../ab,") << "FILENAME \"../../ab.MP2\"";
+        QTest::newRow("sentence with Windows separators")
+            << false << hello << QByteArray("FILENAME,..\\..\\ab,") << "FILENAME \"..\\..\\ab.MP2\"";
+        QTest::newRow("first sentence, tone off, two folders up")
+            << true << hello << QByteArray("FILENAME,../../ab,") << "FILENAME \"../../ab\"";
+        QTest::newRow("first sentence, tone off, the parent")
+            << true << hello << QByteArray("FILENAME,..      ,") << "FILENAME \"..      \"";
+    }
+    void namesThatWouldLeaveTheirFolderAreRefused()
+    {
+        QFETCH(bool, toneOff);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QFETCH(QString, problem);
+        QByteArray file = exampleFile();
+        if (toneOff) {
+            file.replace("SVFILE,NOMAL,", "SVFILE,NONE,");
+            file.replace("SNTCTTL,SIN1KHZ ,\r\n", "");
+            file.replace("FILENAME,SIN1KHZ ,\r\n", "");
+            file.replace("PRGSORT,0000,\r\n", "");
+        }
+        QVERIFY(file.contains(from));
+        file.replace(from, to);
+        const auto state = freshState();
+        QString why;
+        QVERIFY(!ReadSettingFile(*state, file, why));
+        QVERIFY2(why.startsWith(problem), qPrintable(why + QLatin1String(" / ") + problem));
+        for (const QString &name : state->SettingBuffer.SentenceFileName)
+            QVERIFY2(IsUsableNameText(name), qPrintable(name));
+        QVERIFY(IsUsableNameText(state->SettingBuffer.ProjectName));
+    }
+
+    void namesWithBlanksAndFullStopsAreKept()
+    {
+        QByteArray file = exampleFile();
+        file.replace("PJNAME,Station,", "PJNAME,.North line v1.2 ,");
+        file.replace("FILENAME,HELLO   ,", "FILENAME,A.B..C  ,");
+        const auto state = freshState();
+        QString why;
+        QVERIFY2(ReadSettingFile(*state, file, why), qPrintable(why));
+        QVERIFY(why.isEmpty());
+        QCOMPARE(state->SettingBuffer.ProjectName, QStringLiteral(".North line v1.2 "));
+        QCOMPARE(state->SettingBuffer.SentenceFileName[0], QStringLiteral("A.B..C.MP2"));
     }
 
     void whatCameBeforeARejectionStays()

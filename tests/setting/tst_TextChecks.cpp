@@ -1,5 +1,6 @@
 #include "NumberText.h"
 #include "TextChecks.h"
+#include "TextEncoding.h"
 
 #include <QTest>
 
@@ -90,6 +91,66 @@ private slots:
         QFETCH(QString, text);
         QFETCH(bool, accepted);
         QCOMPARE(IsValidFileNameText(text), accepted);
+    }
+
+    void usableNameText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("empty") << "" << true;
+        QTest::newRow("blanks and full stops") << "My project 1.0" << true;
+        QTest::newRow("leading full stop") << ".north" << true;
+        QTest::newRow("only blanks") << "   " << true;
+        QTest::newRow("the folder itself") << "." << false;
+        QTest::newRow("the parent") << ".." << false;
+        QTest::newRow("three full stops") << "..." << false;
+        QTest::newRow("parent with a trailing blank") << ".. " << false;
+        QTest::newRow("parent and a folder") << "../outside" << false;
+        QTest::newRow("Windows parent") << "..\\outside" << false;
+        QTest::newRow("tab") << "a\tb" << false;
+        QTest::newRow("line break") << "a\nb" << false;
+        QTest::newRow("NUL") << QString(QChar(0)) << false;
+        QTest::newRow("semicolon") << "a;b" << false;
+    }
+    void usableNameText()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, accepted);
+        QCOMPARE(IsUsableNameText(text), accepted);
+    }
+
+    void characterTheCodePageCannotHold_data()
+    {
+        QTest::addColumn<QString>("encoding");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("first");
+        QTest::newRow("ASCII in CP932") << "CP932"
+                                        << "Station 1"
+                                        << "";
+        QTest::newRow("accent in CP932") << "CP932" << QStringLiteral("Café") << QStringLiteral("é");
+        QTest::newRow("kanji in CP932") << "CP932" << QStringLiteral("駅の案内") << "";
+        QTest::newRow("half-width kana in CP932") << "CP932" << QStringLiteral("ｱﾅｳﾝｽ") << "";
+        QTest::newRow("umlaut after kanji in CP932")
+            << "CP932" << QStringLiteral("駅ü駅ö") << QStringLiteral("ü");
+        QTest::newRow("emoji in CP932")
+            << "CP932" << QStringLiteral("a\U0001F600b") << QStringLiteral("\U0001F600");
+        QTest::newRow("accent in Windows-1252") << "windows-1252" << QStringLiteral("Café") << "";
+        QTest::newRow("kanji in Windows-1252")
+            << "windows-1252" << QStringLiteral("Caf駅") << QStringLiteral("駅");
+        QTest::newRow("emoji in UTF-8") << "UTF-8" << QStringLiteral("\U0001F600") << "";
+        QTest::newRow("lone surrogate in UTF-8")
+            << "UTF-8" << QString(QChar(0xD800)) << QString(QChar(0xD800));
+    }
+    void characterTheCodePageCannotHold()
+    {
+        QFETCH(QString, encoding);
+        QFETCH(QString, text);
+        QFETCH(QString, first);
+        const TextEncoding codePage(encoding);
+        QVERIFY(codePage.isValid());
+        QCOMPARE(codePage.firstUnencodable(text), first);
+        // What is refused is exactly what would not come back from the file.
+        QCOMPARE(codePage.decode(codePage.encode(text)) == text, first.isEmpty());
     }
 
     void zeroPattern_data()

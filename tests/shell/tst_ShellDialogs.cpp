@@ -1,5 +1,6 @@
 #include "GuiFixture.h"
 #include "SystemInfoProgram.h"
+#include "TypeText.h"
 #include "dlgErrLog.h"
 #include "frmAbout.h"
 #include "frmPjName.h"
@@ -28,6 +29,36 @@ private slots:
         QTest::keyClicks(text, QStringLiteral("Gate,"));
         QCOMPARE(f.msgBox.shown, QStringList {"Incorrect value has been entered."});
         QCOMPARE(text->text(), QStringLiteral("Gate"));
+    }
+
+    void projectNameRefusesWhatTheFileOrTheFolderCannotTake_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("byOk");
+        QTest::newRow("character CP932 cannot hold") << QStringLiteral("Caf\u00E9") << "Caf" << false;
+        QTest::newRow("the parent folder") << ".."
+                                           << ".." << true;
+        QTest::newRow("the program folder") << "."
+                                            << "." << true;
+    }
+    void projectNameRefusesWhatTheFileOrTheFolderCannotTake()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        QFETCH(bool, byOk);
+        GuiFixture f;
+        frmPjName dialog(f.context, nullptr);
+        auto *text = dialog.findChild<QLineEdit *>(QStringLiteral("txtPjName"));
+        f.msgBox.script({MsgBox::Answer::Ok});
+        typeText(text, typed);
+        QCOMPARE(text->text(), shown);
+        if (byOk)
+            dialog.findChild<QPushButton *>(QStringLiteral("cmdOK"))->click();
+        QCOMPARE(f.msgBox.shown, QStringList {"Incorrect value has been entered."});
+        QVERIFY(f.state->Setting.ProjectName.isEmpty());
+        QCOMPARE(dialog.result(), 0);
+        QVERIFY(f.msgBox.unexpected.isEmpty());
     }
 
     void projectNameOkAndCancel()

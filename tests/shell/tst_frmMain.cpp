@@ -7,6 +7,7 @@
 #include "frmSplash.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QMdiArea>
@@ -209,6 +210,40 @@ private slots:
         QCOMPARE(f->state->ProjectFilePath, bad);
         QVERIFY(f->state->CurrentFilePath.isEmpty());
         QVERIFY(!action("mnuSave")->isVisible());
+    }
+
+    void openRefusesNamesThatWouldLeaveTheirFolder_data()
+    {
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::addColumn<QString>("field");
+        QTest::newRow("project name")
+            << QByteArray("PJNAME,Station,") << QByteArray("PJNAME,../outside,") << R"(PJNAME "../outside")";
+        QTest::newRow("sentence name") << QByteArray("FILENAME,HELLO   ,") << QByteArray("FILENAME,../../ab,")
+                                       << R"(FILENAME "../../ab.MP2")";
+    }
+    void openRefusesNamesThatWouldLeaveTheirFolder()
+    {
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        QFETCH(QString, field);
+        // The program folder one down, so that "../outside" would be a folder beside it.
+        f->state->AppPath = path(QStringLiteral("program"));
+        QVERIFY(QDir().mkpath(f->state->AppPath));
+        QByteArray file = readTestFile(Example);
+        file.replace(from, to);
+        const QString hostile = path(QStringLiteral("hostile.stf"));
+        writeTestFile(hostile, file);
+        f->msgBox.script({MsgBox::Answer::Ok});
+        f->fileDialogs.answers << hostile;
+        action("mnuOpen")->trigger();
+        QCOMPARE(f->msgBox.shown,
+                 QStringList {QStringLiteral("Setting file error!\r\n%1 cannot be used as a name in %2.")
+                                  .arg(field, hostile)});
+        QVERIFY(!QFileInfo::exists(path(QStringLiteral("outside"))));
+        QVERIFY(f->state->Setting.ProjectName.isEmpty());
+        QVERIFY(f->state->Setting.SentenceFileName[0].isEmpty());
+        QVERIFY(f->state->CurrentFilePath.isEmpty());
     }
 
     void openShowsTheToneSwitchOfTheFile()

@@ -4,20 +4,26 @@
 
 namespace {
 
-// The kernel writes blank, tab, newline and backslash in paths as \040, \011, \012 and \134.
+bool isOctalDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('7');
+}
+
+// The kernel writes blank, tab, newline and backslash in paths as \040, \011, \012 and \134: a
+// backslash and exactly three octal digits for one byte. Anything else ("\-01", "\9", a cut-off
+// "\04") is taken as it stands.
 QString unescape(const QString &field)
 {
     QString out;
     out.reserve(field.size());
     for (qsizetype i = 0; i < field.size(); ++i) {
-        if (field[i] == QLatin1Char('\\') && i + 3 < field.size()) {
-            bool ok = false;
-            const int code = field.mid(i + 1, 3).toInt(&ok, 8);
-            if (ok) {
-                out += QChar(code);
-                i += 3;
-                continue;
-            }
+        if (field[i] == QLatin1Char('\\') && i + 3 < field.size() && isOctalDigit(field[i + 1])
+            && isOctalDigit(field[i + 2]) && isOctalDigit(field[i + 3]) && field[i + 1] <= QLatin1Char('3')) {
+            const int code = (field[i + 1].unicode() - '0') * 64 + (field[i + 2].unicode() - '0') * 8
+                + (field[i + 3].unicode() - '0');
+            out += QChar(code);
+            i += 3;
+            continue;
         }
         out += field[i];
     }
