@@ -106,7 +106,7 @@ class Journey:
 
     def sentence_table(self, edit):
         self.op.select_tab(edit, "Card Edit", "push button", "Card write")
-        self.op.press(edit, "Start", description="PC -> Card")
+        self.op.press(edit, "Start sentence copy PC -> Card")
         table = self.op.window("Card creation Sentence data copy PC -> Card")
         self.op.focus(self.op.control(table, "text", "001:"))
         for number, name in enumerate(SENTENCES):
@@ -205,7 +205,7 @@ class Journey:
             wait_until(lambda: self.op.text_of(field) == value,
                        f"{caption} to read {value!r} (it reads {self.op.text_of(field)!r})", 2)
         self.op.select_tab(edit, "Card Edit", "push button", "Card write")
-        self.op.press(edit, "Start", description="PC -> Card")
+        self.op.press(edit, "Start sentence copy PC -> Card")
         table = self.op.window("Card creation Sentence data copy PC -> Card")
         self.check_boxes(table, SENTENCES + [""])
         self.op.press(table, "Cancel")
@@ -238,10 +238,10 @@ class Journey:
         self.op.answer("Card write is complete", "OK")
 
     def card_to_pc(self, edit):
-        self.op.press(edit, "Start", description="Card -> PC")
+        self.op.press(edit, "Start sentence copy Card -> PC")
         dialog = self.op.window("Card creation Sentence data copy Card -> PC")
         self.op.replace_text(self.op.control(dialog, "text", "Folder name"), "Backup")
-        self.op.press(dialog, "Start", description="All sentence")
+        self.op.press(dialog, "Start copying all sentences")
         self.op.answer("File copy complete", "OK")
         for name in SENTENCES:
             run(["cmp", os.path.join(self.home, name), os.path.join(self.home, "Backup", name)])
