@@ -1,3 +1,4 @@
+#include "BoundedSpaceReader.h"
 #include "CardSlotTests.h"
 #include "FatVariant.h"
 #include "FuseImage.h"
@@ -8,7 +9,9 @@
 #include "TestFiles.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -358,6 +361,43 @@ private slots:
         ::umount(QFile::encodeName(point.path()).constData());
         QVERIFY(changed.wait(5000));
         QVERIFY(!find(drives->drives(), point.path()));
+    }
+
+    void aVolumeThatDoesNotAnswerIsNotReady()
+    {
+        // A dead share or a stuck FUSE server must cost a drive check a moment, not the program.
+        if (geteuid() != 0)
+            QSKIP("mounting a FUSE file system needs root");
+        if (QProcess::execute(QStringLiteral("/usr/bin/python3"),
+                              {QStringLiteral("-c"), QStringLiteral("import fusepy")})
+            != 0)
+            QSKIP("python3-fusepy is not installed");
+        QTemporaryDir dir;
+        const QString mountPoint = dir.filePath(QStringLiteral("stuck"));
+        QVERIFY(QDir().mkpath(mountPoint));
+        QProcess server;
+        server.start(QStringLiteral("/usr/bin/python3"),
+                     {QStringLiteral(DQ480_TEST_SUPPORT "/stalled_fs.py"), mountPoint});
+        const auto mounted = [&] {
+            QFile table(QStringLiteral("/proc/self/mountinfo"));
+            return table.open(QIODevice::ReadOnly)
+                && table.readAll().contains(" " + QFile::encodeName(mountPoint) + " ");
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(mounted(), 10000);
+
+        const LinuxDriveSource::SpaceReader space = boundedSpaceReader(std::chrono::milliseconds(300));
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(space(mountPoint).has_value(), false);
+        QVERIFY2(clock.elapsed() < 5000, "the check waited for the stuck volume");
+        clock.restart();
+        QCOMPARE(space(mountPoint).has_value(), false); // still waiting: not asked twice
+        QVERIFY(clock.elapsed() < 5000);
+        QVERIFY(space(dir.path()).has_value()); // a volume that answers still does
+
+        QProcess::execute(QStringLiteral("umount"), {QStringLiteral("-l"), mountPoint});
+        server.kill();
+        server.waitForFinished();
     }
 };
 

@@ -1,5 +1,6 @@
 #include "LinuxDriveSource.h"
 
+#include "BoundedSpaceReader.h"
 #include "FatVariant.h"
 #include "FuseImage.h"
 #include "MountInfo.h"
@@ -69,7 +70,7 @@ BlockDevice blockDevice(const QString &sysfs, int major, int minor)
 
 LinuxDriveSource::LinuxDriveSource(LinuxSystemRoots roots, SpaceReader space, BootSectorReader bootSector)
     : m_roots(std::move(roots))
-    , m_space(std::move(space))
+    , m_space(space ? std::move(space) : boundedSpaceReader(std::chrono::seconds(2)))
     , m_bootSector(std::move(bootSector))
 { }
 

@@ -35,7 +35,8 @@ public:
     using SpaceReader = std::function<std::optional<VolumeSpace>(const QString &mountPoint)>;
     using BootSectorReader = std::function<QByteArray(const QString &device)>;
 
-    explicit LinuxDriveSource(LinuxSystemRoots roots = {}, SpaceReader space = statvfsSpace,
+    /// Without a space reader, statvfs with a time limit (a stuck volume is not ready).
+    explicit LinuxDriveSource(LinuxSystemRoots roots = {}, SpaceReader space = {},
                               BootSectorReader bootSector = readBootSector);
 
     QList<DriveInfo> drives() const override;
