@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "TestFiles.h"
+#include "TestMounts.h"
 
 namespace {
 
@@ -201,6 +202,43 @@ private slots:
         QCOMPARE(cli({QStringLiteral("convert"), Example, converted}).code, 0);
         QCOMPARE(control, readTestFile(converted));
         QCOMPARE(hello, sentence);
+    }
+
+    // "new" and "convert" onto a full disk: the old file stays byte for byte, the command fails
+    // and says which file and why.
+    void aFullDiskFailsAndKeepsTheOldFile_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("new --force") << "new"
+                                     << "kept.stf";
+        QTest::newRow("convert to a setting file") << "convert"
+                                                   << "kept.stf";
+        QTest::newRow("convert to a control file") << "convert"
+                                                   << "DQ480.CSV";
+    }
+    void aFullDiskFailsAndKeepsTheOldFile()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, name);
+        QString skip;
+        const auto disk = TestMount::tmpfs("64k", skip);
+        if (!disk)
+            QSKIP(qPrintable(skip));
+        const QString out = disk->filePath(name);
+        const QByteArray old = readTestFile(Example);
+        writeTestFile(out, old);
+        disk->fill();
+        const QStringList args = command == QLatin1String("new")
+            ? QStringList {command, QStringLiteral("--force"), out}
+            : QStringList {command, Example, out};
+        const Run run = cli(args);
+        QCOMPARE(run.code, 2);
+        QCOMPARE(run.err, QStringLiteral("Cannot write %1: No space left on device\n").arg(out));
+        QCOMPARE(readTestFile(out), old);
+        QStringList left = QDir(disk->path()).entryList(QDir::Files | QDir::Hidden);
+        left.removeOne(QStringLiteral("filler"));
+        QCOMPARE(left, QStringList {name});
     }
 
     void encodingComesFromOptionOrEnvironment()
