@@ -70,7 +70,10 @@ public:
         if (!writeControlFile())
             return false;
         writeTestTone();
-        if (!writeSentences())
+        const bool allWritten = writeSentences();
+        // One sync of the folder makes every rename above last; per file it would double the time.
+        syncFolder(m_cardFolder);
+        if (!allWritten)
             return false;
         if (announceCompletion)
             m_msgBox.show(QStringLiteral("Card write is complete"));

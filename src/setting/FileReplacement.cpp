@@ -95,20 +95,6 @@ bool syncFailed(int fd)
 #endif
 }
 
-// A folder's entries reach the disk only when the folder itself is synced.
-void syncFolder(const QString &folder)
-{
-#ifdef Q_OS_UNIX
-    const int fd = ::open(encoded(folder).constData(), O_RDONLY | O_DIRECTORY);
-    if (fd >= 0) {
-        ::fsync(fd);
-        ::close(fd);
-    }
-#else
-    Q_UNUSED(folder);
-#endif
-}
-
 bool renameOver(const QString &from, const QString &to)
 {
 #ifdef Q_OS_UNIX
@@ -247,8 +233,10 @@ bool FileReplacement::commit(QString &error)
     if (!renameOver(m_temporary, m_destination))
         return fail(error, m_destination, errno);
     m_created = false;
+    if (m_style == ReplaceStyle::Card)
+        return readBack(error);
     syncFolder(QFileInfo(m_destination).path());
-    return m_style == ReplaceStyle::Pc || readBack(error);
+    return true;
 }
 
 void FileReplacement::cancel()
@@ -301,6 +289,19 @@ bool FileReplacement::readBack(QString &error)
         return false;
     }
     return true;
+}
+
+void syncFolder(const QString &folder)
+{
+#ifdef Q_OS_UNIX
+    const int fd = ::open(encoded(folder).constData(), O_RDONLY | O_DIRECTORY);
+    if (fd >= 0) {
+        ::fsync(fd);
+        ::close(fd);
+    }
+#else
+    Q_UNUSED(folder);
+#endif
 }
 
 bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error, ReplaceStyle style)

@@ -33,7 +33,8 @@ public:
     {
         return write(bytes.constData(), bytes.size(), error);
     }
-    /// Syncs, closes and renames the new file into place (and on the card reads it back).
+    /// Syncs, closes and renames the new file into place. On the PC the folder is synced too; on
+    /// the card the file is read back, and the caller syncs the folder once all files are there.
     bool commit(QString &error);
     /// Drops the new file; the old one stays.
     void cancel();
@@ -56,3 +57,6 @@ private:
 /// rename would slip past the protection the operator gave it.
 bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error,
                          ReplaceStyle style = ReplaceStyle::Pc);
+
+/// Syncs a folder, so that the names renamed into it last reach the disk.
+void syncFolder(const QString &folder);

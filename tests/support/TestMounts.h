@@ -32,8 +32,7 @@ public:
         return mount;
     }
 
-    /// A FAT16 card image of `kib` KiB (one sector a cluster, so a small image is still FAT16),
-    /// mounted writable through fusefat.
+    /// A FAT16 card image of `kib` KiB, mounted writable through fusefat.
     static std::unique_ptr<TestMount> fat16(int kib, QString &skipReason)
     {
         auto mount = std::unique_ptr<TestMount>(new TestMount);
@@ -47,9 +46,15 @@ public:
             return nullptr;
         }
         mount->m_image = mount->m_imageDir.filePath(QStringLiteral("card.img"));
+        // Small clusters keep a small image FAT16; a large one needs larger clusters to stay below
+        // FAT16's cluster limit.
+        int sectorsPerCluster = 1;
+        while (kib * 2 / sectorsPerCluster > 65000)
+            sectorsPerCluster *= 2;
         if (!runQuietly(QStringLiteral("mkfs.fat"),
                         {QStringLiteral("-C"), QStringLiteral("-F"), QStringLiteral("16"),
-                         QStringLiteral("-s"), QStringLiteral("1"), mount->m_image, QString::number(kib)})) {
+                         QStringLiteral("-s"), QString::number(sectorsPerCluster), mount->m_image,
+                         QString::number(kib)})) {
             skipReason = QStringLiteral("mkfs.fat could not make a FAT16 image");
             return nullptr;
         }
