@@ -241,6 +241,25 @@ private slots:
         QCOMPARE(left, QStringList {name});
     }
 
+    // write-card onto a full card keeps the card's control file and says which file and why.
+    void writeCardOntoAFullCardKeepsTheOldControlFile()
+    {
+        QString skip;
+        const auto card = TestMount::tmpfs("64k", skip);
+        if (!card)
+            QSKIP(qPrintable(skip));
+        QDir(card->path()).mkpath(QStringLiteral("CONTENTS"));
+        const QString control = card->filePath(QStringLiteral("CONTENTS/DQ480.CSV"));
+        writeTestFile(control, "CARDNAME,old,\r\n");
+        card->fill();
+        const Run run = cli({QStringLiteral("write-card"), Example, QStringLiteral("--card"), card->path(),
+                             QStringLiteral("--yes")});
+        QVERIFY(run.code != 0);
+        QVERIFY2(run.out.contains(QStringLiteral("Cannot write %1: No space left on device").arg(control)),
+                 qPrintable(run.out + run.err));
+        QCOMPARE(readTestFile(control), QByteArray("CARDNAME,old,\r\n"));
+    }
+
     void encodingComesFromOptionOrEnvironment()
     {
         QByteArray file = readTestFile(Example);

@@ -468,6 +468,19 @@ private slots:
         msgBox.answers.clear();
     }
 
+    void aContentsFolderLinkedToThePcIsRefused()
+    {
+        const QString pcFolder = home->filePath(QStringLiteral("Station"));
+        const QStringList before = QDir(pcFolder).entryList(QDir::Files);
+        QVERIFY(QFile::link(pcFolder, card->filePath(QStringLiteral("CONTENTS"))));
+        QVERIFY(!write());
+        QCOMPARE(msgBox.shown,
+                 QStringList {QStringLiteral("Cannot write %1: it is a symbolic link, and nothing is "
+                                             "written through a link.")
+                                  .arg(card->filePath(QStringLiteral("CONTENTS")))});
+        QCOMPARE(QDir(pcFolder).entryList(QDir::Files), before);
+    }
+
     // A write that was cut off left its temporary files; the next write removes them.
     void leftoversOfACutOffWriteAreRemoved()
     {
