@@ -17,6 +17,7 @@
 #include <QStorageInfo>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace {
 
@@ -64,14 +65,15 @@ public:
         }
         if (!QDir().mkpath(m_cardFolder)) {
             reportFailure(m_msgBox,
-                          QStringLiteral("Cannot create the folder %1 on the card.").arg(m_cardFolder));
+                          QStringLiteral("Cannot create the folder %1 on the card: %2")
+                              .arg(m_cardFolder, qt_error_string(errno)));
             return false;
         }
         if (!writeControlFile())
             return false;
         writeTestTone();
         const bool allWritten = writeSentences();
-        // One sync of the folder makes every rename above last; per file it would double the time.
+        // One sync of the folder, for all the renames above, instead of one after each file.
         syncFolder(m_cardFolder);
         if (!allWritten)
             return false;

@@ -36,8 +36,7 @@ bool setReadOnly(const QString &path, bool readOnly, QString *error)
     // Through the file itself, opened without following a link: a link planted on a card must
     // not pass the change to a file on the PC.
     const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
-    struct stat info
-    { };
+    struct stat info = {};
     if (fd < 0 || ::fstat(fd, &info) != 0) {
         const int reason = errno;
         if (fd >= 0)

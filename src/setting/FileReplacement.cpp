@@ -61,8 +61,7 @@ enum class EntryKind { Missing, File, Link, Other };
 EntryKind entryKind(const QString &path)
 {
 #ifdef Q_OS_UNIX
-    struct stat info
-    { };
+    struct stat info = {};
     if (::lstat(encoded(path).constData(), &info) != 0)
         return EntryKind::Missing;
     return S_ISREG(info.st_mode) ? EntryKind::File
@@ -177,8 +176,7 @@ bool FileReplacement::open(QString &error)
     if (!removeLeftovers(error))
         return false;
 #ifdef Q_OS_UNIX
-    struct stat old
-    { };
+    struct stat old = {};
     const bool hadOld = m_style == ReplaceStyle::Pc && ::stat(encoded(m_destination).constData(), &old) == 0;
 #endif
     for (int attempt = 0; m_fd < 0; ++attempt) {

@@ -333,23 +333,35 @@ private slots:
     }
 
     // A card whose lock switch is on (a read-only mount) keeps everything and says why.
+    void aReadOnlyCardKeepsItsFiles_data()
+    {
+        QTest::addColumn<bool>("written");
+        QTest::newRow("a card written before") << true;
+        QTest::newRow("a blank card") << false;
+    }
     void aReadOnlyCardKeepsItsFiles()
     {
+        QFETCH(bool, written);
         QString skip;
         const auto card = TestMount::tmpfs("1m", skip);
         if (!card)
             QSKIP(qPrintable(skip));
         state->CardSlot = card->path();
-        QDir(card->path()).mkpath(QStringLiteral("CONTENTS"));
         const QString control = card->filePath(QStringLiteral("CONTENTS/DQ480.CSV"));
-        writeTestFile(control, "CARDNAME,old,\r\n");
+        if (written) {
+            QDir(card->path()).mkpath(QStringLiteral("CONTENTS"));
+            writeTestFile(control, "CARDNAME,old,\r\n");
+            msgBox.script({MsgBox::Answer::Ok});
+        }
         QVERIFY(card->remountReadOnly());
-        msgBox.script({MsgBox::Answer::Ok});
         QVERIFY(!write());
-        QCOMPARE(msgBox.shown,
-                 (QStringList {"Write over the setting data",
-                               QStringLiteral("Cannot write %1: Read-only file system").arg(control)}));
-        QCOMPARE(readTestFile(control), QByteArray("CARDNAME,old,\r\n"));
+        const QStringList expected = written
+            ? QStringList {"Write over the setting data",
+                           QStringLiteral("Cannot write %1: Read-only file system").arg(control)}
+            : QStringList {QStringLiteral("Cannot create the folder %1 on the card: Read-only file system")
+                               .arg(card->filePath(QStringLiteral("CONTENTS")))};
+        QCOMPARE(msgBox.shown, expected);
+        QCOMPARE(readTestFile(control), QByteArray(written ? "CARDNAME,old,\r\n" : ""));
     }
 
     // A card pulled in the middle of the sentences: the write stops naming the file and the
