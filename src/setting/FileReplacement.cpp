@@ -15,6 +15,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #else
+#include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
 #define O_NOFOLLOW 0
