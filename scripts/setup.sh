@@ -11,6 +11,7 @@ packages=(
     libtwolame-dev               # makes the 1 kHz test tone when it is missing
     g++-mingw-w64-x86-64-posix   # compiles the Windows code as a check
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
+    python3-fusepy               # a test card that keeps wrong bytes (tests/support/altering_fs.py)
     poppler-utils                # print-outs read back as text in tests
     xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
 )

@@ -14,73 +14,26 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <unistd.h>
-#endif
+#include <algorithm>
+#include <cerrno>
 
 namespace {
 
 const QString TooLarge = QStringLiteral("The file being written is too large for the destination drive.");
 const QString ToneName = QStringLiteral("SIN1KHZ.MP2");
 
-// A folder's entries reach the card only when the folder itself is synced.
-void syncFolder(const QString &folder)
+// What the card holds free now, after the control file and the test tone took their share; the
+// value the slot test recorded is the ceiling. A file system that tells no sizes leaves that value.
+qint64 freeSpaceNow(const QString &cardFolder, const QString &recorded)
 {
-#ifdef Q_OS_UNIX
-    const int fd = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);
-    if (fd >= 0) {
-        ::fsync(fd);
-        ::close(fd);
-    }
-#else
-    Q_UNUSED(folder);
-#endif
-}
-
-void syncFile(QFile &file)
-{
-    file.flush();
-#ifdef Q_OS_UNIX
-    ::fsync(file.handle());
-#endif
-}
-
-// A sentence file is small: it is read once, checked, written beside its place on the card,
-// synced, renamed into place and read back, so a card that takes the write but keeps wrong
-// bytes is caught. The old copy stays until the new one is complete.
-bool writeVerified(const QByteArray &bytes, const QString &destination, QString &error)
-{
-    const QString temporary = destination + QStringLiteral(".TMP");
-    QFile out(temporary);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)
-        || out.write(bytes) != bytes.size()) {
-        error = QStringLiteral("Cannot write %1: %2").arg(destination, out.errorString());
-        out.close();
-        QFile::remove(temporary);
-        return false;
-    }
-    syncFile(out);
-    out.close();
-#ifdef Q_OS_UNIX
-    const bool renamed
-        = ::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(destination).constData()) == 0;
-#else
-    const bool renamed = (!QFile::exists(destination) || QFile::remove(destination))
-        && QFile::rename(temporary, destination);
-#endif
-    if (!renamed) {
-        error = QStringLiteral("Cannot write %1: the file could not be put in place.").arg(destination);
-        QFile::remove(temporary);
-        return false;
-    }
-    QFile back(destination);
-    if (!back.open(QIODevice::ReadOnly) || back.readAll() != bytes) {
-        error = QStringLiteral("%1 on the card differs from the file written.").arg(destination);
-        return false;
-    }
-    return true;
+    const qint64 before = recorded.toLongLong();
+    QStorageInfo storage(cardFolder);
+    storage.refresh();
+    if (!storage.isValid() || storage.bytesTotal() <= 0)
+        return before;
+    return std::min(before, storage.bytesFree());
 }
 
 bool askToReplaceReadOnly(MsgBox &msgBox, const QString &fileName)
@@ -112,15 +65,18 @@ public:
         }
         if (!QDir().mkpath(m_cardFolder)) {
             reportFailure(m_msgBox,
-                          QStringLiteral("Cannot create the folder %1 on the card.").arg(m_cardFolder));
+                          QStringLiteral("Cannot create the folder %1 on the card: %2")
+                              .arg(m_cardFolder, qt_error_string(errno)));
             return false;
         }
         if (!writeControlFile())
             return false;
         writeTestTone();
-        if (!writeSentences())
-            return false;
+        const bool allWritten = writeSentences();
+        // One sync of the folder, for all the renames above, instead of one after each file.
         syncFolder(m_cardFolder);
+        if (!allWritten)
+            return false;
         if (announceCompletion)
             m_msgBox.show(QStringLiteral("Card write is complete"));
         return true;
@@ -148,12 +104,13 @@ private:
                 return false;
         }
         QString error;
-        if (!writeFileAtomically(path, WriteSettingBody(m_state), error)) {
+        if (!writeFileAtomically(path, WriteSettingBody(m_state), error, ReplaceStyle::Card)) {
             reportFailure(m_msgBox, error);
             return false;
         }
-        if (s.CardAttribute & SettingData::AttributeWriteProtect)
-            setReadOnly(path, true);
+        // Some FAT drivers refuse the attribute; the operator must know the card is not protected.
+        if ((s.CardAttribute & SettingData::AttributeWriteProtect) && !setReadOnly(path, true, &error))
+            reportFailure(m_msgBox, QStringLiteral("The card is not write-protected.\n") + error);
         return true;
     }
 
@@ -181,7 +138,8 @@ private:
             skip(ToneName);
             return;
         }
-        if (!QFileInfo::exists(onCardPath) && QFileInfo(source).size() > m_state.CardFreeSpace.toLongLong()) {
+        if (!QFileInfo::exists(onCardPath)
+            && QFileInfo(source).size() > freeSpaceNow(m_cardFolder, m_state.CardFreeSpace)) {
             m_msgBox.show(TooLarge);
             skip(ToneName);
             return;
@@ -209,7 +167,7 @@ private:
         for (const QString &name : missing)
             skip(name);
         // Equality is too large as well, as it has always been counted.
-        if (m_state.CardFreeSpace.toLongLong() <= total) {
+        if (freeSpaceNow(m_cardFolder, m_state.CardFreeSpace) <= total) {
             m_msgBox.show(TooLarge);
             return false;
         }
@@ -240,7 +198,7 @@ private:
                 continue;
             }
             QString error;
-            if (!writeVerified(bytes, destination, error)) {
+            if (!writeFileAtomically(destination, bytes, error, ReplaceStyle::Card)) {
                 reportFailure(m_msgBox, QStringLiteral("Card write stopped at %1.\n%2").arg(name, error));
                 return false;
             }
@@ -269,7 +227,7 @@ bool CopySentenceFile(const QString &source, const QString &destination, QString
         error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
-    return writeVerified(in.readAll(), destination, error);
+    return writeFileAtomically(destination, in.readAll(), error, ReplaceStyle::Card);
 }
 
 bool WriteCard(SharedState &state, MsgBox &msgBox, const CardWriteHooks &hooks, bool announceCompletion)

@@ -26,8 +26,10 @@ struct CardWriteHooks
 
 /// Puts the project (Setting) on the card: the control file into the card's "CONTENTS" folder,
 /// the test tone when the surveillance switch is on, then the sentence files after a free-space
-/// test. Every file is synced to the card and each sentence read back before "Card write is
-/// complete". True when it went through all sentences; false when it stopped.
+/// test measured once the control file and the tone are on the card. Every file is written beside
+/// its place, synced, renamed over the old one and read back from the card itself, never through a
+/// link, so a failure leaves each file old or new but whole and is reported with the file's name
+/// and the reason. True when it went through all sentences; false when it stopped.
 bool WriteCard(SharedState &state, MsgBox &msgBox, const CardWriteHooks &hooks, bool announceCompletion);
 
 /// Copies a sentence file to the card. False, without copying, when a file of that name is there

@@ -8,5 +8,6 @@
 
 bool isReadOnly(const QString &path);
 
-/// Sets or clears the attribute; false when the file system refuses.
-bool setReadOnly(const QString &path, bool readOnly);
+/// Sets or clears the attribute of the file itself, never of a symbolic link's target. False when
+/// the file system refuses; `error`, when given, then names the file and the system's reason.
+bool setReadOnly(const QString &path, bool readOnly, QString *error = nullptr);

@@ -1,7 +1,8 @@
 #include "FileCopy.h"
 
+#include "FileReplacement.h"
+
 #include <QFile>
-#include <QSaveFile>
 
 bool copyFileReplacing(const QString &source, const QString &destination, QString &error)
 {
@@ -10,30 +11,26 @@ bool copyFileReplacing(const QString &source, const QString &destination, QStrin
         error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
-    QSaveFile out(destination);
     // A read-only destination is the caller's question to ask; once asked, it may be replaced.
-    out.setDirectWriteFallback(false);
-    if (!out.open(QIODevice::WriteOnly)) {
-        error = QStringLiteral("Cannot write %1: %2").arg(destination, out.errorString());
+    FileReplacement out(destination, ReplaceStyle::Pc);
+    if (!out.open(error))
         return false;
-    }
     constexpr qint64 ChunkBytes = 256 * 1024;
+    qint64 copied = 0;
     while (!in.atEnd()) {
         const QByteArray chunk = in.read(ChunkBytes);
         if (chunk.isEmpty() && in.error() != QFileDevice::NoError) {
             error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
-            out.cancelWriting();
             return false;
         }
-        if (out.write(chunk) != chunk.size()) {
-            error = QStringLiteral("Cannot write %1: %2").arg(destination, out.errorString());
-            out.cancelWriting();
+        if (!out.write(chunk, error))
             return false;
-        }
+        copied += chunk.size();
     }
-    if (!out.commit()) {
-        error = QStringLiteral("Cannot write %1: %2").arg(destination, out.errorString());
+    // A source that shrank or could not be read to its end is no copy of it.
+    if (in.error() != QFileDevice::NoError || copied != in.size()) {
+        error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
-    return true;
+    return out.commit(error);
 }

@@ -1,10 +1,7 @@
 #include "SettingFileIO.h"
 
-#include "FileAttributes.h"
-
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 bool readFileBytes(const QString &path, QByteArray &bytes, QString &error, qint64 limit)
 {
@@ -25,30 +22,6 @@ bool readFileBytes(const QString &path, QByteArray &bytes, QString &error, qint6
     bytes = file.read(limit + 1);
     if (file.error() != QFileDevice::NoError || bytes.size() > limit) {
         error = QStringLiteral("Cannot read %1: %2").arg(path, file.errorString());
-        return false;
-    }
-    return true;
-}
-
-bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error)
-{
-    // Replacing the file by rename would slip past a read-only file; the operator protected it.
-    if (isReadOnly(path)) {
-        error = QStringLiteral("Cannot write %1: the file is read-only.").arg(path);
-        return false;
-    }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        error = QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
-        return false;
-    }
-    if (file.write(bytes) != bytes.size()) {
-        error = QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
-        file.cancelWriting();
-        return false;
-    }
-    if (!file.commit()) {
-        error = QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
         return false;
     }
     return true;

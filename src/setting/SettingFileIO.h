@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileReplacement.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -10,7 +12,3 @@ constexpr qint64 MaxSettingFileBytes = 16 * 1024 * 1024;
 /// says why in the operator's words.
 bool readFileBytes(const QString &path, QByteArray &bytes, QString &error,
                    qint64 limit = MaxSettingFileBytes);
-
-/// Writes the bytes so that the file is either the old one or the whole new one, never a torn mix,
-/// even when the disk fills up or the program dies halfway. On failure `error` says why.
-bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error);

@@ -3,6 +3,7 @@
 #include "MsgBox.h"
 #include "ProjectCommands.h"
 #include "ProjectFile.h"
+#include "SentenceFolders.h"
 #include "SharedState.h"
 #include "SingleInstance.h"
 #include "ToolbarIcons.h"
@@ -179,6 +180,8 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
                               MsgBox::Icon::Exclamation);
         return false;
     }
+    // Sentences a crashed run left waiting would be taken for the project's own at the next Apply.
+    ClearWorkFolder(m_context.state);
     m_cardMenu.captions[0] = QStringLiteral("Nothing");
     for (int i = 0; i < CardSlotEntries; ++i)
         m_cardMenu.visible[i] = i == 0;

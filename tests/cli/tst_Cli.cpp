@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "TestFiles.h"
+#include "TestMounts.h"
 
 namespace {
 
@@ -354,6 +355,62 @@ private slots:
         ::umount(QFile::encodeName(card.path()).constData());
         QVERIFY2(run.code == code, qPrintable(QString::number(run.code) + run.out + run.err));
         QVERIFY2((run.out + run.err).contains(message), qPrintable(run.out + run.err));
+    }
+
+    // "new" and "convert" onto a full disk: the old file stays byte for byte, the command fails
+    // and says which file and why.
+    void aFullDiskFailsAndKeepsTheOldFile_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("new --force") << "new"
+                                     << "kept.stf";
+        QTest::newRow("convert to a setting file") << "convert"
+                                                   << "kept.stf";
+        QTest::newRow("convert to a control file") << "convert"
+                                                   << "DQ480.CSV";
+    }
+    void aFullDiskFailsAndKeepsTheOldFile()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, name);
+        QString skip;
+        const auto disk = TestMount::tmpfs("64k", skip);
+        if (!disk)
+            QSKIP(qPrintable(skip));
+        const QString out = disk->filePath(name);
+        const QByteArray old = readTestFile(Example);
+        writeTestFile(out, old);
+        disk->fill();
+        const QStringList args = command == QLatin1String("new")
+            ? QStringList {command, QStringLiteral("--force"), out}
+            : QStringList {command, Example, out};
+        const Run run = cli(args);
+        QCOMPARE(run.code, 2);
+        QCOMPARE(run.err, QStringLiteral("Cannot write %1: No space left on device\n").arg(out));
+        QCOMPARE(readTestFile(out), old);
+        QStringList left = QDir(disk->path()).entryList(QDir::Files | QDir::Hidden);
+        left.removeOne(QStringLiteral("filler"));
+        QCOMPARE(left, QStringList {name});
+    }
+
+    // write-card onto a full card keeps the card's control file and says which file and why.
+    void writeCardOntoAFullCardKeepsTheOldControlFile()
+    {
+        QString skip;
+        const auto card = TestMount::tmpfs("64k", skip);
+        if (!card)
+            QSKIP(qPrintable(skip));
+        QDir(card->path()).mkpath(QStringLiteral("CONTENTS"));
+        const QString control = card->filePath(QStringLiteral("CONTENTS/DQ480.CSV"));
+        writeTestFile(control, "CARDNAME,old,\r\n");
+        card->fill();
+        const Run run = cli({QStringLiteral("write-card"), Example, QStringLiteral("--card"), card->path(),
+                             QStringLiteral("--yes")});
+        QVERIFY(run.code != 0);
+        QVERIFY2(run.out.contains(QStringLiteral("Cannot write %1: No space left on device").arg(control)),
+                 qPrintable(run.out + run.err));
+        QCOMPARE(readTestFile(control), QByteArray("CARDNAME,old,\r\n"));
     }
 
     void encodingComesFromOptionOrEnvironment()

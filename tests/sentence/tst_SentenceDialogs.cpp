@@ -1,10 +1,11 @@
 #include "GuiFixture.h"
 #include "SentenceTableEdit.h"
 #include "TestFiles.h"
+#include "TestMounts.h"
 #include "TypeText.h"
-
 #include "dlgCaPc.h"
 #include "dlgPcCa.h"
+
 #include <QApplication>
 
 #include <QDir>
@@ -378,6 +379,33 @@ private slots:
         QVERIFY(f->msgBox.shown.at(3).contains(QStringLiteral("GONE.MP2")));
         QCOMPARE(readTestFile(voice.filePath(QStringLiteral("RAIN.MP2"))), QByteArray("card"));
         QCOMPARE(readTestFile(voice.filePath(QStringLiteral("HELLO.MP2"))), QByteArray("mine"));
+    }
+
+    // Card -> PC onto a full disk stops at the first file, names it and the reason, and leaves
+    // no empty or cut copy behind.
+    void copyingOntoAFullDiskStopsNamingTheFile()
+    {
+        QString skip;
+        const auto disk = TestMount::tmpfs("64k", skip);
+        if (!disk)
+            QSKIP(qPrintable(skip));
+        QTemporaryDir card;
+        QDir(card.path()).mkpath(QStringLiteral("CONTENTS"));
+        writeTestFile(card.filePath(QStringLiteral("CONTENTS/A.MP2")), QByteArray(10'000, 'a'));
+        writeTestFile(card.filePath(QStringLiteral("DQ480.CSV")), "CARDNAME,,");
+        state().CardSlot = card.path();
+        state().SentencePath = disk->path() + QLatin1Char('/');
+        QDir(disk->path()).mkpath(QStringLiteral("backup"));
+        disk->fill();
+        dlgCaPc dialog(f->context, nullptr);
+        dialog.findChild<QLineEdit *>(QStringLiteral("txtCaPcAllInp"))->setText(QStringLiteral("backup"));
+        f->msgBox.script({MsgBox::Answer::Ok});
+        dialog.cmdCaPcAll_Click();
+        QCOMPARE(f->msgBox.shown,
+                 QStringList {QStringLiteral("The copy stopped.\nCannot write %1: No space left on device")
+                                  .arg(disk->filePath(QStringLiteral("backup/DQ480.CSV")))});
+        QCOMPARE(QDir(disk->filePath(QStringLiteral("backup"))).entryList(QDir::Files | QDir::Hidden),
+                 QStringList());
     }
 
     void aCardWithoutContentsCopiesNoSentence()

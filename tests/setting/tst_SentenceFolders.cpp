@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "TestFiles.h"
+#include "TestMounts.h"
 
 namespace { } // namespace
 
@@ -95,6 +96,43 @@ private slots:
                                              "'RAIN.MP2\r\n',Would like to replace the existing file?")});
         QCOMPARE(m_msgBox.icons.first(), MsgBox::Icon::Question);
         QCOMPARE(readTestFile(existing), content);
+    }
+
+    // Storing into the project folder on a full disk: the good copy already there stays whole and
+    // the failure names the file and the reason, for a file below and above the copy's buffer.
+    void aFullDiskKeepsTheStoredCopy_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("spare"); // what the disk still takes
+        QTest::newRow("10 KB, disk full") << 10'000 << 0;
+        QTest::newRow("261 KB, half of it fits") << 261'000 << 131'072;
+    }
+    void aFullDiskKeepsTheStoredCopy()
+    {
+        QFETCH(int, size);
+        QFETCH(int, spare);
+        QString skip;
+        const auto disk = TestMount::tmpfs("1m", skip);
+        if (!disk)
+            QSKIP(qPrintable(skip));
+        m_state = makeTestState(disk->path());
+        m_state->Setting.ProjectName = QStringLiteral("Station");
+        QDir(disk->path()).mkpath(QStringLiteral("Station"));
+        const QString stored = disk->filePath(QStringLiteral("Station/HELLO.MP2"));
+        const QByteArray good(size, 'g');
+        writeTestFile(stored, good);
+        disk->fill();
+        const QString filler = disk->filePath(QStringLiteral("filler"));
+        QFile::resize(filler, QFileInfo(filler).size() - spare);
+
+        const QString file = source(QStringLiteral("HELLO.MP2"), QByteArray(size, 'n'));
+        QString error;
+        QVERIFY(!StoreSentenceFile(*m_state, m_msgBox, StoreMode::ProjectFolder, file, error));
+        QCOMPARE(error, QStringLiteral("Cannot write %1: No space left on device").arg(stored));
+        QCOMPARE(readTestFile(stored), good);
+        QCOMPARE(QDir(disk->filePath(QStringLiteral("Station")))
+                     .entryList(QDir::Files | QDir::Hidden | QDir::System),
+                 QStringList {"HELLO.MP2"});
     }
 
     void missingSourceFailsNamingTheFile()

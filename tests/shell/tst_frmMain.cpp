@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include "TestFiles.h"
+#include "TestMounts.h"
 #include <QTimer>
 
 namespace {
@@ -291,6 +292,41 @@ private slots:
         QCOMPARE(f->fileDialogs.filters.size(), 2);
     }
 
+    // File > Save onto a full disk says so and keeps the old file, byte for byte.
+    void saveOntoAFullDiskIsReported()
+    {
+        QString skip;
+        const auto disk = TestMount::tmpfs("64k", skip);
+        if (!disk)
+            QSKIP(qPrintable(skip));
+        const QString file = disk->filePath(QStringLiteral("station.stf"));
+        writeTestFile(file, readTestFile(Example));
+        f->fileDialogs.answers << file;
+        action("mnuOpen")->trigger();
+        disk->fill();
+        f->state->Setting.CardName = QStringLiteral("UNSAVED");
+        f->msgBox.script({MsgBox::Answer::Ok});
+        action("mnuSave")->trigger();
+        QCOMPARE(f->msgBox.shown,
+                 QStringList {QStringLiteral(
+                                  "The setting file was not saved.\nCannot write %1: No space left on device")
+                                  .arg(file)});
+        QCOMPARE(readTestFile(file), readTestFile(Example));
+        QVERIFY(!f->state->SettingEqualsSaved());
+    }
+
+    // Files a crashed run left in the work folder must not stand in for the project's own files.
+    void startUpEmptiesTheWorkFolder()
+    {
+        GuiFixture next;
+        QDir(next.home.path()).mkpath(QStringLiteral("SoundTmp"));
+        writeTestFile(next.home.filePath(QStringLiteral("SoundTmp/STALE.MP2")), "stale");
+        SingleInstance lock(next.home.filePath(QStringLiteral("dq480.lock")));
+        frmMain started(next.context);
+        QVERIFY(started.MDIForm_Load(lock));
+        QVERIFY(!QFileInfo::exists(next.home.filePath(QStringLiteral("SoundTmp/STALE.MP2"))));
+    }
+
     void failingSaveIsReportedAndLeavesTheProjectUnsaved()
     {
         action("mnuNew")->trigger();
@@ -315,6 +351,9 @@ private slots:
     void secondCopyIsRefused()
     {
         GuiFixture second;
+        // The running copy's work folder is its own: a refused second copy leaves it alone.
+        QDir(second.home.path()).mkpath(QStringLiteral("SoundTmp"));
+        writeTestFile(second.home.filePath(QStringLiteral("SoundTmp/WAITING.MP2")), "waiting");
         SingleInstance sameLock(path(QStringLiteral("dq480.lock")));
         frmMain other(second.context);
         second.msgBox.script({MsgBox::Answer::Ok});
@@ -323,6 +362,7 @@ private slots:
         QCOMPARE(second.msgBox.icons.first(), MsgBox::Icon::Exclamation);
         QVERIFY(!other.isVisible());
         QVERIFY(window->isVisible());
+        QVERIFY(QFileInfo::exists(second.home.filePath(QStringLiteral("SoundTmp/WAITING.MP2"))));
     }
 
     void staleLockOfACrashedCopyDoesNotBlock()
