@@ -125,18 +125,24 @@ class Desktop:
         self.mounts = []
         self.shots = 0
 
-    def start(self):
+    def daemon_line(self, command, failure):
+        """Starts a server that tells where it listens on a pipe (`command` gets the pipe's
+        descriptor) and returns that first line."""
         read, write = os.pipe()
-        xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24",
-                                 "-nolisten", "tcp", "-noreset"], pass_fds=(write,),
-                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                start_new_session=True)
+        process = subprocess.Popen(command(write), pass_fds=(write,), stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL, start_new_session=True)
         os.close(write)
-        self.processes.append(xvfb)
+        self.processes.append(process)
         with os.fdopen(read) as pipe:
-            display = pipe.readline().strip()
-        if not display:
-            raise Skip("Xvfb did not start")
+            line = pipe.readline().strip()
+        if not line:
+            raise Skip(failure)
+        return line
+
+    def start(self):
+        display = self.daemon_line(lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0",
+                                               "1280x1024x24", "-nolisten", "tcp", "-noreset"],
+                                   "Xvfb did not start")
         os.environ["DISPLAY"] = ":" + display
 
         runtime = os.path.join(self.workdir, "runtime")
@@ -146,17 +152,9 @@ class Desktop:
         os.makedirs(os.environ["HOME"])
         os.environ["XDG_CONFIG_HOME"] = os.path.join(os.environ["HOME"], ".config")
         os.environ["XDG_CACHE_HOME"] = os.path.join(os.environ["HOME"], ".cache")
-        read, write = os.pipe()
-        bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                f"--print-address={write}"], pass_fds=(write,),
-                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                               start_new_session=True)
-        os.close(write)
-        self.processes.append(bus)
-        with os.fdopen(read) as pipe:
-            address = pipe.readline().strip()
-        if not address:
-            raise Skip("the session bus did not start")
+        address = self.daemon_line(lambda fd: ["dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                               f"--print-address={fd}"],
+                                   "the session bus did not start")
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = address
         os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         os.environ["QT_ACCESSIBILITY"] = "1"
