@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QTextStream>
 
 namespace {
@@ -28,6 +29,10 @@ void describeOptions(QCommandLineParser &parser, const QCommandLineOption &encod
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOption(encodingOption);
+    parser.addPositionalArgument(
+        QStringLiteral("FILE"),
+        QStringLiteral("A setting file (*.stf) or card control file (DQ480.CSV) to open."),
+        QStringLiteral("[FILE]"));
 }
 
 // Help and version are text only: they must work without a display.
@@ -90,6 +95,9 @@ int main(int argc, char *argv[])
     frmMain mainWindow(context);
     if (!mainWindow.MDIForm_Load(instance))
         return 0;
+    // As File > Open would: a file manager's double-click or "dq480 FILE".
+    if (const QStringList files = parser.positionalArguments(); !files.isEmpty())
+        mainWindow.openProjectFile(QFileInfo(files.first()).absoluteFilePath());
     DeviceWatcher watcher;
     QObject::connect(&watcher, &DeviceWatcher::devicesChanged, &mainWindow, &frmMain::SysInfo1_DeviceChange);
     return QApplication::exec();

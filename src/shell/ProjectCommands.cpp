@@ -24,6 +24,11 @@ bool ProjectCommands::OpenProject()
         QStringLiteral("*.stf (*.stf);;DQ480.csv (DQ480.csv DQ480.CSV dq480.csv)"));
     if (path.isEmpty())
         return false;
+    return OpenProjectFile(path);
+}
+
+bool ProjectCommands::OpenProjectFile(const QString &path)
+{
     QString error;
     const LoadOutcome outcome = loadProject(m_context.state, path, error);
     if (outcome == LoadOutcome::Rejected)

@@ -22,6 +22,9 @@ public:
     /// Asks for a setting file or card control file and reads it. True when a project was read;
     /// false when the operator cancelled or the file was refused (after saying why).
     bool OpenProject();
+    /// Reads the given setting file or card control file with the same checks and messages as
+    /// OpenProject(): the file a desktop or a command line hands to the program.
+    bool OpenProjectFile(const QString &path);
 
     /// Saves to the project's file, or through Save As when it has no ".stf" name yet.
     bool SaveProject();

@@ -279,15 +279,26 @@ void frmMain::mnuNew_Click()
     showProjectWindow();
 }
 
-void frmMain::mnuOpen_Click()
+template<typename Read>
+void frmMain::openWith(Read read)
 {
     if (!m_context.state.CurrentFilePath.isEmpty())
         return;
     m_projectCommands->NewSettingFile();
     unloadSplash();
-    if (m_projectCommands->OpenProject())
+    if (read())
         showProjectWindow();
     refreshSurveillanceCheck();
+}
+
+void frmMain::mnuOpen_Click()
+{
+    openWith([this] { return m_projectCommands->OpenProject(); });
+}
+
+void frmMain::openProjectFile(const QString &path)
+{
+    openWith([this, &path] { return m_projectCommands->OpenProjectFile(path); });
 }
 
 void frmMain::showProjectWindow()

@@ -39,6 +39,10 @@ public:
     /// The open project's card edit window, or null.
     frmEdit *editWindow() const;
 
+    /// File > Open with the given file instead of the open dialog's answer (a file named on the
+    /// command line or double-clicked in a file manager).
+    void openProjectFile(const QString &path);
+
     /// Shows or hides the menu items and toolbar buttons that need an open project.
     void setProjectMenusVisible(bool visible);
 
@@ -76,6 +80,9 @@ private:
     void refreshCardButtons();
     void unloadSplash();
     void showProjectWindow();
+    /// Open's steps around reading: only without an open project, from new-project values.
+    template<typename Read>
+    void openWith(Read read);
     void showPrintSetting(PrintKind kind);
     void refreshFileDisplays();
     void refreshSurveillanceCheck();

@@ -14,6 +14,7 @@
 namespace {
 
 const QString AppProgram = QStringLiteral(DQ480_APP);
+const QString Example = QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf");
 
 } // namespace
 
@@ -48,12 +49,12 @@ class tst_WindowTitles : public QObject
         return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
     }
 
-    QProcess *startApp()
+    QProcess *startApp(const QStringList &arguments = {})
     {
         auto *app = new QProcess(this);
         app->setProcessEnvironment(appEnvironment());
         app->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        app->start(AppProgram, {});
+        app->start(AppProgram, arguments);
         m_apps.append(app);
         return app;
     }
@@ -179,6 +180,33 @@ private slots:
         }
         const QStringList seen = waitForTitles(shown, expected);
         if (seen.isEmpty() && stuckOnAMount(shown))
+            QSKIP("the program waits on a FUSE mount of this machine that does not answer");
+        QCOMPARE(seen, expected);
+    }
+
+    // What a file manager's double-click runs: the program with the file's path.
+    void fileGivenOnTheCommandLine_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("setting file") << QByteArray() << QStringList {"DQ-480 Setting Software : " + Example};
+        // The main window with the message box over it.
+        QTest::newRow("broken file") << QByteArray("PJNAME,half a project,\r\nNOT A KEY LINE\r\n")
+                                     << QStringList {"Arvon DQ-480", "DQ-480"};
+    }
+    void fileGivenOnTheCommandLine()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, expected);
+        QString file = Example;
+        if (!content.isEmpty()) {
+            file = m_home->filePath(QStringLiteral("broken.stf"));
+            QFile broken(file);
+            QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write(content) == content.size());
+        }
+        const QProcess *app = startApp({file});
+        const QStringList seen = waitForTitles(app, expected);
+        if (seen.isEmpty() && stuckOnAMount(app))
             QSKIP("the program waits on a FUSE mount of this machine that does not answer");
         QCOMPARE(seen, expected);
     }

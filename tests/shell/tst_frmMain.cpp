@@ -213,6 +213,37 @@ private slots:
         QVERIFY(!action("mnuSave")->isVisible());
     }
 
+    void openOfAGivenFile_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("messages");
+        QTest::addColumn<QString>("projectName");
+        QTest::newRow("setting file") << readTestFile(Example) << QStringList() << QStringLiteral("Station");
+        QTest::newRow("broken file") << QByteArray("PJNAME,half a project,\r\nNOT A KEY LINE\r\n")
+                                     << QStringList {"Setting file error!"} << QString();
+    }
+    void openOfAGivenFile()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, messages);
+        QFETCH(QString, projectName);
+        const QString given = path(QStringLiteral("given.stf"));
+        writeTestFile(given, content);
+        f->msgBox.answers.append(QList<MsgBox::Answer>(messages.size(), MsgBox::Answer::Ok));
+        window->openProjectFile(given);
+        // No open dialog: the file named is read as File > Open reads the dialog's answer.
+        QVERIFY(f->fileDialogs.filters.isEmpty());
+        QCOMPARE(f->msgBox.shown, messages);
+        QCOMPARE(f->state->Setting.ProjectName, projectName);
+        QCOMPARE(f->state->ProjectFilePath, given);
+        const bool read = messages.isEmpty();
+        QCOMPARE(f->state->CurrentFilePath, read ? given : QString());
+        QCOMPARE(window->editWindow() != nullptr, read);
+        QCOMPARE(action("mnuSave")->isVisible(), read);
+        if (read)
+            QCOMPARE(window->windowTitle(), QStringLiteral("DQ-480 Setting Software : ") + given);
+    }
+
     void openRefusesNamesThatWouldLeaveTheirFolder_data()
     {
         QTest::addColumn<QByteArray>("from");
