@@ -74,6 +74,8 @@ int main(int argc, char *argv[])
     // No application display name: the window system would add it to every window's and message
     // box's title, and the captions are the program's own.
     QApplication::setWindowIcon(ToolbarIcons::application());
+    // Ties the windows to the installed menu entry, whose icon Wayland desktops show for them.
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.arvon.dq480"));
     QCommandLineParser parser;
     describeOptions(parser, encodingOption);
     parser.process(app);
