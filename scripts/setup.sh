@@ -13,6 +13,8 @@ packages=(
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
     python3-fusepy               # a test card that keeps wrong bytes (tests/support/altering_fs.py)
     poppler-utils                # print-outs read back as text in tests
+    desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin bash-completion  # installed desktop files checked
+    dpkg-dev fakeroot lintian    # the Debian package: cpack -G DEB, its dependencies, its check
     xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
 )
 
