@@ -158,6 +158,8 @@ private slots:
         QTest::newRow("new project") << "ctrl+n" << QStringList {"DQ-480 Setting Software : New File"};
         // The second copy only says that the first one runs, in a message box.
         QTest::newRow("message box") << "second copy" << QStringList {"DQ-480"};
+        // A file double-clicked while the program runs opens nothing in either copy.
+        QTest::newRow("second copy with a file") << "second copy with a file" << QStringList {"DQ-480"};
     }
     void titlesAreTheProgramsOwn()
     {
@@ -174,6 +176,8 @@ private slots:
         const QProcess *shown = first;
         if (step == QLatin1String("second copy")) {
             shown = startApp();
+        } else if (step == QLatin1String("second copy with a file")) {
+            shown = startApp({Example});
         } else if (!step.isEmpty()) {
             xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), onlyWindow(first)});
             xdotool({QStringLiteral("key"), step});
@@ -182,6 +186,8 @@ private slots:
         if (seen.isEmpty() && stuckOnAMount(shown))
             QSKIP("the program waits on a FUSE mount of this machine that does not answer");
         QCOMPARE(seen, expected);
+        if (step.startsWith(QLatin1String("second copy")))
+            QCOMPARE(titles(first), QStringList {"Arvon DQ-480"});
     }
 
     // What a file manager's double-click runs: the program with the file's path.
