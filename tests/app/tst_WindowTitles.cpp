@@ -16,6 +16,12 @@ namespace {
 const QString AppProgram = QStringLiteral(DQ480_APP);
 const QString Example = QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf");
 
+QByteArray readExample()
+{
+    QFile file(Example);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
 
 class tst_WindowTitles : public QObject
@@ -49,9 +55,10 @@ class tst_WindowTitles : public QObject
         return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
     }
 
-    QProcess *startApp(const QStringList &arguments = {})
+    QProcess *startApp(const QStringList &arguments = {}, const QString &folder = {})
     {
         auto *app = new QProcess(this);
+        app->setWorkingDirectory(folder);
         app->setProcessEnvironment(appEnvironment());
         app->setProcessChannelMode(QProcess::ForwardedErrorChannel);
         app->start(AppProgram, arguments);
@@ -193,24 +200,30 @@ private slots:
     // What a file manager's double-click runs: the program with the file's path.
     void fileGivenOnTheCommandLine_data()
     {
+        QTest::addColumn<QString>("argument");
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("setting file") << QByteArray() << QStringList {"DQ-480 Setting Software : " + Example};
+        QTest::newRow("setting file")
+            << Example << QByteArray() << QStringList {"DQ-480 Setting Software : " + Example};
+        // A shell's relative name: the project remembers where the file is, for Save.
+        QTest::newRow("name in the working folder")
+            << "station.stf" << readExample() << QStringList {"DQ-480 Setting Software : %1/station.stf"};
         // The main window with the message box over it.
-        QTest::newRow("broken file") << QByteArray("PJNAME,half a project,\r\nNOT A KEY LINE\r\n")
+        QTest::newRow("broken file") << "broken.stf"
+                                     << QByteArray("PJNAME,half a project,\r\nNOT A KEY LINE\r\n")
                                      << QStringList {"Arvon DQ-480", "DQ-480"};
     }
     void fileGivenOnTheCommandLine()
     {
+        QFETCH(QString, argument);
         QFETCH(QByteArray, content);
         QFETCH(QStringList, expected);
-        QString file = Example;
         if (!content.isEmpty()) {
-            file = m_home->filePath(QStringLiteral("broken.stf"));
-            QFile broken(file);
-            QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write(content) == content.size());
+            QFile file(m_home->filePath(argument));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
         }
-        const QProcess *app = startApp({file});
+        expected.replaceInStrings(QStringLiteral("%1"), m_home->path());
+        const QProcess *app = startApp({argument}, m_home->path());
         const QStringList seen = waitForTitles(app, expected);
         if (seen.isEmpty() && stuckOnAMount(app))
             QSKIP("the program waits on a FUSE mount of this machine that does not answer");

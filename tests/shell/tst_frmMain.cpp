@@ -215,29 +215,42 @@ private slots:
 
     void openOfAGivenFile_data()
     {
+        QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QStringList>("messages");
+        QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("projectName");
-        QTest::newRow("setting file") << readTestFile(Example) << QStringList() << QStringLiteral("Station");
-        QTest::newRow("broken file") << QByteArray("PJNAME,half a project,\r\nNOT A KEY LINE\r\n")
-                                     << QStringList {"Setting file error!"} << QString();
+        const QByteArray setting = readTestFile(Example);
+        QTest::newRow("setting file") << "given.stf" << setting << QString() << QStringLiteral("Station");
+        // A card's control file: the setting file without its project header.
+        QTest::newRow("card control file")
+            << "DQ480.CSV" << setting.mid(setting.indexOf("CARDNAME,")) << QString() << QString();
+        QTest::newRow("broken file") << "given.stf"
+                                     << QByteArray("PJNAME,half a project,\r\nNOT A KEY LINE\r\n")
+                                     << QStringLiteral("Setting file error!") << QString();
+        QTest::newRow("missing file")
+            << "gone.stf" << QByteArray() << QStringLiteral("Cannot open %1: No such file or directory")
+            << QString();
     }
     void openOfAGivenFile()
     {
+        QFETCH(QString, name);
         QFETCH(QByteArray, content);
-        QFETCH(QStringList, messages);
+        QFETCH(QString, message);
         QFETCH(QString, projectName);
-        const QString given = path(QStringLiteral("given.stf"));
-        writeTestFile(given, content);
-        f->msgBox.answers.append(QList<MsgBox::Answer>(messages.size(), MsgBox::Answer::Ok));
+        const QString given = path(name);
+        if (!content.isEmpty())
+            writeTestFile(given, content);
+        if (!message.isEmpty())
+            f->msgBox.script({MsgBox::Answer::Ok});
         window->openProjectFile(given);
         // No open dialog: the file named is read as File > Open reads the dialog's answer.
         QVERIFY(f->fileDialogs.filters.isEmpty());
-        QCOMPARE(f->msgBox.shown, messages);
+        QCOMPARE(f->msgBox.shown, message.isEmpty() ? QStringList() : QStringList {message.arg(given)});
         QCOMPARE(f->state->Setting.ProjectName, projectName);
         QCOMPARE(f->state->ProjectFilePath, given);
-        const bool read = messages.isEmpty();
+        const bool read = message.isEmpty();
         QCOMPARE(f->state->CurrentFilePath, read ? given : QString());
+        QCOMPARE(f->state->ProjectFileName, read ? name : QStringLiteral("New File"));
         QCOMPARE(window->editWindow() != nullptr, read);
         QCOMPARE(action("mnuSave")->isVisible(), read);
         if (read)
