@@ -1,0 +1,49 @@
+#include "AudioInfo.h"
+
+#include "AudioDecode.h"
+#include "Loudness.h"
+#include "Mp2File.h"
+
+#include <QDir>
+#include <QFile>
+
+bool probeAudioFile(const QString &path, AudioInfo &info, QString &error)
+{
+    DecodedAudio audio;
+    QString reason;
+    LoudnessMeasure measure;
+    if (!decodeAudioFile(path, audio, reason)
+        || !measureLoudness(audio.samples, audio.channels, audio.sampleRate, measure, reason)) {
+        error = QStringLiteral("Cannot read %1: %2").arg(QDir::toNativeSeparators(path), reason);
+        return false;
+    }
+    info.format = audio.format;
+    info.sampleRate = audio.sampleRate;
+    info.channels = audio.channels;
+    info.seconds = audio.seconds();
+    info.integratedLufs = measure.integratedLufs;
+    info.truePeakDb = measure.truePeakDb;
+    info.deviceAccepts = IsValidMp2File(path);
+    return true;
+}
+
+std::optional<double> mp2Duration(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    DecodedAudio audio;
+    QString error;
+    if (!decodeMpegBytes(file.readAll(), audio, error))
+        return std::nullopt;
+    return audio.seconds();
+}
+
+QString formatDuration(double seconds)
+{
+    const qint64 tenths = qRound64(std::max(0.0, seconds) * 10.0);
+    return QStringLiteral("%1:%2.%3")
+        .arg(tenths / 600)
+        .arg((tenths / 10) % 60, 2, 10, QLatin1Char('0'))
+        .arg(tenths % 10);
+}
