@@ -38,18 +38,28 @@ bool measureLoudness(const std::vector<float> &samples, int channels, int sample
         error = QStringLiteral("the loudness meter failed.");
         return false;
     }
-    double loudness = 0.0;
-    if (ebur128_loudness_global(state.get(), &loudness) != EBUR128_SUCCESS) {
-        error = QStringLiteral("the loudness meter failed.");
-        return false;
-    }
-    measure.integratedLufs = std::isfinite(loudness) ? loudness : -std::numeric_limits<double>::infinity();
     double highest = 0.0;
     for (int c = 0; c < channels; ++c) {
         double peak = 0.0;
         if (ebur128_true_peak(state.get(), unsigned(c), &peak) == EBUR128_SUCCESS)
             highest = std::max(highest, peak);
     }
+    // The meter needs 400 ms to give a value; a shorter chime is measured played over until it
+    // lasts that long, which is the loudness a listener hears while it plays. Its peak stays the
+    // one measured above: the joins are not part of the sound.
+    const size_t shortest = size_t(sampleRate) * 4 / 10 + 1;
+    for (size_t measured = frames; frames > 0 && measured < shortest; measured += frames) {
+        if (ebur128_add_frames_float(state.get(), samples.data(), frames) != EBUR128_SUCCESS) {
+            error = QStringLiteral("the loudness meter failed.");
+            return false;
+        }
+    }
+    double loudness = 0.0;
+    if (ebur128_loudness_global(state.get(), &loudness) != EBUR128_SUCCESS) {
+        error = QStringLiteral("the loudness meter failed.");
+        return false;
+    }
+    measure.integratedLufs = std::isfinite(loudness) ? loudness : -std::numeric_limits<double>::infinity();
     measure.truePeakDb = toDb(highest);
     return true;
 }

@@ -14,7 +14,8 @@ struct LoudnessMeasure
     double truePeakDb = -std::numeric_limits<double>::infinity();
 };
 
-/// Measures interleaved samples. False with `error` when libebur128 refuses them.
+/// Measures interleaved samples; a sound shorter than the meter's 400 ms block is measured
+/// repeated until it fills one. False with `error` when libebur128 refuses them.
 bool measureLoudness(const std::vector<float> &samples, int channels, int sampleRate,
                      LoudnessMeasure &measure, QString &error);
 

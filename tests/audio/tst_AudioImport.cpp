@@ -16,7 +16,7 @@ using namespace AudioFixtures;
 
 namespace {
 
-enum class Source { SineWav48Stereo, SpeechEspeak, SpeechFlac, SpeechMp3, SineWav44Mono };
+enum class Source { SineWav48Stereo, SpeechEspeak, SpeechFlac, SpeechMp3, SineWav44Mono, ShortChime };
 
 // The loudness an MP2 plays at, measured as the import measures: one channel at its own rate.
 double playedLoudness(const QString &mp2)
@@ -80,6 +80,10 @@ class tst_AudioImport : public QObject
             const QString path = m_dir.filePath(QStringLiteral("sine44.wav"));
             return write(path, sine(440.0, 3.3, 44100, 1, 0.3), Wav16) ? path : QString();
         }
+        case Source::ShortChime: {
+            const QString path = m_dir.filePath(QStringLiteral("chime.wav"));
+            return write(path, sine(880.0, 0.25, 48000, 1, 0.1), Wav16) ? path : QString();
+        }
         }
         return {};
     }
@@ -99,6 +103,9 @@ private slots:
         QTest::newRow("espeak-ng speech") << Source::SpeechEspeak << Mp2Quality::Standard << -23.0 << 32000;
         QTest::newRow("FLAC speech") << Source::SpeechFlac << Mp2Quality::Standard << -20.0 << 32000;
         QTest::newRow("MP3 speech") << Source::SpeechMp3 << Mp2Quality::High << -20.0 << 44100;
+        // Shorter than the 400 ms the loudness meter needs.
+        QTest::newRow("chime of a quarter second")
+            << Source::ShortChime << Mp2Quality::Standard << -16.0 << 32000;
         QTest::newRow("WAV 44.1 kHz mono") << Source::SineWav44Mono << Mp2Quality::Standard << -18.0 << 32000;
     }
     void roundTrip()
