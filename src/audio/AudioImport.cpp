@@ -64,7 +64,7 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
     }
     const int rate = mp2SampleRate(options.quality);
     std::vector<float> resampled;
-    if (!resampleMono(mono, inputRate, rate, resampled, reason))
+    if (!resampleMono(mono, inputRate, rate, resampled, reason, options.resampling))
         return false;
     mono = std::vector<float>();
     if (cancelled(options)) {

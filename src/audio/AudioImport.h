@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Mp2Encode.h"
+#include "Resample.h"
 
 #include <QString>
 
@@ -15,6 +16,8 @@ struct ImportOptions
     std::optional<double> targetLufs = -16.0;
     /// The true peak the gain must keep under, in dBTP.
     double truePeakCeilingDb = -1.0;
+    /// The sample rate converter; the best one unless speed matters more (benchmarks).
+    ResampleQuality resampling = ResampleQuality::Best;
     /// Cut silence (under -50 dBFS) at the start and the end.
     bool trimSilence = false;
     /// Set from another thread to stop; the import then writes nothing.

@@ -5,7 +5,7 @@
 #include <cmath>
 
 bool resampleMono(const std::vector<float> &in, int fromRate, int toRate, std::vector<float> &out,
-                  QString &error)
+                  QString &error, ResampleQuality quality)
 {
     if (fromRate == toRate) {
         out = in;
@@ -19,7 +19,8 @@ bool resampleMono(const std::vector<float> &in, int fromRate, int toRate, std::v
     data.data_out = out.data();
     data.output_frames = long(out.size());
     data.src_ratio = ratio;
-    const int status = src_simple(&data, SRC_SINC_BEST_QUALITY, 1);
+    const int status = src_simple(
+        &data, quality == ResampleQuality::Best ? SRC_SINC_BEST_QUALITY : SRC_SINC_MEDIUM_QUALITY, 1);
     if (status != 0) {
         error = QStringLiteral("the sample rate converter failed (%1).")
                     .arg(QString::fromUtf8(src_strerror(status)));
