@@ -6,8 +6,10 @@
 #include "MsgBox.h"
 #include "PathLabelText.h"
 #include "PathText.h"
+#include "RecordingImport.h"
 #include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
+#include "SentenceName.h"
 #include "SentenceTableEdit.h"
 #include "SharedState.h"
 #include "TextChecks.h"
@@ -17,6 +19,7 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -225,6 +228,10 @@ void dlgPcCa::TxtPcCa_KeyDown_Enter(int index)
 
 void dlgPcCa::TxtPcCa_OLEDragDrop(int index, const QString &path)
 {
+    if (isRecordingToImport(path)) {
+        importRecordings(index, {path});
+        return;
+    }
     const QString name = droppedFileName(QDir::toNativeSeparators(path));
     if (name.isEmpty())
         return;
@@ -235,6 +242,49 @@ void dlgPcCa::TxtPcCa_OLEDragDrop(int index, const QString &path)
     QString error;
     if (!StoreSentenceFile(m_context.state, m_context.msgBox, StoreMode::WorkFolder, path, error))
         m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+}
+
+void dlgPcCa::importRecordings(int index, const QStringList &paths)
+{
+    SettingData &buffer = m_context.state.SettingBuffer;
+    const int count = std::min(int(paths.size()), m_limit - index);
+    // Names the table holds elsewhere are taken; the boxes being filled give theirs up.
+    QStringList taken;
+    for (int i = 0; i < Entries; ++i)
+        if ((i < index || i >= index + count) && !buffer.SentenceFileName[i].isEmpty())
+            taken << buffer.SentenceFileName[i];
+    const QString folder = workFolder(m_context.state);
+    QDir().mkpath(folder);
+    std::vector<RecordingJob> jobs;
+    for (int k = 0; k < count; ++k) {
+        const QString &path = paths[k];
+        QString name = sentenceFileNameForRecording(path);
+        if (!isFittingSentenceName(QFileInfo(path).completeBaseName())
+            || taken.contains(name, Qt::CaseInsensitive))
+            name = proposeSentenceName(path, taken);
+        taken << name;
+        jobs.push_back({path, folder + name, QString()});
+    }
+    if (jobs.empty())
+        return;
+    const bool completed = runRecordingImports(jobs, this);
+    // The sentences made fill the boxes one after the other; a refused recording leaves no gap.
+    QStringList errors;
+    int box = index;
+    for (const RecordingJob &job : jobs) {
+        if (!job.error.isEmpty()) {
+            errors << job.error;
+            continue;
+        }
+        Table::setEntry(buffer, box, QFileInfo(job.output).fileName());
+        showBox(box, buffer.SentenceFileName[box]);
+        ++box;
+    }
+    setModified();
+    m_current = index;
+    m_boxes[index]->setFocus();
+    if (!errors.isEmpty() && completed)
+        m_context.msgBox.show(errors.join(QLatin1Char('\n')), MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
 }
 
 bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
@@ -260,7 +310,14 @@ bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
         auto *drop = static_cast<QDropEvent *>(event);
         const QList<QUrl> urls = drop->mimeData()->urls();
         if (!urls.isEmpty() && urls.first().isLocalFile()) {
-            TxtPcCa_OLEDragDrop(index, urls.first().toLocalFile());
+            QStringList recordings;
+            for (const QUrl &url : urls)
+                if (url.isLocalFile() && isRecordingToImport(url.toLocalFile()))
+                    recordings << url.toLocalFile();
+            if (isRecordingToImport(urls.first().toLocalFile()))
+                importRecordings(index, recordings);
+            else
+                TxtPcCa_OLEDragDrop(index, urls.first().toLocalFile());
             drop->acceptProposedAction();
             return true;
         }

@@ -61,6 +61,8 @@ private:
     /// Copies a named file from the sentence folder into the work folder; says why when it cannot.
     void takeIntoWorkFolder(const QString &name);
     int indexOfBox(QObject *object) const;
+    /// Makes sentences of dropped recordings in the work folder and enters them from box `index` on.
+    void importRecordings(int index, const QStringList &paths);
 
     AppContext &m_context;
     int m_limit = 128;
