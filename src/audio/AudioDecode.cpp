@@ -250,6 +250,26 @@ bool decodeMpegBytes(const QByteArray &bytes, DecodedAudio &audio, QString &erro
     return decodeMpeg(bytes, audio, error, nullptr);
 }
 
+double mpegFileSeconds(const QString &path)
+{
+    initMpg123Once();
+    int status = MPG123_OK;
+    std::unique_ptr<mpg123_handle, Mpg123Closer> handle(mpg123_new(nullptr, &status));
+    if (!handle)
+        return -1.0;
+    mpg123_param(handle.get(), MPG123_ADD_FLAGS, MPG123_QUIET, 0.0);
+    if (mpg123_open(handle.get(), QFile::encodeName(path).constData()) != MPG123_OK
+        || mpg123_scan(handle.get()) != MPG123_OK)
+        return -1.0;
+    long rate = 0;
+    int channels = 0;
+    int encoding = 0;
+    const off_t samples = mpg123_length(handle.get());
+    if (mpg123_getformat(handle.get(), &rate, &channels, &encoding) != MPG123_OK || rate <= 0 || samples <= 0)
+        return -1.0;
+    return double(samples) / double(rate);
+}
+
 std::vector<float> downmixToMono(const DecodedAudio &audio)
 {
     if (audio.channels == 1)

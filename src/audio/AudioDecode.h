@@ -31,5 +31,9 @@ bool decodeAudioFile(const QString &path, DecodedAudio &audio, QString &error,
 /// The same from bytes in memory, for MPEG audio only (what the encoder just produced).
 bool decodeMpegBytes(const QByteArray &bytes, DecodedAudio &audio, QString &error);
 
+/// The playing time of an MPEG audio file from its frame headers (libmpg123 scans them without
+/// decoding); negative when the file cannot be read or holds no MPEG audio.
+double mpegFileSeconds(const QString &path);
+
 /// Averages the channels into one.
 std::vector<float> downmixToMono(const DecodedAudio &audio);

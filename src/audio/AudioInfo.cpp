@@ -29,14 +29,8 @@ bool probeAudioFile(const QString &path, AudioInfo &info, QString &error)
 
 std::optional<double> mp2Duration(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    DecodedAudio audio;
-    QString error;
-    if (!decodeMpegBytes(file.readAll(), audio, error))
-        return std::nullopt;
-    return audio.seconds();
+    const double seconds = mpegFileSeconds(path);
+    return seconds >= 0.0 ? std::optional<double>(seconds) : std::nullopt;
 }
 
 QString formatDuration(double seconds)

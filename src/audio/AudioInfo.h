@@ -19,8 +19,9 @@ struct AudioInfo
 /// Decodes and measures a recording. False with `error` (naming the file) when it cannot.
 bool probeAudioFile(const QString &path, AudioInfo &info, QString &error);
 
-/// The playing time of an MP2 file in seconds (decoded with libmpg123); none when the file cannot
-/// be read or holds no MPEG audio.
+/// The playing time of an MP2 file in seconds (its frames counted by libmpg123, without decoding,
+/// so that a table of sentences shows at once); none when the file cannot be read or holds no
+/// MPEG audio.
 std::optional<double> mp2Duration(const QString &path);
 
 /// "1:05.3": minutes and seconds to a tenth.

@@ -1,6 +1,7 @@
 #include "AudioFixtures.h"
 #include "GuiFixture.h"
 #include "Mp2File.h"
+#include "RecordingImport.h"
 #include "SentenceFolders.h"
 #include "TestFiles.h"
 #include "dlgPcCa.h"
@@ -9,8 +10,10 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 
 using namespace AudioFixtures;
@@ -104,6 +107,31 @@ private slots:
         // Dropped again on its own box, it keeps its name.
         dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
         QCOMPARE(dialog.box(0)->text(), QStringLiteral("HELLO.MP2"));
+    }
+
+    // Cancel in the progress dialog stops the imports under way and removes what this run wrote.
+    void cancelLeavesNothing()
+    {
+        const QString longer = recording(QStringLiteral("longer.wav"));
+        QVERIFY(write(longer, speechLike(30.0, 48000, 2), Wav16));
+        QTemporaryDir out;
+        // The short one is written first; Cancel comes once it is there, while the long ones run.
+        std::vector<RecordingJob> jobs {
+            {recording(QStringLiteral("hello.wav")), out.filePath(QStringLiteral("S.MP2")), {}}};
+        for (int i = 0; i < 4; ++i)
+            jobs.push_back({longer, out.filePath(QStringLiteral("L%1.MP2").arg(i)), QString()});
+        QWidget parent;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, &parent, [&] {
+            auto *progress = parent.findChild<QProgressDialog *>(QStringLiteral("prgImport"));
+            if (progress && QFile::exists(jobs.front().output))
+                progress->cancel();
+        });
+        poll.start(2);
+        QVERIFY(!runRecordingImports(jobs, &parent));
+        for (const RecordingJob &job : jobs)
+            QCOMPARE(job.error, QStringLiteral("The import was cancelled."));
+        QCOMPARE(QDir(out.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
     }
 
     void mp2FilesAreStillCopied()
