@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ pkgconf
     qt6-base-dev qt6-base-dev-tools libgl-dev
+    qt6-multimedia-dev           # plays a sentence in the sentence table
     clang libclang-rt-14-dev     # the setting-file reader's fuzzer
     libbenchmark-dev             # benchmarks
     libtwolame-dev               # makes the 1 kHz test tone when it is missing; encodes imported sentences

@@ -1,6 +1,7 @@
 #include "dlgPcCa.h"
 #include "OperatorMessages.h"
 
+#include "AudioInfo.h"
 #include "BoxColumns.h"
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -10,6 +11,7 @@
 #include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
 #include "SentenceName.h"
+#include "SentencePlayer.h"
 #include "SentenceTableEdit.h"
 #include "SharedState.h"
 #include "TextChecks.h"
@@ -63,6 +65,14 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     m_hscCaPc = new QScrollBar(Qt::Horizontal, this);
     m_hscCaPc->setObjectName(QStringLiteral("hscCaPc"));
     m_hscCaPc->setAccessibleName(QStringLiteral("Sentence columns"));
+    m_cmdPcCaPlay = namedButton(tr("Play"), "cmdPcCaPlay", this);
+    m_player = new SentencePlayer(this);
+    if (!SentencePlayer::hasOutput()) {
+        m_cmdPcCaPlay->setEnabled(false);
+        m_cmdPcCaPlay->setToolTip(tr("This PC has no audio output."));
+    }
+    m_lblPcCaDuration = new QLabel(this);
+    m_lblPcCaDuration->setObjectName(QStringLiteral("lblPcCaDuration"));
     m_lblsentPath = new QLabel(this);
     m_lblsentPath->setObjectName(QStringLiteral("lblsentPath"));
 
@@ -70,6 +80,8 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     for (QPushButton *button : {cmdPcCaAll, cmdPcCaIns, cmdPcCaDel, cmdPcCaMov})
         edits->addWidget(button);
     edits->addStretch();
+    edits->addWidget(m_lblPcCaDuration);
+    edits->addWidget(m_cmdPcCaPlay);
     auto *pathRow = new QHBoxLayout;
     pathRow->addWidget(m_lblsentPath, 1);
     pathRow->addWidget(cmdsentPath);
@@ -89,6 +101,7 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     connect(cmdPcCaIns, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaIns_Click);
     connect(cmdPcCaAll, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaAll_Click);
     connect(m_hscCaPc, &QScrollBar::valueChanged, this, &dlgPcCa::hscCaPc_Change);
+    connect(m_cmdPcCaPlay, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaPlay_Click);
     Form_Load();
 }
 
@@ -283,8 +296,29 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
     setModified();
     m_current = index;
     m_boxes[index]->setFocus();
+    showDuration(index);
     if (!errors.isEmpty() && completed)
         m_context.msgBox.show(errors.join(QLatin1Char('\n')), MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+}
+
+void dlgPcCa::showDuration(int index)
+{
+    const QString name = m_boxes[index]->text();
+    const QString file = sentenceSoundFile(m_context.state, name);
+    const std::optional<double> seconds = file.isEmpty() ? std::nullopt : mp2Duration(file);
+    const QString text = seconds ? QStringLiteral("%1  %2").arg(name, formatDuration(*seconds)) : QString();
+    m_lblPcCaDuration->setText(text);
+    m_boxes[index]->setToolTip(seconds ? formatDuration(*seconds) : QString());
+}
+
+void dlgPcCa::cmdPcCaPlay_Click()
+{
+    const QString file = sentenceSoundFile(m_context.state, m_boxes[m_current]->text());
+    if (file.isEmpty())
+        return;
+    QString error;
+    if (!m_player->play(file, error))
+        m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
 }
 
 bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
@@ -295,6 +329,7 @@ bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::FocusIn:
         m_current = index;
+        showDuration(index);
         break;
     case QEvent::DragEnter:
     case QEvent::DragMove: {

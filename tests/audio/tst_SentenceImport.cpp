@@ -3,11 +3,13 @@
 #include "Mp2File.h"
 #include "RecordingImport.h"
 #include "SentenceFolders.h"
+#include "SentencePlayer.h"
 #include "TestFiles.h"
 #include "dlgPcCa.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QProgressDialog>
@@ -73,6 +75,10 @@ private slots:
         QVERIFY(IsValidMp2File(workFile(QStringLiteral("GOOD_MOR.MP2"))));
         QVERIFY(f->msgBox.shown.isEmpty());
         QVERIFY(findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaApp"))->isEnabled());
+        // The box the recordings were dropped on shows the first one's playing time.
+        QCOMPARE(findControl<QLabel>(&dialog, QStringLiteral("lblPcCaDuration"))->text(),
+                 QStringLiteral("HELLO.MP2  0:01.5"));
+        QCOMPARE(dialog.box(2)->toolTip(), QStringLiteral("0:01.5"));
 
         // Apply stores them in the project's folder, where card write takes them.
         findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaOk"))->click();
@@ -132,6 +138,30 @@ private slots:
         for (const RecordingJob &job : jobs)
             QCOMPARE(job.error, QStringLiteral("The import was cancelled."));
         QCOMPARE(QDir(out.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    }
+
+    void playNeedsAnAudioOutput()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        auto *play = findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaPlay"));
+        QCOMPARE(play->isEnabled(), SentencePlayer::hasOutput());
+        if (!play->isEnabled())
+            QCOMPARE(play->toolTip(), QStringLiteral("This PC has no audio output."));
+    }
+
+    // A sentence named in the table is found where the dialog keeps it: the work folder before the
+    // project's folder and the sentence folder.
+    void soundFileOfAnEntry()
+    {
+        QTemporaryDir voice;
+        state().SentencePath = voice.path() + QLatin1Char('/');
+        writeTestFile(voice.filePath(QStringLiteral("a.mp2")), "voice");
+        QCOMPARE(sentenceSoundFile(state(), QStringLiteral("A.MP2")),
+                 voice.filePath(QStringLiteral("a.mp2")));
+        QDir().mkpath(f->home.filePath(QStringLiteral("SoundTmp")));
+        writeTestFile(workFile(QStringLiteral("A.MP2")), "work");
+        QCOMPARE(sentenceSoundFile(state(), QStringLiteral("a.mp2")), workFile(QStringLiteral("A.MP2")));
+        QVERIFY(sentenceSoundFile(state(), QStringLiteral("B.MP2")).isEmpty());
     }
 
     void mp2FilesAreStillCopied()
