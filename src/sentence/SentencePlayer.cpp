@@ -1,9 +1,7 @@
 #include "SentencePlayer.h"
 
 #include "AudioDecode.h"
-#include "SentenceFolderIndex.h"
-#include "SentenceFolders.h"
-#include "SharedState.h"
+#include "ProgramDuration.h"
 
 #include <QAudioDevice>
 #include <QAudioFormat>
@@ -13,16 +11,7 @@
 
 QString sentenceSoundFile(const SharedState &state, const QString &name)
 {
-    if (name.isEmpty())
-        return {};
-    for (const QString &folder : {workFolder(state), projectSentenceFolder(state), state.SentencePath}) {
-        if (folder.isEmpty())
-            continue;
-        const QString found = SentenceFolderIndex(folder).find(name);
-        if (!found.isEmpty())
-            return found;
-    }
-    return {};
+    return findSentenceSound(sentenceSoundFolders(state), name);
 }
 
 SentencePlayer::SentencePlayer(QObject *parent)
