@@ -1,12 +1,9 @@
 #include "ProgramDuration.h"
 
 #include "AudioInfo.h"
-#include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
 #include "SettingData.h"
 #include "SharedState.h"
-
-#include <QHash>
 
 QStringList sentenceSoundFolders(const SharedState &state)
 {
@@ -42,10 +39,40 @@ double waitSeconds(const QString &step)
 
 } // namespace
 
+SentenceTimes::SentenceTimes(const QStringList &folders)
+{
+    for (const QString &folder : folders)
+        m_folders.emplace_back(folder);
+}
+
+std::optional<double> SentenceTimes::seconds(const QString &name)
+{
+    if (name.isEmpty())
+        return std::nullopt;
+    const QString key = name.toUpper();
+    if (const auto known = m_known.constFind(key); known != m_known.constEnd())
+        return *known;
+    std::optional<double> found;
+    for (const SentenceFolderIndex &folder : m_folders) {
+        const QString file = folder.find(name);
+        if (!file.isEmpty()) {
+            found = mp2Duration(file);
+            break;
+        }
+    }
+    m_known.insert(key, found);
+    return found;
+}
+
 ProgramDuration programPlayingTime(const SettingData &data, int program, const QStringList &folders)
 {
+    SentenceTimes times(folders);
+    return programPlayingTime(data, program, times);
+}
+
+ProgramDuration programPlayingTime(const SettingData &data, int program, SentenceTimes &times)
+{
     ProgramDuration total;
-    QHash<QString, double> known; // a sentence played twice is looked up once
     for (const QString &step : data.ProgramData[program]) {
         if (step.isEmpty())
             continue;
@@ -58,16 +85,10 @@ ProgramDuration programPlayingTime(const SettingData &data, int program, const Q
         const int slot = step.mid(1).toInt() - 1;
         const QString name
             = slot >= 0 && slot < int(data.SentenceFileName.size()) ? data.SentenceFileName[slot] : QString();
-        auto found = known.find(name);
-        if (found == known.end()) {
-            const QString file = findSentenceSound(folders, name);
-            const std::optional<double> seconds = file.isEmpty() ? std::nullopt : mp2Duration(file);
-            found = known.insert(name, seconds ? *seconds : -1.0);
-        }
-        if (*found < 0.0)
-            ++total.missing;
+        if (const std::optional<double> seconds = times.seconds(name))
+            total.seconds += *seconds;
         else
-            total.seconds += *found;
+            ++total.missing;
     }
     return total;
 }

@@ -1,6 +1,7 @@
 #include "AudioFixtures.h"
 #include "AudioImport.h"
 #include "GuiFixture.h"
+#include "PrintOut.h"
 #include "ProgramDuration.h"
 #include "ProgramWindowTable.h"
 #include "SentenceFolders.h"
@@ -101,6 +102,30 @@ private slots:
         QCOMPARE(programPlayingTimeText(
                      programPlayingTime(state().SettingBuffer, 0, sentenceSoundFolders(state()))),
                  QStringLiteral("0:01.5"));
+    }
+
+    void printOutShowsTimes()
+    {
+        setSteps(0, {QStringLiteral("0001"), QStringLiteral("0002")});
+        setSteps(1, {QStringLiteral("0003")});
+        setSteps(2, {});
+        state().Setting = state().SettingBuffer;
+        const QList<PrintRow> rows = buildPrintOut(state(), PrintKind::AllSettingData);
+        QStringList sentences;
+        QStringList times;
+        for (const PrintRow &row : rows) {
+            if (row.style == PrintRow::TableRow)
+                sentences << row.cells.value(1) + QLatin1Char(' ') + row.cells.value(3);
+            if (row.style == PrintRow::Field && row.cells.value(0) == QLatin1String("Playing time"))
+                times << row.cells.value(1);
+        }
+        QCOMPARE(sentences,
+                 (QStringList {QStringLiteral("HELLO.MP2 0:01.5"), QStringLiteral("SPEECH.MP2 0:02.0"),
+                               QStringLiteral("GONE.MP2 not found")}));
+        // Program 3 has no steps and so no time; 4-64 keep their new-project step.
+        QCOMPARE(times.mid(0, 2),
+                 (QStringList {QStringLiteral("0:03.5"), QStringLiteral("0:00.0 (1 sentence not found)")}));
+        QCOMPARE(times.size(), 63);
     }
 
     void programWindowShowsIt()
