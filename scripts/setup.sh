@@ -6,9 +6,12 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ pkgconf
     qt6-base-dev qt6-base-dev-tools libgl-dev
+    qt6-multimedia-dev           # plays a sentence in the sentence table
     clang libclang-rt-14-dev     # the setting-file reader's fuzzer
     libbenchmark-dev             # benchmarks
-    libtwolame-dev               # makes the 1 kHz test tone when it is missing
+    libtwolame-dev               # makes the 1 kHz test tone when it is missing; encodes imported sentences
+    libsndfile1-dev libmpg123-dev libsamplerate0-dev libebur128-dev  # reads, resamples and measures recordings
+    espeak-ng sox                # speech and recordings made in the audio tests
     g++-mingw-w64-x86-64-posix   # compiles the Windows code as a check
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
     python3-fusepy               # a test card that keeps wrong bytes (tests/support/altering_fs.py)

@@ -45,3 +45,18 @@ int runPrint(CliContext &cli, const QStringList &args, const QString &kind, cons
 /// Writes a project to the card mounted at `card`, answering questions as `answers` says.
 int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
                  TerminalMsgBox::Preset answers);
+
+/// The options of import, as given.
+struct AudioOptions
+{
+    QString to;
+    QString name;
+    QString quality;
+    QString loudness;
+    bool trim = false;
+};
+
+/// Makes device-ready sentences from recordings in a folder; prints name, duration and loudness.
+int runImport(CliContext &cli, const QStringList &args, const AudioOptions &options);
+/// Prints each audio file's format, duration, loudness, true peak and whether the device plays it.
+int runInfo(CliContext &cli, const QStringList &args);

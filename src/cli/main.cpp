@@ -35,16 +35,30 @@ Commands:
   drives [--watch]      list the PC's drives as the program sees them: path, type, readiness,
                         file system, sizes, media check, and whether it can be the card slot;
                         with --watch, print each change until stopped (Ctrl+C)
+  import IN... --to FOLDER [--name NAME] [--quality standard|high] [--loudness LUFS|off] [--trim]
+                        make a sentence the device plays from each recording (WAV, AIFF, FLAC,
+                        OGG, Opus, MP3, MP2): mono MPEG-1 Layer II, standard = 32 kHz 64 kbit/s
+                        (default), high = 44.1 kHz 128 kbit/s, at -16 LUFS (true peak at most
+                        -1 dBTP) unless --loudness says otherwise; --trim cuts silence under
+                        -50 dBFS at both ends. The sentence is named after the recording, upper
+                        case; a name longer than 8 characters or holding a blank or
+                        \ / : * ? < > | , " ; is refused unless --name gives one. An existing
+                        sentence is replaced only with --force. Prints name, duration, loudness.
+                        A recording that cannot be read, is damaged, silent or longer than
+                        30 minutes is refused with the reason; nothing is written for it.
+  info FILE...          print an audio file's format, duration, integrated loudness (LUFS),
+                        true peak (dBTP), and whether the device plays it as it is
 
 Options:
   --encoding NAME       code page of the files (default CP932; also DQ480_ENCODING)
   --card-control        with convert: write a card control file whatever OUT is named
   --json                with show: print JSON
-  --force               with new: replace an existing file
+  --force               with new and import: replace an existing file
   --watch               with drives: keep watching
   --card MOUNTPOINT     with write-card: where the card is mounted
   --yes, --no           with write-card: the answer to every question
   --kind, --pdf, --pages  with print: what to print, where, and which pages
+  --to, --name, --quality, --loudness, --trim  with import: see above
   -h, --help            show this help
   -v, --version         show the version
 
@@ -92,10 +106,16 @@ int main(int argc, char *argv[])
     const QCommandLineOption kindOption(QStringLiteral("kind"), QString(), QStringLiteral("KIND"));
     const QCommandLineOption pdfOption(QStringLiteral("pdf"), QString(), QStringLiteral("FILE"));
     const QCommandLineOption pagesOption(QStringLiteral("pages"), QString(), QStringLiteral("RANGE"));
+    const QCommandLineOption toOption(QStringLiteral("to"), QString(), QStringLiteral("FOLDER"));
+    const QCommandLineOption nameOption(QStringLiteral("name"), QString(), QStringLiteral("NAME"));
+    const QCommandLineOption qualityOption(QStringLiteral("quality"), QString(), QStringLiteral("QUALITY"));
+    const QCommandLineOption loudnessOption(QStringLiteral("loudness"), QString(), QStringLiteral("LUFS"));
+    const QCommandLineOption trimOption(QStringLiteral("trim"));
     const QCommandLineOption helpOption(QStringList {QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption versionOption(QStringList {QStringLiteral("v"), QStringLiteral("version")});
     parser.addOptions({encodingOption, cardControlOption, jsonOption, forceOption, watchOption, cardOption,
-                       yesOption, noOption, kindOption, pdfOption, pagesOption, helpOption, versionOption});
+                       yesOption, noOption, kindOption, pdfOption, pagesOption, toOption, nameOption,
+                       qualityOption, loudnessOption, trimOption, helpOption, versionOption});
 
     if (!parser.parse(QCoreApplication::arguments())) {
         err << parser.errorText() << "\nTry 'dq480-cli --help'.\n";
@@ -146,6 +166,14 @@ int main(int argc, char *argv[])
              return runPrint(c, a, parser.value(kindOption), parser.value(pdfOption),
                              parser.value(pagesOption));
          }},
+        {QStringLiteral("import"),
+         [&](CliContext &c, const QStringList &a) {
+             return runImport(c, a,
+                              AudioOptions {parser.value(toOption), parser.value(nameOption),
+                                            parser.value(qualityOption), parser.value(loudnessOption),
+                                            parser.isSet(trimOption)});
+         }},
+        {QStringLiteral("info"), runInfo},
         {QStringLiteral("drives"),
          [&](CliContext &c, const QStringList &a) {
              return runDrives(c, a, parser.isSet(watchOption));

@@ -1,7 +1,9 @@
 #include "PrintOut.h"
 
+#include "AudioInfo.h"
 #include "NumberText.h"
 #include "PrintValues.h"
+#include "ProgramDuration.h"
 #include "SharedState.h"
 
 #include <QDate>
@@ -15,7 +17,7 @@ namespace {
 
 namespace V = PrintValues;
 
-void addProgram(QList<PrintRow> &rows, const SettingData &s, int p)
+void addProgram(QList<PrintRow> &rows, const SettingData &s, int p, SentenceTimes &times)
 {
     const qint32 option = s.ProgramOption[p];
     rows.append({PrintRow::Heading,
@@ -53,6 +55,10 @@ void addProgram(QList<PrintRow> &rows, const SettingData &s, int p)
             {PrintRow::Steps, {zeroPadded(first, 3) + QLatin1Char(':'), line.join(QLatin1Char(' '))}});
     if (number == 0)
         rows.append({PrintRow::Steps, {QString(), QStringLiteral("(no steps)")}});
+    else
+        rows.append(
+            {PrintRow::Field,
+             {QStringLiteral("Playing time"), programPlayingTimeText(programPlayingTime(s, p, times))}});
 }
 
 void addInformation(QList<PrintRow> &rows, const SharedState &state)
@@ -77,15 +83,19 @@ void addInformation(QList<PrintRow> &rows, const SharedState &state)
                   state.SurveillanceFile ? QStringLiteral("ON") : QStringLiteral("OFF")}});
 }
 
-void addSentences(QList<PrintRow> &rows, const SettingData &s)
+void addSentences(QList<PrintRow> &rows, const SettingData &s, SentenceTimes &times)
 {
     rows.append({PrintRow::Heading, {QStringLiteral("Sentence table")}});
     rows.append({PrintRow::TableHeader,
-                 {QStringLiteral("No."), QStringLiteral("File name"), QStringLiteral("Control")}});
+                 {QStringLiteral("No."), QStringLiteral("File name"), QStringLiteral("Control"),
+                  QStringLiteral("Time")}});
     for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
-        if (!s.SentenceFileName[slot].isEmpty())
-            rows.append({PrintRow::TableRow,
-                         {zeroPadded(slot + 1, 3), s.SentenceFileName[slot], s.SentenceControl[slot]}});
+        if (s.SentenceFileName[slot].isEmpty())
+            continue;
+        const std::optional<double> seconds = times.seconds(s.SentenceFileName[slot]);
+        rows.append({PrintRow::TableRow,
+                     {zeroPadded(slot + 1, 3), s.SentenceFileName[slot], s.SentenceControl[slot],
+                      seconds ? formatDuration(*seconds) : QStringLiteral("not found")}});
     }
 }
 
@@ -94,6 +104,7 @@ void addSentences(QList<PrintRow> &rows, const SettingData &s)
 QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int program)
 {
     const SettingData &s = state.Setting;
+    SentenceTimes times(sentenceSoundFolders(state));
     QList<PrintRow> rows;
     switch (kind) {
     case PrintKind::FileInformation:
@@ -103,21 +114,21 @@ QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int prog
     case PrintKind::AllSettingData:
         rows.append({PrintRow::Title, {QStringLiteral("All setting data copy")}});
         addInformation(rows, state);
-        addSentences(rows, s);
+        addSentences(rows, s, times);
         rows.append({PrintRow::Heading, {QStringLiteral("Programs")}});
         for (int p = 0; p < SettingData::Programs; ++p)
-            addProgram(rows, s, p);
+            addProgram(rows, s, p, times);
         break;
     case PrintKind::AllPrograms:
         rows.append({PrintRow::Title, {QStringLiteral("All program copy")}});
         for (int p = 0; p < SettingData::Programs; ++p)
-            addProgram(rows, s, p);
+            addProgram(rows, s, p, times);
         break;
     case PrintKind::OneProgram:
         rows.append(
             {PrintRow::Title,
              {QStringLiteral("Print out program number:") + QLatin1Char('P') + zeroPadded(program, 3)}});
-        addProgram(rows, s, qBound(1, program, SettingData::Programs) - 1);
+        addProgram(rows, s, qBound(1, program, SettingData::Programs) - 1, times);
         break;
     }
     return rows;
@@ -159,9 +170,10 @@ QList<QRectF> cellRects(const Layout &layout, const PrintRow &row, QPaintDevice 
     const qreal width = layout.body.width();
     QList<QRectF> rects;
     if (row.style == PrintRow::TableHeader || row.style == PrintRow::TableRow) {
-        const qreal columns[] = {0, width * 0.12, width * 0.45};
-        for (int i = 0; i < row.cells.size(); ++i)
-            rects << QRectF(columns[i], 0, (i + 1 < 3 ? columns[i + 1] : width) - columns[i],
+        const qreal columns[] = {0, width * 0.12, width * 0.45, width * 0.7};
+        const int count = qMin(int(row.cells.size()), 4);
+        for (int i = 0; i < count; ++i)
+            rects << QRectF(columns[i], 0, (i + 1 < count ? columns[i + 1] : width) - columns[i],
                             metrics.height());
         return rects;
     }

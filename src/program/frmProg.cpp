@@ -1,5 +1,6 @@
 #include "frmProg.h"
 #include "OperatorMessages.h"
+#include "ProgramDuration.h"
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -149,6 +150,9 @@ void frmProg::buildControls()
     form->addWidget(m_cmbPrgMethod, 1, 1);
     form->addWidget(lblAutoVol, 2, 0);
     form->addWidget(numberBox(m_txtAutoVol, m_vsAutoVol, this, 40), 2, 1, Qt::AlignLeft);
+    m_lblPrgTime = new QLabel(this);
+    m_lblPrgTime->setObjectName(QStringLiteral("lblPrgTime"));
+    form->addWidget(m_lblPrgTime, 3, 0, 1, 3);
     form->setColumnStretch(2, 1);
     // The frames keep their places while hidden, so the window does not jump between methods.
     for (QGroupBox *frame : {m_fraPrg1, m_fraPrg2, m_fraPrg3}) {
@@ -291,7 +295,16 @@ void frmProg::showWorkingCopy()
 
     m_optPrgBusy[(option() & Word::BusyBit) ? 0 : 1]->setChecked(true);
     showLevel(Word::outputLevel(option()));
+    showPlayingTime();
     m_cmdProgSave->setEnabled(false);
+}
+
+void frmProg::showPlayingTime()
+{
+    const SharedState &state = m_context.state;
+    m_lblPrgTime->setText(tr("Playing time: %1")
+                              .arg(programPlayingTimeText(programPlayingTime(state.SettingBuffer, m_p,
+                                                                             sentenceSoundFolders(state)))));
 }
 
 void frmProg::cmbPrgMethod_Click()
@@ -510,6 +523,8 @@ void frmProg::cmdProgStep_Click()
     m_context.state.StepProgramNumber = m_programNumber;
     if (!m_stepWindow) {
         m_stepWindow = new frmStep(m_context, *this);
+        // The steps may have changed: the playing time follows once the step window closes.
+        connect(m_stepWindow, &QObject::destroyed, this, &frmProg::showPlayingTime);
         if (m_mdiArea) {
             QMdiSubWindow *frame = m_mdiArea->addSubWindow(m_stepWindow);
             frame->setAttribute(Qt::WA_DeleteOnClose);

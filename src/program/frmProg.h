@@ -36,6 +36,8 @@ public:
     /// Shows the program as SettingBuffer holds it, with nothing left to apply; for when the
     /// working copy was reverted behind the window's back.
     void showWorkingCopy();
+    /// Shows how long one pass of the program's steps plays.
+    void showPlayingTime();
 
 public slots:
     void cmbPrgMethod_Click();
@@ -107,4 +109,5 @@ private:
     QScrollBar *m_vsAutoVol = nullptr;
     QPushButton *m_cmdProgStep = nullptr;
     QPushButton *m_cmdProgSave = nullptr;
+    QLabel *m_lblPrgTime = nullptr;
 };

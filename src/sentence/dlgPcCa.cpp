@@ -1,13 +1,17 @@
 #include "dlgPcCa.h"
 #include "OperatorMessages.h"
 
+#include "AudioInfo.h"
 #include "BoxColumns.h"
 #include "DialogLayout.h"
 #include "MsgBox.h"
 #include "PathLabelText.h"
 #include "PathText.h"
+#include "RecordingImport.h"
 #include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
+#include "SentenceName.h"
+#include "SentencePlayer.h"
 #include "SentenceTableEdit.h"
 #include "SharedState.h"
 #include "TextChecks.h"
@@ -17,6 +21,7 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -60,6 +65,14 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     m_hscCaPc = new QScrollBar(Qt::Horizontal, this);
     m_hscCaPc->setObjectName(QStringLiteral("hscCaPc"));
     m_hscCaPc->setAccessibleName(QStringLiteral("Sentence columns"));
+    m_cmdPcCaPlay = namedButton(tr("Play"), "cmdPcCaPlay", this);
+    m_player = new SentencePlayer(this);
+    if (!SentencePlayer::hasOutput()) {
+        m_cmdPcCaPlay->setEnabled(false);
+        m_cmdPcCaPlay->setToolTip(tr("This PC has no audio output."));
+    }
+    m_lblPcCaDuration = new QLabel(this);
+    m_lblPcCaDuration->setObjectName(QStringLiteral("lblPcCaDuration"));
     m_lblsentPath = new QLabel(this);
     m_lblsentPath->setObjectName(QStringLiteral("lblsentPath"));
 
@@ -67,6 +80,8 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     for (QPushButton *button : {cmdPcCaAll, cmdPcCaIns, cmdPcCaDel, cmdPcCaMov})
         edits->addWidget(button);
     edits->addStretch();
+    edits->addWidget(m_lblPcCaDuration);
+    edits->addWidget(m_cmdPcCaPlay);
     auto *pathRow = new QHBoxLayout;
     pathRow->addWidget(m_lblsentPath, 1);
     pathRow->addWidget(cmdsentPath);
@@ -86,6 +101,7 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     connect(cmdPcCaIns, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaIns_Click);
     connect(cmdPcCaAll, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaAll_Click);
     connect(m_hscCaPc, &QScrollBar::valueChanged, this, &dlgPcCa::hscCaPc_Change);
+    connect(m_cmdPcCaPlay, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaPlay_Click);
     Form_Load();
 }
 
@@ -225,6 +241,10 @@ void dlgPcCa::TxtPcCa_KeyDown_Enter(int index)
 
 void dlgPcCa::TxtPcCa_OLEDragDrop(int index, const QString &path)
 {
+    if (isRecordingToImport(path)) {
+        importRecordings(index, {path});
+        return;
+    }
     const QString name = droppedFileName(QDir::toNativeSeparators(path));
     if (name.isEmpty())
         return;
@@ -237,6 +257,70 @@ void dlgPcCa::TxtPcCa_OLEDragDrop(int index, const QString &path)
         m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
 }
 
+void dlgPcCa::importRecordings(int index, const QStringList &paths)
+{
+    SettingData &buffer = m_context.state.SettingBuffer;
+    const int count = std::min(int(paths.size()), m_limit - index);
+    // Names the table holds elsewhere are taken; the boxes being filled give theirs up.
+    QStringList taken;
+    for (int i = 0; i < Entries; ++i)
+        if ((i < index || i >= index + count) && !buffer.SentenceFileName[i].isEmpty())
+            taken << buffer.SentenceFileName[i];
+    const QString folder = workFolder(m_context.state);
+    QDir().mkpath(folder);
+    std::vector<RecordingJob> jobs;
+    for (int k = 0; k < count; ++k) {
+        const QString &path = paths[k];
+        QString name = sentenceFileNameForRecording(path);
+        if (!isFittingSentenceName(QFileInfo(path).completeBaseName())
+            || taken.contains(name, Qt::CaseInsensitive))
+            name = proposeSentenceName(path, taken);
+        taken << name;
+        jobs.push_back({path, folder + name, QString()});
+    }
+    if (jobs.empty())
+        return;
+    const bool completed = runRecordingImports(jobs, this);
+    // The sentences made fill the boxes one after the other; a refused recording leaves no gap.
+    QStringList errors;
+    int box = index;
+    for (const RecordingJob &job : jobs) {
+        if (!job.error.isEmpty()) {
+            errors << job.error;
+            continue;
+        }
+        Table::setEntry(buffer, box, QFileInfo(job.output).fileName());
+        showBox(box, buffer.SentenceFileName[box]);
+        ++box;
+    }
+    setModified();
+    m_current = index;
+    m_boxes[index]->setFocus();
+    showDuration(index);
+    if (!errors.isEmpty() && completed)
+        m_context.msgBox.show(errors.join(QLatin1Char('\n')), MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+}
+
+void dlgPcCa::showDuration(int index)
+{
+    const QString name = m_boxes[index]->text();
+    const QString file = sentenceSoundFile(m_context.state, name);
+    const std::optional<double> seconds = file.isEmpty() ? std::nullopt : mp2Duration(file);
+    const QString text = seconds ? QStringLiteral("%1  %2").arg(name, formatDuration(*seconds)) : QString();
+    m_lblPcCaDuration->setText(text);
+    m_boxes[index]->setToolTip(seconds ? formatDuration(*seconds) : QString());
+}
+
+void dlgPcCa::cmdPcCaPlay_Click()
+{
+    const QString file = sentenceSoundFile(m_context.state, m_boxes[m_current]->text());
+    if (file.isEmpty())
+        return;
+    QString error;
+    if (!m_player->play(file, error))
+        m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+}
+
 bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
 {
     const int index = indexOfBox(watched);
@@ -245,6 +329,7 @@ bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::FocusIn:
         m_current = index;
+        showDuration(index);
         break;
     case QEvent::DragEnter:
     case QEvent::DragMove: {
@@ -260,7 +345,14 @@ bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
         auto *drop = static_cast<QDropEvent *>(event);
         const QList<QUrl> urls = drop->mimeData()->urls();
         if (!urls.isEmpty() && urls.first().isLocalFile()) {
-            TxtPcCa_OLEDragDrop(index, urls.first().toLocalFile());
+            QStringList recordings;
+            for (const QUrl &url : urls)
+                if (url.isLocalFile() && isRecordingToImport(url.toLocalFile()))
+                    recordings << url.toLocalFile();
+            if (isRecordingToImport(urls.first().toLocalFile()))
+                importRecordings(index, recordings);
+            else
+                TxtPcCa_OLEDragDrop(index, urls.first().toLocalFile());
             drop->acceptProposedAction();
             return true;
         }

@@ -11,6 +11,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollBar;
+class SentencePlayer;
 
 /// Builds the sentence table: which MP2 file is sentence 1, 2, 3... Names are typed, dropped from
 /// the file manager, or taken from the sentence folder as a whole. Chosen files wait in the work
@@ -45,6 +46,8 @@ public slots:
     void cmdPcCaOk_Click();
     void cmdPcCaClose_Click();
     void hscCaPc_Change(int value);
+    /// Plays the current box's sentence on the PC.
+    void cmdPcCaPlay_Click();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -61,6 +64,10 @@ private:
     /// Copies a named file from the sentence folder into the work folder; says why when it cannot.
     void takeIntoWorkFolder(const QString &name);
     int indexOfBox(QObject *object) const;
+    /// Makes sentences of dropped recordings in the work folder and enters them from box `index` on.
+    void importRecordings(int index, const QStringList &paths);
+    /// Shows the current box's sentence and its playing time under the table.
+    void showDuration(int index);
 
     AppContext &m_context;
     int m_limit = 128;
@@ -72,4 +79,7 @@ private:
     QScrollBar *m_hscCaPc = nullptr;
     QLabel *m_lblsentPath = nullptr;
     QPushButton *m_cmdPcCaApp = nullptr;
+    QPushButton *m_cmdPcCaPlay = nullptr;
+    QLabel *m_lblPcCaDuration = nullptr;
+    SentencePlayer *m_player = nullptr;
 };

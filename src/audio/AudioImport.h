@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Mp2Encode.h"
+#include "Resample.h"
+
+#include <QString>
+
+#include <atomic>
+#include <optional>
+
+/// How a recording becomes a sentence.
+struct ImportOptions
+{
+    Mp2Quality quality = Mp2Quality::Standard;
+    /// The integrated loudness to reach, in LUFS; none keeps the recording's level.
+    std::optional<double> targetLufs = -16.0;
+    /// The true peak the gain must keep under, in dBTP.
+    double truePeakCeilingDb = -1.0;
+    /// The sample rate converter; the best one unless speed matters more (benchmarks).
+    ResampleQuality resampling = ResampleQuality::Best;
+    /// Cut silence (under -50 dBFS) at the start and the end.
+    bool trimSilence = false;
+    /// Set from another thread to stop; the import then writes nothing.
+    const std::atomic<bool> *cancel = nullptr;
+};
+
+/// What was written.
+struct ImportResult
+{
+    QString outputPath;
+    double seconds = 0.0;
+    double loudnessLufs = 0.0; // of the sound given to the encoder
+    double truePeakDb = 0.0;
+    double gainDb = 0.0;
+};
+
+/// Level under which a recording counts as silence, at its ends or as a whole.
+constexpr double SilenceDb = -50.0;
+
+/// Makes one device-ready MP2 from a recording: mono, the quality's rate, the gain that reaches
+/// the target loudness without the true peak passing the ceiling, optionally trimmed, encoded,
+/// checked with the card write's MP2 rule and written atomically to `outputPath` (replacing a
+/// file there). False with `error` naming the recording and the reason; then nothing is written.
+bool importRecording(const QString &inputPath, const QString &outputPath, const ImportOptions &options,
+                     ImportResult &result, QString &error);

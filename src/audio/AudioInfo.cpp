@@ -1,0 +1,43 @@
+#include "AudioInfo.h"
+
+#include "AudioDecode.h"
+#include "Loudness.h"
+#include "Mp2File.h"
+
+#include <QDir>
+#include <QFile>
+
+bool probeAudioFile(const QString &path, AudioInfo &info, QString &error)
+{
+    DecodedAudio audio;
+    QString reason;
+    LoudnessMeasure measure;
+    if (!decodeAudioFile(path, audio, reason)
+        || !measureLoudness(audio.samples, audio.channels, audio.sampleRate, measure, reason)) {
+        error = QStringLiteral("Cannot read %1: %2").arg(QDir::toNativeSeparators(path), reason);
+        return false;
+    }
+    info.format = audio.format;
+    info.sampleRate = audio.sampleRate;
+    info.channels = audio.channels;
+    info.seconds = audio.seconds();
+    info.integratedLufs = measure.integratedLufs;
+    info.truePeakDb = measure.truePeakDb;
+    info.deviceAccepts = IsValidMp2File(path);
+    return true;
+}
+
+std::optional<double> mp2Duration(const QString &path)
+{
+    const double seconds = mpegFileSeconds(path);
+    return seconds >= 0.0 ? std::optional<double>(seconds) : std::nullopt;
+}
+
+QString formatDuration(double seconds)
+{
+    const qint64 tenths = qRound64(std::max(0.0, seconds) * 10.0);
+    return QStringLiteral("%1:%2.%3")
+        .arg(tenths / 600)
+        .arg((tenths / 10) % 60, 2, 10, QLatin1Char('0'))
+        .arg(tenths % 10);
+}

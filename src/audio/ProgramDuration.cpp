@@ -1,0 +1,104 @@
+#include "ProgramDuration.h"
+
+#include "AudioInfo.h"
+#include "SentenceFolders.h"
+#include "SettingData.h"
+#include "SharedState.h"
+
+QStringList sentenceSoundFolders(const SharedState &state)
+{
+    QStringList folders {workFolder(state), projectSentenceFolder(state)};
+    if (!state.SentencePath.isEmpty())
+        folders << state.SentencePath;
+    return folders;
+}
+
+QString findSentenceSound(const QStringList &folders, const QString &name)
+{
+    if (name.isEmpty())
+        return {};
+    for (const QString &folder : folders) {
+        const QString found = SentenceFolderIndex(folder).find(name);
+        if (!found.isEmpty())
+            return found;
+    }
+    return {};
+}
+
+namespace {
+
+// A wait step's seconds, or a negative number for a step that is no wait.
+double waitSeconds(const QString &step)
+{
+    if (step.size() != 4 || step[0] != QLatin1Char('2'))
+        return -1.0;
+    if (step[1] == QLatin1Char('2'))
+        return step[2].digitValue() + step[3].digitValue() / 10.0;
+    return step.mid(1).toInt();
+}
+
+} // namespace
+
+SentenceTimes::SentenceTimes(const QStringList &folders)
+{
+    for (const QString &folder : folders)
+        m_folders.emplace_back(folder);
+}
+
+std::optional<double> SentenceTimes::seconds(const QString &name)
+{
+    if (name.isEmpty())
+        return std::nullopt;
+    const QString key = name.toUpper();
+    if (const auto known = m_known.constFind(key); known != m_known.constEnd())
+        return *known;
+    std::optional<double> found;
+    for (const SentenceFolderIndex &folder : m_folders) {
+        const QString file = folder.find(name);
+        if (!file.isEmpty()) {
+            found = mp2Duration(file);
+            break;
+        }
+    }
+    m_known.insert(key, found);
+    return found;
+}
+
+ProgramDuration programPlayingTime(const SettingData &data, int program, const QStringList &folders)
+{
+    SentenceTimes times(folders);
+    return programPlayingTime(data, program, times);
+}
+
+ProgramDuration programPlayingTime(const SettingData &data, int program, SentenceTimes &times)
+{
+    ProgramDuration total;
+    for (const QString &step : data.ProgramData[program]) {
+        if (step.isEmpty())
+            continue;
+        if (const double wait = waitSeconds(step); wait >= 0.0) {
+            total.seconds += wait;
+            continue;
+        }
+        if (step.size() != 4 || step[0] != QLatin1Char('0'))
+            continue;
+        const int slot = step.mid(1).toInt() - 1;
+        const QString name
+            = slot >= 0 && slot < int(data.SentenceFileName.size()) ? data.SentenceFileName[slot] : QString();
+        if (const std::optional<double> seconds = times.seconds(name))
+            total.seconds += *seconds;
+        else
+            ++total.missing;
+    }
+    return total;
+}
+
+QString programPlayingTimeText(const ProgramDuration &duration)
+{
+    const QString time = formatDuration(duration.seconds);
+    if (duration.missing == 0)
+        return time;
+    return duration.missing == 1
+        ? QStringLiteral("%1 (1 sentence not found)").arg(time)
+        : QStringLiteral("%1 (%2 sentences not found)").arg(time).arg(duration.missing);
+}

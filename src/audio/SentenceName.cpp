@@ -1,0 +1,71 @@
+#include "SentenceName.h"
+
+#include "TextChecks.h"
+
+#include <QFileInfo>
+
+namespace {
+
+const QLatin1String Extension(".MP2");
+
+QString baseOf(const QString &name)
+{
+    return name.endsWith(Extension, Qt::CaseInsensitive) ? name.chopped(Extension.size()) : name;
+}
+
+bool isPlainAscii(QChar c)
+{
+    return c.unicode() > 32 && c.unicode() < 127;
+}
+
+} // namespace
+
+bool isFittingSentenceName(const QString &name)
+{
+    const QString base = baseOf(name);
+    if (base.isEmpty() || base.size() > LongestSentenceName)
+        return false;
+    for (const QChar c : base)
+        if (!isPlainAscii(c))
+            return false;
+    return IsUsableNameText(base);
+}
+
+QString sentenceFileName(const QString &name)
+{
+    return baseOf(name).toUpper() + Extension;
+}
+
+QString sentenceFileNameForRecording(const QString &recordingPath)
+{
+    return sentenceFileName(QFileInfo(recordingPath).completeBaseName());
+}
+
+QString proposeSentenceName(const QString &recordingPath, const QStringList &taken)
+{
+    QString base;
+    bool gap = false;
+    for (const QChar c : QFileInfo(recordingPath).completeBaseName()) {
+        if (c.unicode() < 127 && c.isLetterOrNumber()) {
+            if (gap && !base.isEmpty())
+                base += QLatin1Char('_');
+            base += c.toUpper();
+            gap = false;
+        } else {
+            gap = true;
+        }
+    }
+    base.truncate(LongestSentenceName);
+    if (base.isEmpty())
+        base = QStringLiteral("SENTENCE");
+    const auto isTaken = [&](const QString &candidate) {
+        return taken.contains(candidate + Extension, Qt::CaseInsensitive)
+            || taken.contains(candidate, Qt::CaseInsensitive);
+    };
+    QString candidate = base;
+    for (int number = 2; isTaken(candidate) && number < 10000000; ++number) {
+        const QString digits = QString::number(number);
+        candidate = base.left(LongestSentenceName - digits.size()) + digits;
+    }
+    return candidate + Extension;
+}

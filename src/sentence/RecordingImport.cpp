@@ -1,0 +1,69 @@
+#include "RecordingImport.h"
+
+#include "AudioImport.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QProgressDialog>
+#include <QThread>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+bool isRecordingToImport(const QString &path)
+{
+    static const QStringList Endings {QStringLiteral("wav"),  QStringLiteral("wave"), QStringLiteral("aif"),
+                                      QStringLiteral("aiff"), QStringLiteral("aifc"), QStringLiteral("flac"),
+                                      QStringLiteral("ogg"),  QStringLiteral("oga"),  QStringLiteral("opus"),
+                                      QStringLiteral("mp3")};
+    return Endings.contains(QFileInfo(path).suffix().toLower());
+}
+
+bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent)
+{
+    const int total = int(jobs.size());
+    std::atomic<bool> cancel = false;
+    std::atomic<int> next = 0;
+    std::atomic<int> finished = 0;
+    ImportOptions options;
+    options.cancel = &cancel;
+    const auto work = [&] {
+        for (int i = next++; i < total; i = next++) {
+            ImportResult result;
+            QString error;
+            if (!importRecording(jobs[size_t(i)].input, jobs[size_t(i)].output, options, result, error))
+                jobs[size_t(i)].error = error;
+            ++finished;
+        }
+    };
+    std::vector<std::thread> workers;
+    const int threads = std::clamp(QThread::idealThreadCount(), 1, std::max(1, total));
+    for (int t = 0; t < threads; ++t)
+        workers.emplace_back(work);
+
+    QProgressDialog progress(QCoreApplication::translate("dlgPcCa", "Importing recordings..."),
+                             QCoreApplication::translate("dlgPcCa", "Cancel"), 0, total, parent);
+    progress.setObjectName(QStringLiteral("prgImport"));
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(500);
+    while (finished < total) {
+        progress.setValue(finished);
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 30);
+        if (progress.wasCanceled())
+            cancel = true;
+        QThread::msleep(10);
+    }
+    for (std::thread &worker : workers)
+        worker.join();
+    progress.setValue(total);
+    if (!cancel && !progress.wasCanceled())
+        return true;
+    for (RecordingJob &job : jobs) {
+        if (job.error.isEmpty())
+            QFile::remove(job.output);
+        job.error = QCoreApplication::translate("dlgPcCa", "The import was cancelled.");
+    }
+    return false;
+}

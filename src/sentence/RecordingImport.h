@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class QWidget;
+
+/// True for a recording the sentence table imports rather than copies: WAV, AIFF, FLAC, OGG,
+/// Opus or MP3, by its name's ending. MP2 files are copied as they are; card write checks them.
+bool isRecordingToImport(const QString &path);
+
+/// One recording to make into a sentence.
+struct RecordingJob
+{
+    QString input;
+    QString output; // full path of the sentence file
+    QString error; // why it failed; empty when it was written
+};
+
+/// Imports the recordings at the default quality and loudness, on as many threads as the PC has
+/// cores, while a progress dialog with a Cancel button shows. Cancel stops every import and removes
+/// the sentences this run already wrote; then false. Each job's `error` tells how it went.
+bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent);

@@ -1,0 +1,97 @@
+#pragma once
+
+// Recordings made at test time, so that no audio is kept in the repository: tones and
+// speech-like sound written through libsndfile as WAV, FLAC or MP3, and speech from espeak-ng.
+
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QString>
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include <sndfile.h>
+
+namespace AudioFixtures {
+
+/// Interleaved samples at a rate.
+struct Sound
+{
+    int rate = 48000;
+    int channels = 2;
+    std::vector<float> samples;
+};
+
+/// A sine in every channel.
+inline Sound sine(double hz, double seconds, int rate, int channels, double amplitude)
+{
+    Sound sound {rate, channels, {}};
+    const size_t frames = size_t(seconds * rate);
+    sound.samples.resize(frames * size_t(channels));
+    for (size_t i = 0; i < frames; ++i) {
+        const float value = float(amplitude * std::sin(6.283185307179586 * hz * double(i) / rate));
+        for (int c = 0; c < channels; ++c)
+            sound.samples[i * size_t(channels) + size_t(c)] = value;
+    }
+    return sound;
+}
+
+/// Sound shaped like speech: a buzzing voice whose pitch glides, in syllables of a fifth of a
+/// second with short pauses between words, and a little breath noise; the two channels differ.
+inline Sound speechLike(double seconds, int rate, int channels)
+{
+    Sound sound {rate, channels, {}};
+    const size_t frames = size_t(seconds * rate);
+    sound.samples.resize(frames * size_t(channels));
+    std::mt19937 random(7);
+    std::normal_distribution<float> noise(0.0f, 0.02f);
+    double phase = 0.0;
+    for (size_t i = 0; i < frames; ++i) {
+        const double t = double(i) / rate;
+        const double pitch = 120.0 + 30.0 * std::sin(6.283185307179586 * 0.7 * t);
+        phase += 6.283185307179586 * pitch / rate;
+        const double syllable = std::fmod(t, 0.2) / 0.2;
+        const bool pause = std::fmod(t, 1.3) > 1.05;
+        const double envelope = pause ? 0.0 : std::sin(3.141592653589793 * syllable);
+        double voice = 0.0;
+        for (int harmonic = 1; harmonic <= 12; ++harmonic)
+            voice += std::sin(phase * harmonic) / harmonic;
+        const float value = float(0.15 * envelope * voice);
+        for (int c = 0; c < channels; ++c)
+            sound.samples[i * size_t(channels) + size_t(c)]
+                = value * (c == 0 ? 1.0f : 0.8f) + noise(random) * float(envelope);
+    }
+    return sound;
+}
+
+/// Writes a sound in a libsndfile format (SF_FORMAT_WAV | SF_FORMAT_PCM_16 and so on).
+inline bool write(const QString &path, const Sound &sound, int format)
+{
+    SF_INFO info {};
+    info.samplerate = sound.rate;
+    info.channels = sound.channels;
+    info.format = format;
+    SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
+    if (!file)
+        return false;
+    const sf_count_t frames = sf_count_t(sound.samples.size()) / sound.channels;
+    const bool ok = sf_writef_float(file, sound.samples.data(), frames) == frames;
+    return sf_close(file) == 0 && ok;
+}
+
+constexpr int Wav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+constexpr int Flac16 = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
+constexpr int Mp3 = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
+
+/// Speech from espeak-ng as a WAV file; false when espeak-ng is not installed.
+inline bool speak(const QString &text, const QString &path)
+{
+    const QString espeak = QStandardPaths::findExecutable(QStringLiteral("espeak-ng"));
+    if (espeak.isEmpty())
+        return false;
+    return QProcess::execute(espeak, {QStringLiteral("-w"), path, text}) == 0 && QFile::exists(path);
+}
+
+} // namespace AudioFixtures

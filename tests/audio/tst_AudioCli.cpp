@@ -1,0 +1,189 @@
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "AudioFixtures.h"
+#include "Mp2File.h"
+
+using namespace AudioFixtures;
+
+namespace {
+
+struct Run
+{
+    int code = -1;
+    QString out;
+    QString err;
+};
+
+Run cli(const QStringList &args)
+{
+    QProcess process;
+    process.start(QStringLiteral(DQ480_CLI), args);
+    if (!process.waitForFinished(60000))
+        qFatal("dq480-cli did not finish");
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+} // namespace
+
+class tst_AudioCli : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_recordings;
+
+    QString recording(const QString &name) const { return m_recordings.filePath(name); }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(write(recording(QStringLiteral("hello.wav")), sine(440.0, 2.0, 48000, 2, 0.1), Wav16));
+        QVERIFY(write(recording(QStringLiteral("good morning.flac")), speechLike(1.5, 44100, 1), Flac16));
+        QVERIFY(write(recording(QStringLiteral("silence.wav")), sine(440.0, 1.0, 48000, 1, 0.0), Wav16));
+    }
+
+    void import_data()
+    {
+        QTest::addColumn<QStringList>("inputs");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("out");
+        QTest::addColumn<QString>("err");
+        QTest::addColumn<QStringList>("written");
+        QTest::newRow("named after the recording")
+            << QStringList {"hello.wav"} << QStringList() << 0 << "HELLO.MP2  0:02.0  -16.0 LUFS\n"
+            << "" << QStringList {"HELLO.MP2"};
+        QTest::newRow("loudness target") << QStringList {"hello.wav"} << QStringList {"--loudness", "-23"}
+                                         << 0 << "HELLO.MP2  0:02.0  -23.0 LUFS\n"
+                                         << "" << QStringList {"HELLO.MP2"};
+        QTest::newRow("name that does not fit")
+            << QStringList {"good morning.flac"} << QStringList() << 2 << ""
+            << "its name does not fit a sentence (at most 8 characters before .MP2, no blanks or \\ / : * ? "
+               "< > | , \" ;)."
+               " Give one with --name, for example --name GOOD_MOR\n"
+            << QStringList();
+        QTest::newRow("--name gives one")
+            << QStringList {"good morning.flac"} << QStringList {"--name", "morning"} << 0
+            << "MORNING.MP2  0:01.5  -16.0 LUFS\n"
+            << "" << QStringList {"MORNING.MP2"};
+        QTest::newRow("--name too long")
+            << QStringList {"hello.wav"} << QStringList {"--name", "greetings"} << 2 << ""
+            << "Not a sentence name: greetings" << QStringList();
+        QTest::newRow("--name with two recordings")
+            << QStringList {"hello.wav", "silence.wav"} << QStringList {"--name", "x"} << 2 << ""
+            << "--name names one sentence" << QStringList();
+        QTest::newRow("unknown quality")
+            << QStringList {"hello.wav"} << QStringList {"--quality", "best"} << 2 << ""
+            << "Unknown quality: best" << QStringList();
+        QTest::newRow("not a loudness")
+            << QStringList {"hello.wav"} << QStringList {"--loudness", "loud"} << 2 << ""
+            << "Not a loudness: loud" << QStringList();
+        QTest::newRow("a silent one among good ones")
+            << QStringList {"hello.wav", "silence.wav", "good morning.flac"} << QStringList() << 2
+            << "HELLO.MP2  0:02.0  -16.0 LUFS\n"
+            << "silence.wav: it is silent (nothing louder than -50 dBFS).\n"
+            << QStringList {"HELLO.MP2"};
+    }
+    void import()
+    {
+        QFETCH(QStringList, inputs);
+        QFETCH(QStringList, options);
+        QFETCH(int, code);
+        QFETCH(QString, out);
+        QFETCH(QString, err);
+        QFETCH(QStringList, written);
+        QTemporaryDir folder;
+        QStringList args {QStringLiteral("import")};
+        for (const QString &input : inputs)
+            args << recording(input);
+        args << QStringLiteral("--to") << folder.path() << options;
+        const Run run = cli(args);
+        QCOMPARE(run.out, out);
+        QVERIFY2(err.isEmpty() ? run.err.isEmpty() : run.err.contains(err), qPrintable(run.err));
+        QCOMPARE(run.code, code);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), written);
+        for (const QString &name : written)
+            QVERIFY(IsValidMp2File(folder.filePath(name)));
+    }
+
+    void highQualityIs44kHz128k()
+    {
+        QTemporaryDir folder;
+        const Run run
+            = cli({QStringLiteral("import"), recording(QStringLiteral("hello.wav")), QStringLiteral("--to"),
+                   folder.path(), QStringLiteral("--quality"), QStringLiteral("high")});
+        QCOMPARE(run.code, 0);
+        QFile file(folder.filePath(QStringLiteral("HELLO.MP2")));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray header = file.read(4);
+        QCOMPARE(quint8(header[2]) & 0xF0, 0x80); // 128 kbit/s
+        QCOMPARE(quint8(header[2]) & 0x0C, 0x00); // 44.1 kHz
+        QCOMPARE(quint8(header[3]) & 0xC0, 0xC0); // mono
+    }
+
+    void existingSentenceNeedsForce()
+    {
+        QTemporaryDir folder;
+        const QString existing = folder.filePath(QStringLiteral("HELLO.MP2"));
+        {
+            QFile file(existing);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("older");
+        }
+        const QStringList args {QStringLiteral("import"), recording(QStringLiteral("hello.wav")),
+                                QStringLiteral("--to"), folder.path()};
+        Run run = cli(args);
+        QCOMPARE(run.code, 2);
+        QVERIFY2(run.err.contains(QStringLiteral("HELLO.MP2 exists (--force replaces it)")),
+                 qPrintable(run.err));
+        QCOMPARE(QFileInfo(existing).size(), 5);
+        run = cli(QStringList(args) << QStringLiteral("--force"));
+        QCOMPARE(run.code, 0);
+        QVERIFY(IsValidMp2File(existing));
+    }
+
+    void info()
+    {
+        QTemporaryDir folder;
+        QCOMPARE(cli({QStringLiteral("import"), recording(QStringLiteral("hello.wav")),
+                      QStringLiteral("--to"), folder.path()})
+                     .code,
+                 0);
+        const QString mp2 = folder.filePath(QStringLiteral("HELLO.MP2"));
+        const Run run = cli({QStringLiteral("info"), mp2, recording(QStringLiteral("hello.wav"))});
+        QCOMPARE(run.code, 0);
+        QVERIFY2(
+            run.out.startsWith(mp2
+                               + QStringLiteral("\n  format:    MPEG-1 Layer II, 64 kbit/s, 32000 Hz, mono\n"
+                                                "  duration:  0:02.0\n  loudness:  -16.0 LUFS\n")),
+            qPrintable(run.out));
+        QVERIFY(run.out.contains(QStringLiteral("  device:    plays it\n")));
+        QVERIFY(run.out.contains(QStringLiteral("WAV (Microsoft), Signed 16 bit PCM, 48000 Hz, stereo\n")));
+        QVERIFY(run.out.contains(QStringLiteral("  device:    refuses it")));
+    }
+
+    void infoOnWhatIsNotAudio()
+    {
+        const Run run = cli({QStringLiteral("info"), QStringLiteral(DQ480_CLI)});
+        QCOMPARE(run.code, 2);
+        QVERIFY2(
+            run.err.startsWith(QStringLiteral("Cannot read %1: it is not a recording this program can read")
+                                   .arg(QStringLiteral(DQ480_CLI))),
+            qPrintable(run.err));
+    }
+
+    void helpTellsImportAndInfo()
+    {
+        const Run run = cli({QStringLiteral("--help")});
+        QVERIFY(run.out.contains(
+            QStringLiteral("  import IN... --to FOLDER [--name NAME] [--quality standard|high]")));
+        QVERIFY(run.out.contains(QStringLiteral("  info FILE...")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_AudioCli)
+#include "tst_AudioCli.moc"

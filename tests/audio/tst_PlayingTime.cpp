@@ -1,0 +1,146 @@
+#include "AudioFixtures.h"
+#include "AudioImport.h"
+#include "GuiFixture.h"
+#include "PrintOut.h"
+#include "ProgramDuration.h"
+#include "ProgramWindowTable.h"
+#include "SentenceFolders.h"
+#include "frmProg.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTest>
+
+using namespace AudioFixtures;
+
+class tst_PlayingTime : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<GuiFixture> f;
+    QTemporaryDir recordings;
+
+    SharedState &state() const { return *f->state; }
+
+    // HELLO.MP2 plays 1.512 s and SPEECH.MP2 2.016 s (whole frames of 1152 samples at 32 kHz) in
+    // the project's folder; slot 3 names a sentence without a file.
+    void makeSentences()
+    {
+        const QString folder = projectSentenceFolder(state());
+        QDir().mkpath(folder);
+        const QString hello = recordings.filePath(QStringLiteral("hello.wav"));
+        const QString speech = recordings.filePath(QStringLiteral("speech.wav"));
+        QVERIFY(write(hello, sine(440.0, 1.5, 48000, 2, 0.1), Wav16));
+        QVERIFY(write(speech, speechLike(2.0, 44100, 1), Wav16));
+        ImportResult result;
+        QString error;
+        QVERIFY2(importRecording(hello, folder + QStringLiteral("HELLO.MP2"), ImportOptions(), result, error),
+                 qPrintable(error));
+        QVERIFY2(
+            importRecording(speech, folder + QStringLiteral("SPEECH.MP2"), ImportOptions(), result, error),
+            qPrintable(error));
+        state().SettingBuffer.SentenceFileName[0] = QStringLiteral("HELLO.MP2");
+        state().SettingBuffer.SentenceFileName[1] = QStringLiteral("SPEECH.MP2");
+        state().SettingBuffer.SentenceFileName[2] = QStringLiteral("GONE.MP2");
+    }
+
+    void setSteps(int program, const QStringList &steps)
+    {
+        auto &stored = state().SettingBuffer.ProgramData[program];
+        for (size_t i = 0; i < stored.size(); ++i)
+            stored[i] = i < size_t(steps.size()) ? steps[qsizetype(i)] : QString();
+    }
+
+private slots:
+    void init()
+    {
+        f = std::make_unique<GuiFixture>();
+        makeSentences();
+    }
+    void cleanup()
+    {
+        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        f.reset();
+    }
+
+    void programTime_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("two sentences") << QStringList {"0001", "0002"} << "0:03.5";
+        QTest::newRow("a sentence twice around a wait of 2.5 s")
+            << QStringList {"0001", "2225", "0001"} << "0:05.5";
+        QTest::newRow("wait 7 s") << QStringList {"2007"} << "0:07.0";
+        QTest::newRow("wait 30 s") << QStringList {"2030"} << "0:30.0";
+        QTest::newRow("a sentence without its file")
+            << QStringList {"0001", "0003"} << "0:01.5 (1 sentence not found)";
+        QTest::newRow("sentence 000 and an empty slot")
+            << QStringList {"0000", "0004", "0002"} << "0:02.0 (2 sentences not found)";
+        QTest::newRow("no steps") << QStringList() << "0:00.0";
+    }
+    void programTime()
+    {
+        QFETCH(QStringList, steps);
+        QFETCH(QString, text);
+        setSteps(4, steps);
+        QCOMPARE(programPlayingTimeText(
+                     programPlayingTime(state().SettingBuffer, 4, sentenceSoundFolders(state()))),
+                 text);
+    }
+
+    // A sentence chosen in the sentence table but not applied yet waits in the work folder; its
+    // time counts from there.
+    void workFolderComesFirst()
+    {
+        const QString work = workFolder(state());
+        QDir().mkpath(work);
+        QVERIFY(QFile::copy(projectSentenceFolder(state()) + QStringLiteral("HELLO.MP2"),
+                            work + QStringLiteral("GONE.MP2")));
+        setSteps(0, {QStringLiteral("0003")});
+        QCOMPARE(programPlayingTimeText(
+                     programPlayingTime(state().SettingBuffer, 0, sentenceSoundFolders(state()))),
+                 QStringLiteral("0:01.5"));
+    }
+
+    void printOutShowsTimes()
+    {
+        setSteps(0, {QStringLiteral("0001"), QStringLiteral("0002")});
+        setSteps(1, {QStringLiteral("0003")});
+        setSteps(2, {});
+        state().Setting = state().SettingBuffer;
+        const QList<PrintRow> rows = buildPrintOut(state(), PrintKind::AllSettingData);
+        QStringList sentences;
+        QStringList times;
+        for (const PrintRow &row : rows) {
+            if (row.style == PrintRow::TableRow)
+                sentences << row.cells.value(1) + QLatin1Char(' ') + row.cells.value(3);
+            if (row.style == PrintRow::Field && row.cells.value(0) == QLatin1String("Playing time"))
+                times << row.cells.value(1);
+        }
+        QCOMPARE(sentences,
+                 (QStringList {QStringLiteral("HELLO.MP2 0:01.5"), QStringLiteral("SPEECH.MP2 0:02.0"),
+                               QStringLiteral("GONE.MP2 not found")}));
+        // Program 3 has no steps and so no time; 4-64 keep their new-project step.
+        QCOMPARE(times.mid(0, 2),
+                 (QStringList {QStringLiteral("0:03.5"), QStringLiteral("0:00.0 (1 sentence not found)")}));
+        QCOMPARE(times.size(), 63);
+    }
+
+    void programWindowShowsIt()
+    {
+        setSteps(0, {QStringLiteral("0001"), QStringLiteral("0002")});
+        ProgramWindowTable table; // outlives the window, which gives its place back when it closes
+        QMdiArea area;
+        table.ProgramWindowCount = 1;
+        auto *window = new frmProg(f->context, table, 1, 1, &area);
+        table.occupy(1, window, 1);
+        area.addSubWindow(window)->show();
+        QCOMPARE(findControl<QLabel>(window, QStringLiteral("lblPrgTime"))->text(),
+                 QStringLiteral("Playing time: 0:03.5"));
+    }
+};
+
+QTEST_MAIN(tst_PlayingTime)
+#include "tst_PlayingTime.moc"

@@ -1,0 +1,180 @@
+#include "AudioFixtures.h"
+#include "GuiFixture.h"
+#include "Mp2File.h"
+#include "RecordingImport.h"
+#include "SentenceFolders.h"
+#include "SentencePlayer.h"
+#include "TestFiles.h"
+#include "dlgPcCa.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+
+using namespace AudioFixtures;
+
+class tst_SentenceImport : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<GuiFixture> f;
+    QTemporaryDir recordings;
+
+    SharedState &state() const { return *f->state; }
+    QString recording(const QString &name) const { return recordings.filePath(name); }
+    QString workFile(const QString &name) const
+    {
+        return f->home.filePath(QStringLiteral("SoundTmp/") + name);
+    }
+
+    // What the file manager's drag does: enter, then drop.
+    static void dropOn(QWidget *box, const QStringList &paths)
+    {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const QString &path : paths)
+            urls << QUrl::fromLocalFile(path);
+        data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(box, &enter);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(box, &drop);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(write(recording(QStringLiteral("hello.wav")), sine(440.0, 1.5, 48000, 2, 0.1), Wav16));
+        QVERIFY(write(recording(QStringLiteral("good morning.flac")), speechLike(2.0, 44100, 1), Flac16));
+        QVERIFY(write(recording(QStringLiteral("quiet.wav")), sine(440.0, 1.0, 48000, 1, 0.0), Wav16));
+    }
+    void init() { f = std::make_unique<GuiFixture>(); }
+    void cleanup()
+    {
+        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        f.reset();
+    }
+
+    void droppedRecordingsBecomeSentences()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        dropOn(dialog.box(2),
+               {recording(QStringLiteral("hello.wav")), recording(QStringLiteral("good morning.flac"))});
+        QCOMPARE(dialog.box(2)->text(), QStringLiteral("HELLO.MP2"));
+        QCOMPARE(dialog.box(3)->text(), QStringLiteral("GOOD_MOR.MP2"));
+        QCOMPARE(state().SettingBuffer.SentenceFileName[2], QStringLiteral("HELLO.MP2"));
+        QCOMPARE(state().SettingBuffer.SentenceControl[3], QStringLiteral("A004"));
+        QVERIFY(IsValidMp2File(workFile(QStringLiteral("HELLO.MP2"))));
+        QVERIFY(IsValidMp2File(workFile(QStringLiteral("GOOD_MOR.MP2"))));
+        QVERIFY(f->msgBox.shown.isEmpty());
+        QVERIFY(findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaApp"))->isEnabled());
+        // The box the recordings were dropped on shows the first one's playing time.
+        QCOMPARE(findControl<QLabel>(&dialog, QStringLiteral("lblPcCaDuration"))->text(),
+                 QStringLiteral("HELLO.MP2  0:01.5"));
+        QCOMPARE(dialog.box(2)->toolTip(), QStringLiteral("0:01.5"));
+
+        // Apply stores them in the project's folder, where card write takes them.
+        findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaOk"))->click();
+        QCOMPARE(state().Setting.SentenceFileName[3], QStringLiteral("GOOD_MOR.MP2"));
+        QVERIFY(SentenceFilesPresent(state()));
+    }
+
+    void refusedRecordingIsNamedAndLeavesNoGap()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        f->msgBox.script({MsgBox::Answer::Ok});
+        dropOn(dialog.box(0),
+               {recording(QStringLiteral("quiet.wav")), recording(QStringLiteral("hello.wav"))});
+        QCOMPARE(f->msgBox.shown,
+                 QStringList {QStringLiteral("Cannot import %1: it is silent (nothing louder than -50 dBFS).")
+                                  .arg(recording(QStringLiteral("quiet.wav")))});
+        QCOMPARE(dialog.box(0)->text(), QStringLiteral("HELLO.MP2"));
+        QVERIFY(dialog.box(1)->text().isEmpty());
+        QCOMPARE(QDir(f->home.filePath(QStringLiteral("SoundTmp"))).entryList(QDir::Files),
+                 QStringList {QStringLiteral("HELLO.MP2")});
+    }
+
+    // A recording named like a sentence the table holds elsewhere gets a name of its own, so that
+    // it does not replace the other sentence's sound.
+    void nameTakenElsewhereGetsAnother()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
+        dropOn(dialog.box(5), {recording(QStringLiteral("hello.wav"))});
+        QCOMPARE(dialog.box(0)->text(), QStringLiteral("HELLO.MP2"));
+        QCOMPARE(dialog.box(5)->text(), QStringLiteral("HELLO2.MP2"));
+        // Dropped again on its own box, it keeps its name.
+        dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
+        QCOMPARE(dialog.box(0)->text(), QStringLiteral("HELLO.MP2"));
+    }
+
+    // Cancel in the progress dialog stops the imports under way and removes what this run wrote.
+    void cancelLeavesNothing()
+    {
+        const QString longer = recording(QStringLiteral("longer.wav"));
+        QVERIFY(write(longer, speechLike(30.0, 48000, 2), Wav16));
+        QTemporaryDir out;
+        // The short one is written first; Cancel comes once it is there, while the long ones run.
+        std::vector<RecordingJob> jobs {
+            {recording(QStringLiteral("hello.wav")), out.filePath(QStringLiteral("S.MP2")), {}}};
+        for (int i = 0; i < 4; ++i)
+            jobs.push_back({longer, out.filePath(QStringLiteral("L%1.MP2").arg(i)), QString()});
+        QWidget parent;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, &parent, [&] {
+            auto *progress = parent.findChild<QProgressDialog *>(QStringLiteral("prgImport"));
+            if (progress && QFile::exists(jobs.front().output))
+                progress->cancel();
+        });
+        poll.start(2);
+        QVERIFY(!runRecordingImports(jobs, &parent));
+        for (const RecordingJob &job : jobs)
+            QCOMPARE(job.error, QStringLiteral("The import was cancelled."));
+        QCOMPARE(QDir(out.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    }
+
+    void playNeedsAnAudioOutput()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        auto *play = findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaPlay"));
+        QCOMPARE(play->isEnabled(), SentencePlayer::hasOutput());
+        if (!play->isEnabled())
+            QCOMPARE(play->toolTip(), QStringLiteral("This PC has no audio output."));
+    }
+
+    // A sentence named in the table is found where the dialog keeps it: the work folder before the
+    // project's folder and the sentence folder.
+    void soundFileOfAnEntry()
+    {
+        QTemporaryDir voice;
+        state().SentencePath = voice.path() + QLatin1Char('/');
+        writeTestFile(voice.filePath(QStringLiteral("a.mp2")), "voice");
+        QCOMPARE(sentenceSoundFile(state(), QStringLiteral("A.MP2")),
+                 voice.filePath(QStringLiteral("a.mp2")));
+        QDir().mkpath(f->home.filePath(QStringLiteral("SoundTmp")));
+        writeTestFile(workFile(QStringLiteral("A.MP2")), "work");
+        QCOMPARE(sentenceSoundFile(state(), QStringLiteral("a.mp2")), workFile(QStringLiteral("A.MP2")));
+        QVERIFY(sentenceSoundFile(state(), QStringLiteral("B.MP2")).isEmpty());
+    }
+
+    void mp2FilesAreStillCopied()
+    {
+        QTemporaryDir elsewhere;
+        const QString mp2 = elsewhere.filePath(QStringLiteral("DROP.MP2"));
+        writeTestFile(mp2, "dropped");
+        dlgPcCa dialog(f->context, nullptr);
+        dropOn(dialog.box(1), {mp2});
+        QCOMPARE(dialog.box(1)->text(), QStringLiteral("DROP.MP2"));
+        QCOMPARE(readTestFile(workFile(QStringLiteral("DROP.MP2"))), QByteArray("dropped"));
+    }
+};
+
+QTEST_MAIN(tst_SentenceImport)
+#include "tst_SentenceImport.moc"
