@@ -6,7 +6,7 @@ _dq480_cli()
     local cur prev words cword
     _init_completion || return
 
-    local commands="new check convert show write-card print drives"
+    local commands="new check convert show write-card print drives import info"
     case $prev in
         --encoding)
             COMPREPLY=($(compgen -W "CP932 Shift_JIS UTF-8 ISO-8859-1 windows-1252" -- "$cur"))
@@ -25,7 +25,15 @@ _dq480_cli()
             _filedir pdf
             return
             ;;
-        --pages)
+        --pages | --name | --loudness)
+            return
+            ;;
+        --to)
+            _filedir -d
+            return
+            ;;
+        --quality)
+            COMPREPLY=($(compgen -W "standard high" -- "$cur"))
             return
             ;;
     esac
@@ -34,7 +42,7 @@ _dq480_cli()
     local i command=""
     for ((i = 1; i < cword; i++)); do
         case ${words[i]} in
-            --encoding | --card | --kind | --pdf | --pages) ((i++)) ;;
+            --encoding | --card | --kind | --pdf | --pages | --to | --name | --quality | --loudness) ((i++)) ;;
             -*) ;;
             *)
                 command=${words[i]}
@@ -51,12 +59,15 @@ _dq480_cli()
         write-card) options+=" --card --yes --no" ;;
         print) options+=" --kind --pdf --pages" ;;
         drives) options+=" --watch" ;;
+        import) options+=" --to --name --quality --loudness --trim --force" ;;
     esac
 
     if [[ $cur == -* ]]; then
         COMPREPLY=($(compgen -W "$options" -- "$cur"))
     elif [[ -z $command ]]; then
         COMPREPLY=($(compgen -W "$commands" -- "$cur"))
+    elif [[ $command == import || $command == info ]]; then
+        _filedir '@(wav|WAV|aif|aiff|AIF|AIFF|flac|FLAC|ogg|OGG|opus|OPUS|mp3|MP3|mp2|MP2)'
     elif [[ $command != drives ]]; then
         _filedir '@(stf|STF|csv|CSV)'
     fi

@@ -108,7 +108,7 @@ manpages)
         done
         if [[ $program == dq480-cli ]]; then
             for command in $(sed -n '/^Commands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p' <<<"$help"); do
-                grep -q "^\.B[IR]* $command\b" <<<"$page" || fail "$program.1 lacks the command $command"
+                grep -qE "^(\.B[IR]* |\\\\fB)$command\b" <<<"$page" || fail "$program.1 lacks the command $command"
             done
         fi
         version=$("$exe" --version | awk '{print $2}')
