@@ -13,6 +13,8 @@ packages=(
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
     python3-fusepy               # a test card that keeps wrong bytes (tests/support/altering_fs.py)
     poppler-utils                # print-outs read back as text in tests
+    qt6-tools-dev qt6-l10n-tools qt6-translations-l10n  # Japanese interface: lupdate/lrelease, Qt's own texts
+    fonts-ipafont-gothic         # Japanese texts in screenshots and window tests
     xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
 )
 

@@ -4,6 +4,7 @@
 #include "PrintValues.h"
 #include "SharedState.h"
 
+#include <QCoreApplication>
 #include <QDate>
 #include <QFontMetricsF>
 #include <QPageLayout>
@@ -20,15 +21,20 @@ void addProgram(QList<PrintRow> &rows, const SettingData &s, int p)
     const qint32 option = s.ProgramOption[p];
     rows.append({PrintRow::Heading,
                  {QLatin1Char('P') + zeroPadded(p + 1, 3) + QLatin1String("  ") + s.ProgramName[p]}});
-    rows.append({PrintRow::Field, {QStringLiteral("Playback method"), V::methodText(option)}});
-    rows.append({PrintRow::Field, {QStringLiteral("Output Level"), V::outputLevelText(option)}});
-    rows.append(
-        {PrintRow::Field, {QStringLiteral("Repeat count"), V::repeatCountText(s.RepeatCount[p], option)}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Repeat interval"), V::repeatIntervalText(s.RepeatInterval[p], option)}});
+                 {QCoreApplication::translate("PrintOut", "Playback method"), V::methodText(option)}});
+    rows.append({PrintRow::Field,
+                 {QCoreApplication::translate("PrintOut", "Output Level"), V::outputLevelText(option)}});
+    rows.append({PrintRow::Field,
+                 {QCoreApplication::translate("PrintOut", "Repeat count"),
+                  V::repeatCountText(s.RepeatCount[p], option)}});
+    rows.append({PrintRow::Field,
+                 {QCoreApplication::translate("PrintOut", "Repeat interval"),
+                  V::repeatIntervalText(s.RepeatInterval[p], option)}});
     const QString busy = V::busyText(option);
     if (!busy.isEmpty())
-        rows.append({PrintRow::Field, {QStringLiteral("Interval busy output"), busy}});
+        rows.append(
+            {PrintRow::Field, {QCoreApplication::translate("PrintOut", "Interval busy output"), busy}});
     // Steps sixteen to a line, numbered by the first step of the line.
     constexpr int PerLine = 16;
     QStringList line;
@@ -52,36 +58,41 @@ void addProgram(QList<PrintRow> &rows, const SettingData &s, int p)
         rows.append(
             {PrintRow::Steps, {zeroPadded(first, 3) + QLatin1Char(':'), line.join(QLatin1Char(' '))}});
     if (number == 0)
-        rows.append({PrintRow::Steps, {QString(), QStringLiteral("(no steps)")}});
+        rows.append({PrintRow::Steps, {QString(), QCoreApplication::translate("PrintOut", "(no steps)")}});
 }
 
 void addInformation(QList<PrintRow> &rows, const SharedState &state)
 {
     const SettingData &s = state.Setting;
-    rows.append({PrintRow::Heading, {QStringLiteral("File information")}});
-    rows.append({PrintRow::Field, {QStringLiteral("File name"), state.ProjectFileName}});
-    rows.append({PrintRow::Field, {QStringLiteral("File location"), state.ProjectFolder}});
-    rows.append({PrintRow::Field, {QStringLiteral("Project name"), s.ProjectName}});
+    rows.append({PrintRow::Heading, {QCoreApplication::translate("PrintOut", "File information")}});
+    rows.append(
+        {PrintRow::Field, {QCoreApplication::translate("PrintOut", "File name"), state.ProjectFileName}});
+    rows.append(
+        {PrintRow::Field, {QCoreApplication::translate("PrintOut", "File location"), state.ProjectFolder}});
+    rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Project name"), s.ProjectName}});
     rows.append({PrintRow::Field, {QStringLiteral("Creator"), s.Creator}});
     rows.append({PrintRow::Field,
                  {QStringLiteral("Explanation"),
                   QString(s.Explanation).replace(QLatin1String("\r\n"), QLatin1String("\n"))}});
-    rows.append({PrintRow::Field, {QStringLiteral("Card name"), s.CardName}});
+    rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Card name"), s.CardName}});
     rows.append({PrintRow::Field, {QStringLiteral("Sentences"), QString::number(s.sentenceCapacity())}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Write protect"),
-                  (s.CardAttribute & SettingData::AttributeWriteProtect) ? QStringLiteral("ON")
-                                                                         : QStringLiteral("OFF")}});
+                 {QCoreApplication::translate("PrintOut", "Write protect"),
+                  (s.CardAttribute & SettingData::AttributeWriteProtect)
+                      ? QCoreApplication::translate("PrintOut", "ON")
+                      : QCoreApplication::translate("PrintOut", "OFF")}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Test tone"),
-                  state.SurveillanceFile ? QStringLiteral("ON") : QStringLiteral("OFF")}});
+                 {QCoreApplication::translate("PrintOut", "Test tone"),
+                  state.SurveillanceFile ? QCoreApplication::translate("PrintOut", "ON")
+                                         : QCoreApplication::translate("PrintOut", "OFF")}});
 }
 
 void addSentences(QList<PrintRow> &rows, const SettingData &s)
 {
-    rows.append({PrintRow::Heading, {QStringLiteral("Sentence table")}});
+    rows.append({PrintRow::Heading, {QCoreApplication::translate("PrintOut", "Sentence table")}});
     rows.append({PrintRow::TableHeader,
-                 {QStringLiteral("No."), QStringLiteral("File name"), QStringLiteral("Control")}});
+                 {QStringLiteral("No."), QCoreApplication::translate("PrintOut", "File name"),
+                  QCoreApplication::translate("PrintOut", "Control")}});
     for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
         if (!s.SentenceFileName[slot].isEmpty())
             rows.append({PrintRow::TableRow,
@@ -97,11 +108,11 @@ QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int prog
     QList<PrintRow> rows;
     switch (kind) {
     case PrintKind::FileInformation:
-        rows.append({PrintRow::Title, {QStringLiteral("File information copy")}});
+        rows.append({PrintRow::Title, {QCoreApplication::translate("PrintOut", "File information copy")}});
         addInformation(rows, state);
         break;
     case PrintKind::AllSettingData:
-        rows.append({PrintRow::Title, {QStringLiteral("All setting data copy")}});
+        rows.append({PrintRow::Title, {QCoreApplication::translate("PrintOut", "All setting data copy")}});
         addInformation(rows, state);
         addSentences(rows, s);
         rows.append({PrintRow::Heading, {QStringLiteral("Programs")}});
@@ -109,14 +120,14 @@ QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int prog
             addProgram(rows, s, p);
         break;
     case PrintKind::AllPrograms:
-        rows.append({PrintRow::Title, {QStringLiteral("All program copy")}});
+        rows.append({PrintRow::Title, {QCoreApplication::translate("PrintOut", "All program copy")}});
         for (int p = 0; p < SettingData::Programs; ++p)
             addProgram(rows, s, p);
         break;
     case PrintKind::OneProgram:
-        rows.append(
-            {PrintRow::Title,
-             {QStringLiteral("Print out program number:") + QLatin1Char('P') + zeroPadded(program, 3)}});
+        rows.append({PrintRow::Title,
+                     {QCoreApplication::translate("PrintOut", "Print out program number:") + QLatin1Char('P')
+                      + zeroPadded(program, 3)}});
         addProgram(rows, s, qBound(1, program, SettingData::Programs) - 1);
         break;
     }
@@ -125,8 +136,9 @@ QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int prog
 
 QString printHeader(const SharedState &state)
 {
-    const QString project = state.Setting.ProjectName.isEmpty() ? QStringLiteral("(no project name)")
-                                                                : state.Setting.ProjectName;
+    const QString project = state.Setting.ProjectName.isEmpty()
+        ? QCoreApplication::translate("PrintOut", "(no project name)")
+        : state.Setting.ProjectName;
     return QStringLiteral("DQ-480  %1  -  %2  -  %3")
         .arg(project, state.ProjectFileName, QDate::currentDate().toString(Qt::ISODate));
 }
@@ -334,7 +346,7 @@ int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const
                          QPointF(page.width(), normalMetrics.height() * 1.3));
         painter.drawText(
             QRectF(0, page.height() - normalMetrics.height(), page.width(), normalMetrics.height()),
-            Qt::AlignHCenter, QStringLiteral("page %1 / %2").arg(number).arg(count));
+            Qt::AlignHCenter, QCoreApplication::translate("PrintOut", "page %1 / %2").arg(number).arg(count));
         painter.setPen(Qt::black);
         qreal top = layout.body.top();
         for (const Piece &piece : laidOut.pages[number - 1]) {
