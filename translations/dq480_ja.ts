@@ -941,6 +941,10 @@
         <source>File location: </source>
         <translation>ファイルの場所: </translation>
     </message>
+    <message>
+        <source>New File</source>
+        <translation>新規ファイル</translation>
+    </message>
 </context>
 <context>
     <name>frmPjName</name>

@@ -187,6 +187,7 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
     state.CardSlot.clear();
     state.CardSlotValid = false;
     state.CurrentFilePath.clear();
+    state.ProjectFileName = tr("New File"); // the shown name of a project never saved
     state.CardSlotValid = DetectCardSlots();
 
     show();
@@ -267,7 +268,7 @@ void frmMain::mnuNew_Click()
         return;
     m_projectCommands->NewSettingFile();
     unloadSplash();
-    state.ProjectFileName = QStringLiteral("New File");
+    state.ProjectFileName = tr("New File");
     state.CurrentFilePath = state.ProjectFileName;
     showProjectWindow();
 }
