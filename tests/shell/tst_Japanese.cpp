@@ -7,6 +7,7 @@
 #include "QtMsgBox.h"
 #include "SingleInstance.h"
 #include "ToolbarIcons.h"
+#include "TypeText.h"
 #include "dlgCaPc.h"
 #include "dlgErrLog.h"
 #include "dlgFMT.h"
@@ -24,13 +25,18 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLibraryInfo>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
@@ -231,6 +237,63 @@ private slots:
                               + QStringLiteral("/qtbase_ja.qm")))
             QVERIFY2(buttons.contains(QStringLiteral("キャンセル")),
                      qPrintable(buttons.join(QLatin1Char(','))));
+    }
+
+    // The device reads the card control file and the operator's other PCs read the setting file:
+    // the bytes must be the same whichever language the windows speak.
+    void writtenFilesDoNotDependOnTheLanguage()
+    {
+        const auto writeProject = [this](const QString &language) {
+            cleanup();
+            init();
+            if (!AppTranslation::install(*qApp, language))
+                return QList<QByteArray>();
+            const QString card = f->home.filePath(QStringLiteral("card"));
+            QDir().mkpath(card);
+            f->drives.list
+                = {{card, DriveInfo::Removable, true, QStringLiteral("FAT"), 64 << 20, 32 << 20, 32 << 20, QString()}};
+            frmEdit *edit = startProject();
+            // Texts typed by the operator, in the code page's own characters.
+            typeText(findControl<QLineEdit>(edit, QStringLiteral("txtNo")), QStringLiteral("山田"));
+            typeText(findControl<QPlainTextEdit>(edit, QStringLiteral("txtExp")), QStringLiteral("駅 案内"));
+            findControl<QPushButton>(edit, QStringLiteral("cmdEditApp"))->click();
+            // A program whose settings the window shows in words: method, repeat and busy output.
+            edit->cmdTPrgNo_Click();
+            auto *program = qobject_cast<frmProg *>(edit->programWindows().ProgramWindows[1].data());
+            auto *method = findControl<QComboBox>(program, QStringLiteral("cmbPrgMethod"));
+            method->setCurrentIndex(2);
+            emit method->activated(2);
+            findControl<QRadioButton>(program, QStringLiteral("optPrgBusy_0"))->click();
+            findControl<QPushButton>(program, QStringLiteral("cmdProgOk"))->click();
+
+            const QString file = f->home.filePath(QStringLiteral("project.stf"));
+            f->fileDialogs.answers << file;
+            main->mnuSave_as_Click();
+            f->state->CardSlot = card;
+            f->state->CardSlotValid = true;
+            f->msgBox.script({MsgBox::Answer::Ok});
+            edit->cmdCaWrite_Click();
+
+            QList<QByteArray> written;
+            for (const QString &path : {file, card + QStringLiteral("/CONTENTS/DQ480.CSV")}) {
+                QFile in(path);
+                written << (in.open(QIODevice::ReadOnly)
+                                ? in.readAll().replace(f->home.path().toUtf8(), "HOME")
+                                : QByteArray("missing"));
+            }
+            if (!f->msgBox.unexpected.isEmpty())
+                written << f->msgBox.unexpected.join(QLatin1Char('|')).toUtf8();
+            return written;
+        };
+        const QList<QByteArray> english = writeProject(QStringLiteral("en"));
+        QCOMPARE(english.size(), 2);
+        QVERIFY(!english[0].startsWith("missing"));
+        QVERIFY(!english[1].startsWith("missing"));
+        QVERIFY(english[0].contains(QByteArray::fromHex("8e52 9363").replace(' ', ""))); // 山田 in CP932
+        const QList<QByteArray> japanese = writeProject(QStringLiteral("ja"));
+        QCOMPARE(japanese.size(), 2);
+        QCOMPARE(japanese[0], english[0]);
+        QCOMPARE(japanese[1], english[1]);
     }
 
     void toolbarIconsAreSharpAtEveryPixelDensity_data()
