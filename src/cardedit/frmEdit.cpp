@@ -14,6 +14,7 @@
 #include "ProjectFile.h"
 #include "SentenceTable.h"
 #include "SharedState.h"
+#include "ShownFileName.h"
 #include "TextChecks.h"
 #include "WindowFrame.h"
 #include "dlgCaPc.h"
@@ -283,7 +284,7 @@ void frmEdit::Form_Load()
     emit projectMenusVisible(true);
     const QString file = state.CurrentFilePath.isEmpty() ? tr("New File") : state.CurrentFilePath;
     emit captionChanged(tr("DQ-480 Setting Software : ") + file);
-    setWindowTitle(state.ProjectFileName);
+    setWindowTitle(shownFileName(state.ProjectFileName));
     setCardButtonsEnabled(state.CardSlotValid);
     timCardC_Timer();
     m_timCardC->start();
@@ -305,10 +306,10 @@ void frmEdit::Form_GotFocus()
 void frmEdit::refreshFileLabels()
 {
     const SharedState &state = m_context.state;
-    m_lblFileName->setText(state.ProjectFileName);
+    m_lblFileName->setText(shownFileName(state.ProjectFileName));
     m_lblFileLocation->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
     m_lblFileLocation->setToolTip(state.ProjectFolder);
-    setWindowTitle(state.ProjectFileName);
+    setWindowTitle(shownFileName(state.ProjectFileName));
 }
 
 void frmEdit::optSize_Click()

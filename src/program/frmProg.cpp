@@ -1,5 +1,6 @@
 #include "frmProg.h"
 #include "OperatorMessages.h"
+#include "ShownFileName.h"
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -248,7 +249,7 @@ void frmProg::selectUnit(int index)
 void frmProg::Form_Load()
 {
     const SharedState &state = m_context.state;
-    setWindowTitle(tr("Program : ") + state.ProjectFileName);
+    setWindowTitle(tr("Program : ") + shownFileName(state.ProjectFileName));
     m_lblProgNo->setText(tr("Program No:") + ProgramNumberText::format(m_programNumber));
     for (int method = Word::Continuous; method <= Word::Endless; ++method)
         m_cmbPrgMethod->addItem(QString::number(method + 1) + QLatin1Char('.') + Word::methodName(method));

@@ -1,5 +1,6 @@
 #include "frmStep.h"
 #include "OperatorMessages.h"
+#include "ShownFileName.h"
 
 #include "BoxColumns.h"
 #include "DialogLayout.h"
@@ -110,7 +111,8 @@ void frmStep::Form_Load()
 void frmStep::refreshCaption()
 {
     setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
-                   + m_context.state.ProjectFileName + QStringLiteral(" - P") + zeroPadded(m_p + 1, 3));
+                   + shownFileName(m_context.state.ProjectFileName) + QStringLiteral(" - P")
+                   + zeroPadded(m_p + 1, 3));
 }
 
 void frmStep::showStep(int index, const QString &text)

@@ -1,5 +1,6 @@
 #include "dlgCaPc.h"
 #include "OperatorMessages.h"
+#include "ShownFileName.h"
 
 #include "DialogLayout.h"
 #include "FileCopy.h"
@@ -88,7 +89,8 @@ dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
 
 void dlgCaPc::Form_Load()
 {
-    setWindowTitle(tr("Card creation Sentence data copy Card -> PC : ") + m_context.state.ProjectFileName);
+    setWindowTitle(tr("Card creation Sentence data copy Card -> PC : ")
+                   + shownFileName(m_context.state.ProjectFileName));
     // Copies go to the sentence folder until the operator chooses another.
     m_destination = withTrailingSeparator(m_context.state.SentencePath);
     showDestination();

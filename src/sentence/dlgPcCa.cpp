@@ -1,5 +1,6 @@
 #include "dlgPcCa.h"
 #include "OperatorMessages.h"
+#include "ShownFileName.h"
 
 #include "BoxColumns.h"
 #include "DialogLayout.h"
@@ -115,7 +116,8 @@ QWidget *dlgPcCa::buildEntryFrame()
 void dlgPcCa::Form_Load()
 {
     const SharedState &state = m_context.state;
-    setWindowTitle(tr("Card creation Sentence data copy PC -> Card : ") + state.ProjectFileName);
+    setWindowTitle(tr("Card creation Sentence data copy PC -> Card : ")
+                   + shownFileName(state.ProjectFileName));
     const SettingData &buffer = state.SettingBuffer;
     m_limit = Table::limitFor(buffer);
     const int capacity = buffer.sentenceCapacity();

@@ -5,6 +5,7 @@
 #include "ProjectFile.h"
 #include "SentenceFolders.h"
 #include "SharedState.h"
+#include "ShownFileName.h"
 #include "SingleInstance.h"
 #include "ToolbarIcons.h"
 #include "frmAbout.h"
@@ -187,7 +188,6 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
     state.CardSlot.clear();
     state.CardSlotValid = false;
     state.CurrentFilePath.clear();
-    state.ProjectFileName = tr("New File"); // the shown name of a project never saved
     state.CardSlotValid = DetectCardSlots();
 
     show();
@@ -268,7 +268,7 @@ void frmMain::mnuNew_Click()
         return;
     m_projectCommands->NewSettingFile();
     unloadSplash();
-    state.ProjectFileName = tr("New File");
+    state.ProjectFileName = QStringLiteral("New File");
     state.CurrentFilePath = state.ProjectFileName;
     showProjectWindow();
 }
@@ -367,7 +367,7 @@ void frmMain::refreshFileDisplays()
 {
     const SharedState &state = m_context.state;
     refreshSurveillanceCheck(); // a new or opened project brings its own switch
-    m_fileNameDisplay->setText(state.ProjectFileName);
+    m_fileNameDisplay->setText(shownFileName(state.ProjectFileName));
     m_folderDisplay->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
     // Screen readers read a status field by its name, so the name carries what the field shows.
     m_fileNameDisplay->setAccessibleName(tr("Filename: ") + m_fileNameDisplay->text());

@@ -199,6 +199,8 @@ private slots:
                  QStringLiteral("新規作成(&N)"));
         QCOMPARE(findControl<QLabel>(main->statusBar(), QStringLiteral("lblCardSlot"))->text(),
                  QStringLiteral("カードスロット: なし"));
+        QCOMPARE(findControl<QLabel>(main->statusBar(), QStringLiteral("lblFileName"))->text(),
+                 QStringLiteral("新規ファイル"));
     }
 
     void englishStaysTheDefault()
@@ -250,8 +252,8 @@ private slots:
                 return QList<QByteArray>();
             const QString card = f->home.filePath(QStringLiteral("card"));
             QDir().mkpath(card);
-            f->drives.list
-                = {{card, DriveInfo::Removable, true, QStringLiteral("FAT"), 64 << 20, 32 << 20, 32 << 20, QString()}};
+            f->drives.list = {{card, DriveInfo::Removable, true, QStringLiteral("FAT"), 64 << 20, 32 << 20,
+                               32 << 20, QString()}};
             frmEdit *edit = startProject();
             // Texts typed by the operator, in the code page's own characters.
             typeText(findControl<QLineEdit>(edit, QStringLiteral("txtNo")), QStringLiteral("山田"));
