@@ -272,6 +272,33 @@
         <source>Minute</source>
         <translation>分</translation>
     </message>
+    <message>
+        <source>Creator</source>
+        <translation>作成者</translation>
+    </message>
+    <message>
+        <source>Explanation</source>
+        <translation>説明</translation>
+    </message>
+    <message>
+        <source>Sentences</source>
+        <translation>文章数</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation>No.</translation>
+    </message>
+    <message>
+        <source>Programs</source>
+        <translation>プログラム</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramFieldRules</name>
+    <message>
+        <source>Endless</source>
+        <translation>エンドレス</translation>
+    </message>
 </context>
 <context>
     <name>ProgramOptionWord</name>

@@ -70,12 +70,14 @@ void addInformation(QList<PrintRow> &rows, const SharedState &state)
     rows.append(
         {PrintRow::Field, {QCoreApplication::translate("PrintOut", "File location"), state.ProjectFolder}});
     rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Project name"), s.ProjectName}});
-    rows.append({PrintRow::Field, {QStringLiteral("Creator"), s.Creator}});
+    rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Creator"), s.Creator}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Explanation"),
+                 {QCoreApplication::translate("PrintOut", "Explanation"),
                   QString(s.Explanation).replace(QLatin1String("\r\n"), QLatin1String("\n"))}});
     rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Card name"), s.CardName}});
-    rows.append({PrintRow::Field, {QStringLiteral("Sentences"), QString::number(s.sentenceCapacity())}});
+    rows.append(
+        {PrintRow::Field,
+         {QCoreApplication::translate("PrintOut", "Sentences"), QString::number(s.sentenceCapacity())}});
     rows.append({PrintRow::Field,
                  {QCoreApplication::translate("PrintOut", "Write protect"),
                   (s.CardAttribute & SettingData::AttributeWriteProtect)
@@ -91,7 +93,8 @@ void addSentences(QList<PrintRow> &rows, const SettingData &s)
 {
     rows.append({PrintRow::Heading, {QCoreApplication::translate("PrintOut", "Sentence table")}});
     rows.append({PrintRow::TableHeader,
-                 {QStringLiteral("No."), QCoreApplication::translate("PrintOut", "File name"),
+                 {QCoreApplication::translate("PrintOut", "No."),
+                  QCoreApplication::translate("PrintOut", "File name"),
                   QCoreApplication::translate("PrintOut", "Control")}});
     for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
         if (!s.SentenceFileName[slot].isEmpty())
@@ -115,7 +118,7 @@ QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int prog
         rows.append({PrintRow::Title, {QCoreApplication::translate("PrintOut", "All setting data copy")}});
         addInformation(rows, state);
         addSentences(rows, s);
-        rows.append({PrintRow::Heading, {QStringLiteral("Programs")}});
+        rows.append({PrintRow::Heading, {QCoreApplication::translate("PrintOut", "Programs")}});
         for (int p = 0; p < SettingData::Programs; ++p)
             addProgram(rows, s, p);
         break;
