@@ -294,7 +294,12 @@ void frmMain::showProjectWindow()
     edit->Form_Load();
     QMdiSubWindow *frame = m_mdiArea->addSubWindow(edit);
     frame->setAttribute(Qt::WA_DeleteOnClose);
-    frame->resize(edit->sizeHint().expandedTo(QSize(600, 460)));
+    // Never larger than the room the main window has (a small or HiDPI-scaled screen), or the
+    // window's buttons would sit below the bottom edge; never smaller than its layout needs.
+    frame->resize(edit->sizeHint()
+                      .expandedTo(QSize(600, 460))
+                      .boundedTo(m_mdiArea->viewport()->size())
+                      .expandedTo(frame->minimumSizeHint()));
     edit->show();
     refreshFileDisplays();
 }

@@ -31,6 +31,7 @@
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QLineEdit>
+#include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -296,6 +297,42 @@ private slots:
         QCOMPARE(japanese.size(), 2);
         QCOMPARE(japanese[0], english[0]);
         QCOMPARE(japanese[1], english[1]);
+    }
+
+    // On a small or HiDPI-scaled screen the project's window must still fit in the main window, or
+    // its Card write, Save, Exit and Apply buttons fall below the bottom edge.
+    void projectWindowFitsInTheMainWindow_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::newRow("en") << "en";
+        QTest::newRow("ja") << "ja";
+    }
+    void projectWindowFitsInTheMainWindow()
+    {
+        QFETCH(QString, language);
+        QVERIFY(AppTranslation::install(*qApp, language));
+        startMain();
+        // A small screen's worth of room: 1366 x 768 at 1.5 times the pixels, less the task bar.
+        main->resize(900, 480);
+        QCoreApplication::processEvents();
+        main->mnuNew_Click();
+        frmEdit *edit = main->editWindow();
+        QCoreApplication::processEvents();
+        auto *area = findControl<QMdiArea>(main.get(), QStringLiteral("MDIClient"));
+        const QRect frame = edit->parentWidget()->geometry();
+        QVERIFY2(area->viewport()->rect().contains(frame),
+                 qPrintable(QStringLiteral("frame %1x%2 at %3,%4 in an area of %5x%6")
+                                .arg(frame.width())
+                                .arg(frame.height())
+                                .arg(frame.x())
+                                .arg(frame.y())
+                                .arg(area->viewport()->width())
+                                .arg(area->viewport()->height())));
+        for (const char *name : {"cmdCaWrite", "cmdSave", "cmdClose", "cmdEditApp"}) {
+            auto *button = findControl<QPushButton>(edit, QLatin1String(name));
+            const QRect onArea(button->mapTo(area->viewport(), QPoint(0, 0)), button->size());
+            QVERIFY2(area->viewport()->rect().contains(onArea), name);
+        }
     }
 
     void toolbarIconsAreSharpAtEveryPixelDensity_data()
