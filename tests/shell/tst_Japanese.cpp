@@ -379,6 +379,19 @@ private slots:
                 });
             }
             row("frmProg") << WindowMaker([this] { return static_cast<QWidget *>(openProgram()); });
+            for (int method : {1, 2, 3}) {
+                // Each playback method shows its own boxes: repeat count, interval, busy output.
+                row(method == 1       ? "frmProg single"
+                        : method == 2 ? "frmProg repeat"
+                                      : "frmProg endless")
+                    << WindowMaker([this, method] {
+                           frmProg *program = openProgram();
+                           auto *methods = findControl<QComboBox>(program, QStringLiteral("cmbPrgMethod"));
+                           methods->setCurrentIndex(method);
+                           emit methods->activated(method);
+                           return static_cast<QWidget *>(program);
+                       });
+            }
             row("frmStep") << WindowMaker([this] {
                 frmProg *program = openProgram();
                 program->cmdProgStep_Click();
