@@ -36,8 +36,10 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
@@ -333,6 +335,31 @@ private slots:
             const QRect onArea(button->mapTo(area->viewport(), QPoint(0, 0)), button->size());
             QVERIFY2(area->viewport()->rect().contains(onArea), name);
         }
+    }
+
+    // The print-out's headings follow the windows' language; the data in it stays as typed.
+    void printOutSpeaksJapanese()
+    {
+        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+            QSKIP("pdftotext (poppler-utils) is not installed");
+        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
+        f->state->Setting.Creator = QStringLiteral("山田");
+        frmPrintPage dialog(f->context, PrintKind::FileInformation, 1, nullptr);
+        auto *printers = findControl<QComboBox>(&dialog, QStringLiteral("cmbPrinter"));
+        const int pdfChoice = printers->findText(QStringLiteral("PDF として保存"));
+        QVERIFY(pdfChoice >= 0);
+        printers->setCurrentIndex(pdfChoice);
+        const QString pdf = f->home.filePath(QStringLiteral("info.pdf"));
+        f->fileDialogs.answers << pdf;
+        QVERIFY(dialog.cmdPrint_Click());
+        QProcess text;
+        text.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
+        QVERIFY(text.waitForFinished());
+        const QString printed = QString::fromUtf8(text.readAllStandardOutput());
+        for (const QString &expected :
+             {QStringLiteral("ファイル情報印刷"), QStringLiteral("作成者"), QStringLiteral("山田")})
+            QVERIFY2(printed.contains(expected),
+                     qPrintable(expected + QStringLiteral(" not in: ") + printed));
     }
 
     void toolbarIconsAreSharpAtEveryPixelDensity_data()
