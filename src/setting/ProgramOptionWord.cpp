@@ -1,4 +1,5 @@
 #include "ProgramOptionWord.h"
+
 #include <QCoreApplication>
 
 namespace ProgramOptionWord {
