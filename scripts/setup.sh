@@ -18,6 +18,8 @@ packages=(
     poppler-utils                # print-outs read back as text in tests
     desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin bash-completion  # installed desktop files checked
     dpkg-dev fakeroot lintian    # the Debian package: cpack -G DEB, its dependencies, its check
+    qt6-tools-dev qt6-l10n-tools qt6-translations-l10n  # Japanese interface: lupdate/lrelease, Qt's own texts
+    fonts-ipafont-gothic         # Japanese texts in screenshots and window tests
     xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
 )
 

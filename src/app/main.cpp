@@ -1,6 +1,7 @@
 // dq480: the DQ-480 setting software's desktop program.
 
 #include "AppContext.h"
+#include "AppTranslation.h"
 #include "AppVersion.h"
 #include "FileDialogs.h"
 #include "ProgramFolder.h"
@@ -18,6 +19,13 @@
 
 namespace {
 
+QCommandLineOption languageOption()
+{
+    return QCommandLineOption(QStringLiteral("language"),
+                              QStringLiteral("Language of the windows: en or ja (default: the system's)."),
+                              QStringLiteral("LANG"));
+}
+
 void describeOptions(QCommandLineParser &parser, const QCommandLineOption &encodingOption)
 {
     parser.setApplicationDescription(QStringLiteral(
@@ -33,6 +41,7 @@ void describeOptions(QCommandLineParser &parser, const QCommandLineOption &encod
         QStringLiteral("FILE"),
         QStringLiteral("A setting file (*.stf) or card control file (DQ480.CSV) to open."),
         QStringLiteral("[FILE]"));
+    parser.addOption(languageOption());
 }
 
 // Help and version are text only: they must work without a display.
@@ -84,6 +93,12 @@ int main(int argc, char *argv[])
                                                                : TextEncoding::platformDefault();
     if (!encoding.isValid()) {
         QTextStream(stderr) << "Unknown encoding: " << encoding.name() << "\n";
+        return 2;
+    }
+
+    const QString language = AppTranslation::choose(parser.value(languageOption()));
+    if (language.isEmpty() || !AppTranslation::install(app, language)) {
+        QTextStream(stderr) << "Unknown language: " << parser.value(languageOption()) << "\n";
         return 2;
     }
 

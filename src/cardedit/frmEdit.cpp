@@ -14,6 +14,7 @@
 #include "ProjectFile.h"
 #include "SentenceTable.h"
 #include "SharedState.h"
+#include "ShownFileName.h"
 #include "TextChecks.h"
 #include "WindowFrame.h"
 #include "dlgCaPc.h"
@@ -68,14 +69,14 @@ frmEdit::frmEdit(AppContext &context, ProjectCommands &commands, QMdiArea *mdiAr
     setObjectName(QStringLiteral("frmEdit"));
     m_mainTab = new QTabWidget(this);
     m_mainTab->setObjectName(QStringLiteral("MainTab"));
-    m_mainTab->addTab(buildProgramTab(), QStringLiteral("Program"));
-    m_mainTab->addTab(buildCardEditTab(), QStringLiteral("Card Edit"));
-    m_mainTab->addTab(buildDataInformationTab(), QStringLiteral("Data information"));
+    m_mainTab->addTab(buildProgramTab(), tr("Program"));
+    m_mainTab->addTab(buildCardEditTab(), tr("Card Edit"));
+    m_mainTab->addTab(buildDataInformationTab(), tr("Data information"));
 
-    m_cmdCaWrite = namedButton(QStringLiteral("Card write"), "cmdCaWrite", this);
-    auto *cmdSave = namedButton(QStringLiteral("Save"), "cmdSave", this);
-    auto *cmdClose = namedButton(QStringLiteral("Exit"), "cmdClose", this);
-    auto *cmdEditApp = namedButton(QStringLiteral("Apply"), "cmdEditApp", this);
+    m_cmdCaWrite = namedButton(tr("Card write"), "cmdCaWrite", this);
+    auto *cmdSave = namedButton(tr("Save"), "cmdSave", this);
+    auto *cmdClose = namedButton(tr("Exit"), "cmdClose", this);
+    auto *cmdEditApp = namedButton(tr("Apply"), "cmdEditApp", this);
     connect(m_cmdCaWrite, &QPushButton::clicked, this, &frmEdit::cmdCaWrite_Click);
     connect(cmdSave, &QPushButton::clicked, this, &frmEdit::cmdSave_Click);
     connect(cmdClose, &QPushButton::clicked, this, &frmEdit::cmdClose_Click);
@@ -96,14 +97,14 @@ frmEdit::~frmEdit() = default;
 QWidget *frmEdit::buildProgramTab()
 {
     auto *tab = new QWidget;
-    auto *fraEdit = new QGroupBox(QStringLiteral("Program edit"), tab);
+    auto *fraEdit = new QGroupBox(tr("Program edit"), tab);
     fraEdit->setObjectName(QStringLiteral("fraTPrgEdit"));
     m_txtTPrgNo = namedLineEdit("txtTPrgNo", fraEdit);
-    m_txtTPrgNo->setAccessibleName(QStringLiteral("Program No"));
-    auto *scrTPrgNo = numberBar("scrTPrgNo", QStringLiteral("Program No: up or down"), fraEdit);
-    auto *lblPrgNo = new QLabel(QStringLiteral("Program No:"), fraEdit);
+    m_txtTPrgNo->setAccessibleName(tr("Program No"));
+    auto *scrTPrgNo = numberBar("scrTPrgNo", tr("Program No: up or down"), fraEdit);
+    auto *lblPrgNo = new QLabel(tr("Program No:"), fraEdit);
     lblPrgNo->setBuddy(m_txtTPrgNo);
-    auto *cmdTPrgNo = namedButton(QStringLiteral("Open"), "cmdTPrgNo", fraEdit);
+    auto *cmdTPrgNo = namedButton(tr("Open"), "cmdTPrgNo", fraEdit);
     auto *editRow = new QHBoxLayout(fraEdit);
     editRow->addWidget(lblPrgNo);
     editRow->addWidget(numberBox(m_txtTPrgNo, scrTPrgNo, fraEdit));
@@ -111,16 +112,16 @@ QWidget *frmEdit::buildProgramTab()
     editRow->addWidget(cmdTPrgNo);
     editRow->addStretch();
 
-    auto *fraCopy = new QGroupBox(QStringLiteral("Program copying"), tab);
+    auto *fraCopy = new QGroupBox(tr("Program copying"), tab);
     fraCopy->setObjectName(QStringLiteral("fraTPrgCpy"));
     m_txtTPrgCpy = namedLineEdit("txtTPrgCpy", fraCopy);
-    m_txtTPrgCpy->setAccessibleName(QStringLiteral("Copy from program"));
+    m_txtTPrgCpy->setAccessibleName(tr("Copy from program"));
     m_txtTprgCpy2 = namedLineEdit("txtTprgCpy2", fraCopy);
-    m_txtTprgCpy2->setAccessibleName(QStringLiteral("Copy to program"));
-    auto *scrTprgCpy = numberBar("scrTprgCpy", QStringLiteral("Copy from program: up or down"), fraCopy);
-    auto *scrTPrgCpy2 = numberBar("scrTPrgCpy2", QStringLiteral("Copy to program: up or down"), fraCopy);
+    m_txtTprgCpy2->setAccessibleName(tr("Copy to program"));
+    auto *scrTprgCpy = numberBar("scrTprgCpy", tr("Copy from program: up or down"), fraCopy);
+    auto *scrTPrgCpy2 = numberBar("scrTPrgCpy2", tr("Copy to program: up or down"), fraCopy);
     auto *arrow = new QLabel(QStringLiteral("   ---->"), fraCopy);
-    auto *cmdTPrgCpy = namedButton(QStringLiteral("Execute"), "cmdTPrgCpy", fraCopy);
+    auto *cmdTPrgCpy = namedButton(tr("Execute"), "cmdTPrgCpy", fraCopy);
     auto *copyRow = new QHBoxLayout(fraCopy);
     copyRow->addWidget(numberBox(m_txtTPrgCpy, scrTprgCpy, fraCopy));
     copyRow->addWidget(arrow);
@@ -150,20 +151,20 @@ QWidget *frmEdit::buildProgramTab()
 QWidget *frmEdit::buildCardEditTab()
 {
     auto *tab = new QWidget;
-    auto *lblSlotCaption = new QLabel(QStringLiteral("Slot"), tab);
+    auto *lblSlotCaption = new QLabel(tr("Slot"), tab);
     m_lblSlot = new QLabel(tab);
     m_lblSlot->setObjectName(QStringLiteral("lblSlot"));
-    m_lblSlot->setAccessibleName(QStringLiteral("Slot"));
+    m_lblSlot->setAccessibleName(tr("Slot"));
     lblSlotCaption->setBuddy(m_lblSlot);
 
-    auto *fraFormat = new QGroupBox(QStringLiteral("Card format"), tab);
+    auto *fraFormat = new QGroupBox(tr("Card format"), tab);
     fraFormat->setObjectName(QStringLiteral("fraTCaFormat"));
-    m_opt512 = new QRadioButton(QStringLiteral("512 sentence"), fraFormat);
+    m_opt512 = new QRadioButton(tr("512 sentence"), fraFormat);
     m_opt512->setObjectName(QStringLiteral("optSize_0"));
-    m_opt128 = new QRadioButton(QStringLiteral("128 sentence"), fraFormat);
+    m_opt128 = new QRadioButton(tr("128 sentence"), fraFormat);
     m_opt128->setObjectName(QStringLiteral("optSize_1"));
-    m_cmdTCaFormat = namedButton(QStringLiteral("Start"), "cmdTCaFormat", fraFormat);
-    m_cmdTCaFormat->setAccessibleName(QStringLiteral("Start card format"));
+    m_cmdTCaFormat = namedButton(tr("Start"), "cmdTCaFormat", fraFormat);
+    m_cmdTCaFormat->setAccessibleName(tr("Start card format"));
     auto *formatRow = new QHBoxLayout(fraFormat);
     formatRow->addWidget(m_opt512);
     formatRow->addWidget(m_opt128);
@@ -173,36 +174,36 @@ QWidget *frmEdit::buildCardEditTab()
     connect(m_opt128, &QRadioButton::clicked, this, &frmEdit::optSize_Click);
     connect(m_cmdTCaFormat, &QPushButton::clicked, this, &frmEdit::cmdTCaFormat_Click);
 
-    auto *fraCopy = new QGroupBox(QStringLiteral("Sentence data copy"), tab);
+    auto *fraCopy = new QGroupBox(tr("Sentence data copy"), tab);
     fraCopy->setObjectName(QStringLiteral("fraTSentence"));
-    m_cmdTPcCa = namedButton(QStringLiteral("Start"), "cmdTPcCa", fraCopy);
-    m_cmdTPcCa->setAccessibleName(QStringLiteral("Start sentence copy PC -> Card"));
-    m_cmdTCaPc = namedButton(QStringLiteral("Start"), "cmdTCaPc", fraCopy);
-    m_cmdTCaPc->setAccessibleName(QStringLiteral("Start sentence copy Card -> PC"));
+    m_cmdTPcCa = namedButton(tr("Start"), "cmdTPcCa", fraCopy);
+    m_cmdTPcCa->setAccessibleName(tr("Start sentence copy PC -> Card"));
+    m_cmdTCaPc = namedButton(tr("Start"), "cmdTCaPc", fraCopy);
+    m_cmdTCaPc->setAccessibleName(tr("Start sentence copy Card -> PC"));
     auto *copyGrid = new QGridLayout(fraCopy);
-    copyGrid->addWidget(new QLabel(QStringLiteral("PC -> Card"), fraCopy), 0, 0);
+    copyGrid->addWidget(new QLabel(tr("PC -> Card"), fraCopy), 0, 0);
     copyGrid->addWidget(m_cmdTPcCa, 0, 1);
-    copyGrid->addWidget(new QLabel(QStringLiteral("Card -> PC"), fraCopy), 1, 0);
+    copyGrid->addWidget(new QLabel(tr("Card -> PC"), fraCopy), 1, 0);
     copyGrid->addWidget(m_cmdTCaPc, 1, 1);
     copyGrid->setColumnStretch(2, 1);
     connect(m_cmdTPcCa, &QPushButton::clicked, this, &frmEdit::cmdTPcCa_Click);
     connect(m_cmdTCaPc, &QPushButton::clicked, this, &frmEdit::cmdTCaPc_Click);
 
-    auto *fraName = new QGroupBox(QStringLiteral("Card name"), tab);
+    auto *fraName = new QGroupBox(tr("Card name"), tab);
     fraName->setObjectName(QStringLiteral("fraTCaName"));
     m_txtTCaName = namedLineEdit("txtTCaName", fraName);
-    auto *lblCardName = new QLabel(QStringLiteral("Card name:"), fraName);
+    auto *lblCardName = new QLabel(tr("Card name:"), fraName);
     lblCardName->setBuddy(m_txtTCaName);
     auto *nameRow = new QHBoxLayout(fraName);
     nameRow->addWidget(lblCardName);
     nameRow->addWidget(m_txtTCaName, 1);
     connect(m_txtTCaName, &QLineEdit::textEdited, this, &frmEdit::txtTCaName_Change);
 
-    m_fraProtect = new QGroupBox(QStringLiteral("Write protect"), tab);
+    m_fraProtect = new QGroupBox(tr("Write protect"), tab);
     m_fraProtect->setObjectName(QStringLiteral("fraTCaProt"));
-    auto *lblProtect = new QLabel(QStringLiteral("Software write protect"), m_fraProtect);
-    m_cmdTCaProtOn = namedButton(QStringLiteral("ON"), "cmdTCaProtOn", m_fraProtect);
-    m_cmdTCaProtOff = namedButton(QStringLiteral("OFF"), "cmdTCaProtOff", m_fraProtect);
+    auto *lblProtect = new QLabel(tr("Software write protect"), m_fraProtect);
+    m_cmdTCaProtOn = namedButton(tr("ON"), "cmdTCaProtOn", m_fraProtect);
+    m_cmdTCaProtOff = namedButton(tr("OFF"), "cmdTCaProtOff", m_fraProtect);
     auto *protectRow = new QHBoxLayout(m_fraProtect);
     protectRow->addWidget(lblProtect);
     protectRow->addStretch();
@@ -238,11 +239,11 @@ QWidget *frmEdit::buildDataInformationTab()
     m_txtExp->setTabChangesFocus(true);
     auto *form = new QFormLayout(tab);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    form->addRow(QStringLiteral("Filename:"), m_lblFileName);
-    form->addRow(QStringLiteral("File location:"), m_lblFileLocation);
-    form->addRow(QStringLiteral("Project name:"), m_txtName);
-    form->addRow(QStringLiteral("Creator:"), m_txtNo);
-    form->addRow(QStringLiteral("Explanation:"), m_txtExp);
+    form->addRow(tr("Filename:"), m_lblFileName);
+    form->addRow(tr("File location:"), m_lblFileLocation);
+    form->addRow(tr("Project name:"), m_txtName);
+    form->addRow(tr("Creator:"), m_txtNo);
+    form->addRow(tr("Explanation:"), m_txtExp);
     connect(m_txtName, &QLineEdit::textEdited, this, &frmEdit::txtName_Change);
     connect(m_txtNo, &QLineEdit::textEdited, this, &frmEdit::txtNo_Change);
     connect(m_txtExp, &QPlainTextEdit::textChanged, this, &frmEdit::txtExp_Change);
@@ -281,9 +282,9 @@ void frmEdit::Form_Load()
         QDir().mkpath(joinPath(state.AppPath, setting.ProjectName));
 
     emit projectMenusVisible(true);
-    const QString file = state.CurrentFilePath.isEmpty() ? QStringLiteral("New File") : state.CurrentFilePath;
-    emit captionChanged(QStringLiteral("DQ-480 Setting Software : ") + file);
-    setWindowTitle(state.ProjectFileName);
+    const QString file = state.CurrentFilePath.isEmpty() ? tr("New File") : state.CurrentFilePath;
+    emit captionChanged(tr("DQ-480 Setting Software : ") + file);
+    setWindowTitle(shownFileName(state.ProjectFileName));
     setCardButtonsEnabled(state.CardSlotValid);
     timCardC_Timer();
     m_timCardC->start();
@@ -305,10 +306,10 @@ void frmEdit::Form_GotFocus()
 void frmEdit::refreshFileLabels()
 {
     const SharedState &state = m_context.state;
-    m_lblFileName->setText(state.ProjectFileName);
+    m_lblFileName->setText(shownFileName(state.ProjectFileName));
     m_lblFileLocation->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
     m_lblFileLocation->setToolTip(state.ProjectFolder);
-    setWindowTitle(state.ProjectFileName);
+    setWindowTitle(shownFileName(state.ProjectFileName));
 }
 
 void frmEdit::optSize_Click()
@@ -320,7 +321,7 @@ void frmEdit::optSize_Click()
     } else {
         if (sentenceSlotsUsedFrom(state.SettingBuffer, FirstSlotAbove128)
             || sentenceSlotsUsedFrom(state.Setting, FirstSlotAbove128)) {
-            if (!m_context.msgBox.confirm(QStringLiteral("Delete message file 129 - 512"))) {
+            if (!m_context.msgBox.confirm(tr("Delete message file 129 - 512"))) {
                 m_opt512->setChecked(true);
                 return;
             }
@@ -355,7 +356,7 @@ void frmEdit::cmdTCaProtOff_Click()
 void frmEdit::cmdCaWrite_Click()
 {
     // The slot is a mount point here, not a drive letter: the question names it whole.
-    if (!m_context.msgBox.confirm(QStringLiteral("Write setting file at drive:") + m_context.state.CardSlot
+    if (!m_context.msgBox.confirm(tr("Write setting file at drive:") + m_context.state.CardSlot
                                   + QLatin1Char('?')))
         return;
     WriteProjectToCard(true);
@@ -365,9 +366,9 @@ bool frmEdit::WriteProjectToCard(bool announceCompletion)
 {
     SharedState &state = m_context.state;
     CardSlotDetection detection(state, m_context.drives);
-    QProgressDialog progress(QStringLiteral("Card write"), QString(), 0, 1, this);
+    QProgressDialog progress(tr("Card write"), QString(), 0, 1, this);
     progress.setObjectName(QStringLiteral("cardWriteProgress"));
-    progress.setWindowTitle(QStringLiteral("Card write"));
+    progress.setWindowTitle(tr("Card write"));
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(500);
     CardWriteHooks hooks;
@@ -397,11 +398,11 @@ void frmEdit::cmdTCaFormat_Click()
     if (!usable)
         return;
     m_timCardC->stop();
-    if (m_context.msgBox.confirm(QStringLiteral("Format start drive: ") + state.CardSlot)) {
+    if (m_context.msgBox.confirm(tr("Format start drive: ") + state.CardSlot)) {
         dlgFMT dialog(m_context, this);
         dialog.exec();
         if (dialog.formatFailed())
-            m_context.msgBox.show(QStringLiteral("DQ480 Format error end!"));
+            m_context.msgBox.show(tr("DQ480 Format error end!"));
     }
     m_timCardC->start();
 }
@@ -429,8 +430,7 @@ void frmEdit::cmdSave_Click()
 {
     SharedState &state = m_context.state;
     if (!state.SettingEqualsBuffer(SettingSection::All)
-        && !m_context.msgBox.confirm(QStringLiteral("Save changes to DQ-480 Setting Software ")
-                                     + state.CurrentFilePath))
+        && !m_context.msgBox.confirm(tr("Save changes to DQ-480 Setting Software ") + state.CurrentFilePath))
         return;
     if (m_commands.SaveProject())
         refreshFileLabels();
@@ -461,7 +461,7 @@ void frmEdit::timCardC_Timer()
 {
     const SharedState &state = m_context.state;
     setCardButtonsEnabled(state.CardSlotValid);
-    m_lblSlot->setText(state.CardSlot.isEmpty() ? QStringLiteral("Nothing") : state.CardSlot);
+    m_lblSlot->setText(state.CardSlot.isEmpty() ? tr("Nothing") : state.CardSlot);
 }
 
 bool frmEdit::txtTPrgNo_LostFocus()
@@ -483,12 +483,12 @@ void frmEdit::cmdTPrgNo_Click()
 {
     ProgramWindowTable &table = *m_programWindows;
     if (table.ProgramWindowCount >= ProgramWindowTable::MaxOpen) {
-        m_context.msgBox.show(QStringLiteral("Program setting open 8 pattern"));
+        m_context.msgBox.show(tr("Program setting open 8 pattern"));
         return;
     }
     const int number = m_prgNo->number();
     if (const int open = table.slotShowing(number)) {
-        m_context.msgBox.show(QStringLiteral("This Program number is already open"));
+        m_context.msgBox.show(tr("This Program number is already open"));
         if (auto *frame = qobject_cast<QMdiSubWindow *>(table.ProgramWindows[open]->parentWidget()))
             m_mdiArea->setActiveSubWindow(frame);
         return;
@@ -507,8 +507,8 @@ void frmEdit::cmdTPrgNo_Click()
 
 void frmEdit::cmdTPrgCpy_Click()
 {
-    if (!m_context.msgBox.confirm(QStringLiteral("Program setting copy ") + m_prgCpy->text()
-                                  + QStringLiteral("->") + m_prgCpy2->text()))
+    if (!m_context.msgBox.confirm(tr("Program setting copy ") + m_prgCpy->text() + QStringLiteral("->")
+                                  + m_prgCpy2->text()))
         return;
     const std::optional<int> from = ProgramNumberText::numberAfterPrefix(m_prgCpy->text());
     const std::optional<int> to = ProgramNumberText::numberAfterPrefix(m_prgCpy2->text());

@@ -4,6 +4,7 @@
 #include "SystemDrives.h"
 #include "UDisksFormat.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -24,14 +25,15 @@ CardFormatter::CardFormatter(QObject *parent)
     connect(&m_process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
         if (status != QProcess::NormalExit || exitCode != 0) {
             const QString output = QString::fromLocal8Bit(m_process.readAllStandardError()).trimmed();
-            fail(QStringLiteral("%1 failed. %2").arg(m_process.program(), output));
+            fail(QCoreApplication::translate("CardFormatter", "%1 failed. %2")
+                     .arg(m_process.program(), output));
             return;
         }
         runNext();
     });
     connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            fail(QStringLiteral("%1 could not be started: %2")
+            fail(QCoreApplication::translate("CardFormatter", "%1 could not be started: %2")
                      .arg(m_process.program(), m_process.errorString()));
     });
 }
@@ -53,13 +55,13 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
     if (fixed
         && !winWriteTextFile(FormatCommand::answerFilePath(system, true).toStdString(),
                              FormatCommand::fixedDriveAnswers(label).toStdString())) {
-        error = QStringLiteral("Cannot write the format answer file.");
+        error = QCoreApplication::translate("CardFormatter", "Cannot write the format answer file.");
         return false;
     }
     const std::string command = FormatCommand::commandLine(system, drive.path, fixed, label).toStdString();
     void *process = winStartHidden(command);
     if (!process) {
-        error = QStringLiteral("The format command could not be started.");
+        error = QCoreApplication::translate("CardFormatter", "The format command could not be started.");
         return false;
     }
     auto *poll = new QTimer(this);
@@ -75,7 +77,8 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
 #else
     const bool image = QFileInfo(drive.device).isFile();
     if (!image && !drive.device.startsWith(QLatin1String("/dev/"))) {
-        error = QStringLiteral("%1 is not a disk that can be formatted here.").arg(drive.path);
+        error = QCoreApplication::translate("CardFormatter", "%1 is not a disk that can be formatted here.")
+                    .arg(drive.path);
         return false;
     }
     m_device = drive.device;
@@ -138,7 +141,9 @@ void CardFormatter::checkFat16(const QString &fileSystemSeen)
     if (fat16)
         emit finished(true, QString());
     else
-        emit finished(false, QStringLiteral("%1 did not receive a FAT16 file system.").arg(m_device));
+        emit finished(false,
+                      QCoreApplication::translate("CardFormatter", "%1 did not receive a FAT16 file system.")
+                          .arg(m_device));
 }
 
 void CardFormatter::runNext()
@@ -152,7 +157,7 @@ void CardFormatter::runNext()
     if (m_steps.first().first() == QLatin1String("mkfs.fat")
         && fuseFatServes(QStringLiteral("/proc"), m_device)) {
         if (m_letGo.hasExpired())
-            fail(QStringLiteral("%1 is still in use.").arg(m_device));
+            fail(QCoreApplication::translate("CardFormatter", "%1 is still in use.").arg(m_device));
         else
             QTimer::singleShot(50, this, &CardFormatter::runNext);
         return;

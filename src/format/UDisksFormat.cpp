@@ -1,5 +1,6 @@
 #include "UDisksFormat.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -40,7 +41,8 @@ void UDisksFormat::call(const QString &interface, const QString &method, const Q
         if (reply.type() == QDBusMessage::ErrorMessage) {
             emit finished(
                 false,
-                QStringLiteral("The card could not be formatted (%1): %2").arg(method, reply.errorMessage()));
+                QCoreApplication::translate("UDisksFormat", "The card could not be formatted (%1): %2")
+                    .arg(method, reply.errorMessage()));
             return;
         }
         next(reply.arguments());

@@ -17,14 +17,13 @@ dlgFMT::dlgFMT(AppContext &context, QWidget *parent)
     , m_formatter(new CardFormatter(this))
     , m_lblFMT(new QLabel(this))
     , m_lblReason(new QLabel(this))
-    , m_cmdOK(namedButton(QStringLiteral("Exit"), "cmdOK", this))
+    , m_cmdOK(namedButton(tr("Exit"), "cmdOK", this))
 {
     setObjectName(QStringLiteral("dlgFMT"));
-    setWindowTitle(QStringLiteral("Format"));
+    setWindowTitle(tr("Format"));
     setWindowModality(Qt::ApplicationModal);
     m_lblFMT->setObjectName(QStringLiteral("lblFMT"));
-    m_lblFMT->setText(QStringLiteral(" Format FAT16 file system") + QLatin1Char(' ')
-                      + context.state.CardSlot);
+    m_lblFMT->setText(tr(" Format FAT16 file system") + QLatin1Char(' ') + context.state.CardSlot);
     m_lblFMT->setMinimumWidth(360);
     m_lblReason->setObjectName(QStringLiteral("lblReason"));
     m_lblReason->setWordWrap(true);
@@ -75,14 +74,14 @@ void dlgFMT::formatEnded(bool ok, const QString &error)
     if (!ok) {
         // The card edit window reports the failure when the dialog closes; the reason stays here.
         m_formatFailed = true;
-        m_lblFMT->setText(QStringLiteral(" DQ-480 format error"));
+        m_lblFMT->setText(tr(" DQ-480 format error"));
         m_lblReason->setText(error);
         m_lblReason->show();
         m_cmdOK->setEnabled(true);
         return;
     }
-    m_lblFMT->setText(QStringLiteral(" FAT16 format complete"));
-    m_lblFMT->setText(QStringLiteral(" DQ-480 file setting"));
+    m_lblFMT->setText(tr(" FAT16 format complete"));
+    m_lblFMT->setText(tr(" DQ-480 file setting"));
     SharedState &state = m_context.state;
     if (!m_formatter->mountPoint().isEmpty())
         state.CardSlot = m_formatter->mountPoint(); // the card may come back under its new label
@@ -92,8 +91,7 @@ void dlgFMT::formatEnded(bool ok, const QString &error)
         return detection.CardCheck(state.CardSlot);
     };
     m_succeeded = WriteInitialControlFile(state, m_context.msgBox, hooks);
-    m_lblFMT->setText(m_succeeded ? QStringLiteral(" DQ-480 format complete")
-                                  : QStringLiteral(" DQ-480 format error"));
+    m_lblFMT->setText(m_succeeded ? tr(" DQ-480 format complete") : tr(" DQ-480 format error"));
     m_cmdOK->setEnabled(true);
 }
 

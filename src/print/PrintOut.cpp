@@ -6,6 +6,7 @@
 #include "ProgramDuration.h"
 #include "SharedState.h"
 
+#include <QCoreApplication>
 #include <QDate>
 #include <QFontMetricsF>
 #include <QPageLayout>
@@ -22,15 +23,20 @@ void addProgram(QList<PrintRow> &rows, const SettingData &s, int p, SentenceTime
     const qint32 option = s.ProgramOption[p];
     rows.append({PrintRow::Heading,
                  {QLatin1Char('P') + zeroPadded(p + 1, 3) + QLatin1String("  ") + s.ProgramName[p]}});
-    rows.append({PrintRow::Field, {QStringLiteral("Playback method"), V::methodText(option)}});
-    rows.append({PrintRow::Field, {QStringLiteral("Output Level"), V::outputLevelText(option)}});
-    rows.append(
-        {PrintRow::Field, {QStringLiteral("Repeat count"), V::repeatCountText(s.RepeatCount[p], option)}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Repeat interval"), V::repeatIntervalText(s.RepeatInterval[p], option)}});
+                 {QCoreApplication::translate("PrintOut", "Playback method"), V::methodText(option)}});
+    rows.append({PrintRow::Field,
+                 {QCoreApplication::translate("PrintOut", "Output Level"), V::outputLevelText(option)}});
+    rows.append({PrintRow::Field,
+                 {QCoreApplication::translate("PrintOut", "Repeat count"),
+                  V::repeatCountText(s.RepeatCount[p], option)}});
+    rows.append({PrintRow::Field,
+                 {QCoreApplication::translate("PrintOut", "Repeat interval"),
+                  V::repeatIntervalText(s.RepeatInterval[p], option)}});
     const QString busy = V::busyText(option);
     if (!busy.isEmpty())
-        rows.append({PrintRow::Field, {QStringLiteral("Interval busy output"), busy}});
+        rows.append(
+            {PrintRow::Field, {QCoreApplication::translate("PrintOut", "Interval busy output"), busy}});
     // Steps sixteen to a line, numbered by the first step of the line.
     constexpr int PerLine = 16;
     QStringList line;
@@ -54,48 +60,57 @@ void addProgram(QList<PrintRow> &rows, const SettingData &s, int p, SentenceTime
         rows.append(
             {PrintRow::Steps, {zeroPadded(first, 3) + QLatin1Char(':'), line.join(QLatin1Char(' '))}});
     if (number == 0)
-        rows.append({PrintRow::Steps, {QString(), QStringLiteral("(no steps)")}});
+        rows.append({PrintRow::Steps, {QString(), QCoreApplication::translate("PrintOut", "(no steps)")}});
     else
-        rows.append(
-            {PrintRow::Field,
-             {QStringLiteral("Playing time"), programPlayingTimeText(programPlayingTime(s, p, times))}});
+        rows.append({PrintRow::Field,
+                     {QCoreApplication::translate("PrintOut", "Playing time"),
+                      programPlayingTimeText(programPlayingTime(s, p, times))}});
 }
 
 void addInformation(QList<PrintRow> &rows, const SharedState &state)
 {
     const SettingData &s = state.Setting;
-    rows.append({PrintRow::Heading, {QStringLiteral("File information")}});
-    rows.append({PrintRow::Field, {QStringLiteral("File name"), state.ProjectFileName}});
-    rows.append({PrintRow::Field, {QStringLiteral("File location"), state.ProjectFolder}});
-    rows.append({PrintRow::Field, {QStringLiteral("Project name"), s.ProjectName}});
-    rows.append({PrintRow::Field, {QStringLiteral("Creator"), s.Creator}});
+    rows.append({PrintRow::Heading, {QCoreApplication::translate("PrintOut", "File information")}});
+    rows.append(
+        {PrintRow::Field, {QCoreApplication::translate("PrintOut", "File name"), state.ProjectFileName}});
+    rows.append(
+        {PrintRow::Field, {QCoreApplication::translate("PrintOut", "File location"), state.ProjectFolder}});
+    rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Project name"), s.ProjectName}});
+    rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Creator"), s.Creator}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Explanation"),
+                 {QCoreApplication::translate("PrintOut", "Explanation"),
                   QString(s.Explanation).replace(QLatin1String("\r\n"), QLatin1String("\n"))}});
-    rows.append({PrintRow::Field, {QStringLiteral("Card name"), s.CardName}});
-    rows.append({PrintRow::Field, {QStringLiteral("Sentences"), QString::number(s.sentenceCapacity())}});
+    rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Card name"), s.CardName}});
+    rows.append(
+        {PrintRow::Field,
+         {QCoreApplication::translate("PrintOut", "Sentences"), QString::number(s.sentenceCapacity())}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Write protect"),
-                  (s.CardAttribute & SettingData::AttributeWriteProtect) ? QStringLiteral("ON")
-                                                                         : QStringLiteral("OFF")}});
+                 {QCoreApplication::translate("PrintOut", "Write protect"),
+                  (s.CardAttribute & SettingData::AttributeWriteProtect)
+                      ? QCoreApplication::translate("PrintOut", "ON")
+                      : QCoreApplication::translate("PrintOut", "OFF")}});
     rows.append({PrintRow::Field,
-                 {QStringLiteral("Test tone"),
-                  state.SurveillanceFile ? QStringLiteral("ON") : QStringLiteral("OFF")}});
+                 {QCoreApplication::translate("PrintOut", "Test tone"),
+                  state.SurveillanceFile ? QCoreApplication::translate("PrintOut", "ON")
+                                         : QCoreApplication::translate("PrintOut", "OFF")}});
 }
 
 void addSentences(QList<PrintRow> &rows, const SettingData &s, SentenceTimes &times)
 {
-    rows.append({PrintRow::Heading, {QStringLiteral("Sentence table")}});
+    rows.append({PrintRow::Heading, {QCoreApplication::translate("PrintOut", "Sentence table")}});
     rows.append({PrintRow::TableHeader,
-                 {QStringLiteral("No."), QStringLiteral("File name"), QStringLiteral("Control"),
-                  QStringLiteral("Time")}});
+                 {QCoreApplication::translate("PrintOut", "No."),
+                  QCoreApplication::translate("PrintOut", "File name"),
+                  QCoreApplication::translate("PrintOut", "Control"),
+                  QCoreApplication::translate("PrintOut", "Time")}});
     for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
         if (s.SentenceFileName[slot].isEmpty())
             continue;
         const std::optional<double> seconds = times.seconds(s.SentenceFileName[slot]);
-        rows.append({PrintRow::TableRow,
-                     {zeroPadded(slot + 1, 3), s.SentenceFileName[slot], s.SentenceControl[slot],
-                      seconds ? formatDuration(*seconds) : QStringLiteral("not found")}});
+        rows.append(
+            {PrintRow::TableRow,
+             {zeroPadded(slot + 1, 3), s.SentenceFileName[slot], s.SentenceControl[slot],
+              seconds ? formatDuration(*seconds) : QCoreApplication::translate("PrintOut", "not found")}});
     }
 }
 
@@ -108,26 +123,26 @@ QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int prog
     QList<PrintRow> rows;
     switch (kind) {
     case PrintKind::FileInformation:
-        rows.append({PrintRow::Title, {QStringLiteral("File information copy")}});
+        rows.append({PrintRow::Title, {QCoreApplication::translate("PrintOut", "File information copy")}});
         addInformation(rows, state);
         break;
     case PrintKind::AllSettingData:
-        rows.append({PrintRow::Title, {QStringLiteral("All setting data copy")}});
+        rows.append({PrintRow::Title, {QCoreApplication::translate("PrintOut", "All setting data copy")}});
         addInformation(rows, state);
         addSentences(rows, s, times);
-        rows.append({PrintRow::Heading, {QStringLiteral("Programs")}});
+        rows.append({PrintRow::Heading, {QCoreApplication::translate("PrintOut", "Programs")}});
         for (int p = 0; p < SettingData::Programs; ++p)
             addProgram(rows, s, p, times);
         break;
     case PrintKind::AllPrograms:
-        rows.append({PrintRow::Title, {QStringLiteral("All program copy")}});
+        rows.append({PrintRow::Title, {QCoreApplication::translate("PrintOut", "All program copy")}});
         for (int p = 0; p < SettingData::Programs; ++p)
             addProgram(rows, s, p, times);
         break;
     case PrintKind::OneProgram:
-        rows.append(
-            {PrintRow::Title,
-             {QStringLiteral("Print out program number:") + QLatin1Char('P') + zeroPadded(program, 3)}});
+        rows.append({PrintRow::Title,
+                     {QCoreApplication::translate("PrintOut", "Print out program number:") + QLatin1Char('P')
+                      + zeroPadded(program, 3)}});
         addProgram(rows, s, qBound(1, program, SettingData::Programs) - 1, times);
         break;
     }
@@ -136,8 +151,9 @@ QList<PrintRow> buildPrintOut(const SharedState &state, PrintKind kind, int prog
 
 QString printHeader(const SharedState &state)
 {
-    const QString project = state.Setting.ProjectName.isEmpty() ? QStringLiteral("(no project name)")
-                                                                : state.Setting.ProjectName;
+    const QString project = state.Setting.ProjectName.isEmpty()
+        ? QCoreApplication::translate("PrintOut", "(no project name)")
+        : state.Setting.ProjectName;
     return QStringLiteral("DQ-480  %1  -  %2  -  %3")
         .arg(project, state.ProjectFileName, QDate::currentDate().toString(Qt::ISODate));
 }
@@ -346,7 +362,7 @@ int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const
                          QPointF(page.width(), normalMetrics.height() * 1.3));
         painter.drawText(
             QRectF(0, page.height() - normalMetrics.height(), page.width(), normalMetrics.height()),
-            Qt::AlignHCenter, QStringLiteral("page %1 / %2").arg(number).arg(count));
+            Qt::AlignHCenter, QCoreApplication::translate("PrintOut", "page %1 / %2").arg(number).arg(count));
         painter.setPen(Qt::black);
         qreal top = layout.body.top();
         for (const Piece &piece : laidOut.pages[number - 1]) {

@@ -1,6 +1,7 @@
 #include "PrintValues.h"
 
 #include "ProgramOptionWord.h"
+#include <QCoreApplication>
 
 namespace PrintValues {
 
@@ -19,15 +20,15 @@ QString methodText(qint32 option)
 {
     switch (methodBits(option)) {
     case Word::MethodBits[Word::Continuous]:
-        return QStringLiteral("Continuous");
+        return QCoreApplication::translate("PrintOut", "Continuous");
     case Word::MethodBits[Word::SingleProgram]:
-        return QStringLiteral("Single");
+        return QCoreApplication::translate("PrintOut", "Single");
     case Word::MethodBits[Word::Repeat]:
-        return QStringLiteral("Repeat");
+        return QCoreApplication::translate("PrintOut", "Repeat");
     case Word::MethodBits[Word::Endless]:
-        return QStringLiteral("Endless");
+        return QCoreApplication::translate("PrintOut", "Endless");
     default:
-        return QStringLiteral("Setting Data Error");
+        return QCoreApplication::translate("PrintOut", "Setting Data Error");
     }
 }
 
@@ -39,7 +40,7 @@ QString outputLevelText(qint32 option)
 QString repeatCountText(qint16 count, qint32 option)
 {
     if (count == 0 && methodBits(option) == Word::MethodBits[Word::Repeat])
-        return QStringLiteral("Endless");
+        return QCoreApplication::translate("PrintOut", "Endless");
     return QString::number(count);
 }
 
@@ -47,13 +48,14 @@ QString repeatIntervalText(qint16 interval, qint32 option)
 {
     if (methodBits(option) == Word::MethodBits[Word::Endless]) {
         const int seconds = Word::endlessSeconds(option).value_or(0);
-        return seconds == 0 ? QStringLiteral("OFF") : QString::number(seconds) + QStringLiteral("Sec");
+        return seconds == 0 ? QCoreApplication::translate("PrintOut", "OFF")
+                            : QString::number(seconds) + QCoreApplication::translate("PrintOut", "Sec");
     }
     if (interval <= 0)
-        return QStringLiteral("OFF");
+        return QCoreApplication::translate("PrintOut", "OFF");
     if (interval <= 5)
-        return QString::number(interval * 10) + QStringLiteral("Sec");
-    return QString::number(interval - 5) + QStringLiteral("Minute");
+        return QString::number(interval * 10) + QCoreApplication::translate("PrintOut", "Sec");
+    return QString::number(interval - 5) + QCoreApplication::translate("PrintOut", "Minute");
 }
 
 QString busyText(qint32 option)
@@ -61,7 +63,8 @@ QString busyText(qint32 option)
     const int method = methodBits(option);
     if (method != Word::MethodBits[Word::SingleProgram] && method != Word::MethodBits[Word::Repeat])
         return QString();
-    return (option & Word::BusyBit) ? QStringLiteral("ON") : QStringLiteral("OFF");
+    return (option & Word::BusyBit) ? QCoreApplication::translate("PrintOut", "ON")
+                                    : QCoreApplication::translate("PrintOut", "OFF");
 }
 
 QString stepText(const QString &stored)

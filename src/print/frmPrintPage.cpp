@@ -32,13 +32,13 @@ frmPrintPage::frmPrintPage(AppContext &context, PrintKind kind, int program, QWi
     , m_kind(kind)
     , m_program(program)
     , m_printers(new QComboBox(this))
-    , m_allPages(new QRadioButton(QStringLiteral("All pages"), this))
-    , m_range(new QRadioButton(QStringLiteral("Pages"), this))
+    , m_allPages(new QRadioButton(tr("All pages"), this))
+    , m_range(new QRadioButton(tr("Pages"), this))
     , m_from(namedLineEdit("txtFromPage", this))
     , m_to(namedLineEdit("txtToPage", this))
 {
     setObjectName(QStringLiteral("frmPrintPage"));
-    setWindowTitle(QStringLiteral("Print setting"));
+    setWindowTitle(tr("Print setting"));
     m_printers->setObjectName(QStringLiteral("cmbPrinter"));
     m_printers->addItems(QPrinterInfo::availablePrinterNames());
     m_printers->addItem(pdfChoice());
@@ -48,18 +48,18 @@ frmPrintPage::frmPrintPage(AppContext &context, PrintKind kind, int program, QWi
     m_allPages->setObjectName(QStringLiteral("optAllPages"));
     m_range->setObjectName(QStringLiteral("optPageRange"));
     m_allPages->setChecked(true);
-    m_from->setAccessibleName(QStringLiteral("From page"));
-    m_to->setAccessibleName(QStringLiteral("To page"));
+    m_from->setAccessibleName(tr("From page"));
+    m_to->setAccessibleName(tr("To page"));
     m_from->setMaximumWidth(60);
     m_to->setMaximumWidth(60);
 
-    auto *printerLabel = new QLabel(QStringLiteral("&Printer:"), this);
+    auto *printerLabel = new QLabel(tr("&Printer:"), this);
     printerLabel->setBuddy(m_printers);
-    auto *pages = new QGroupBox(QStringLiteral("Print range"), this);
+    auto *pages = new QGroupBox(tr("Print range"), this);
     auto *rangeRow = new QHBoxLayout;
     rangeRow->addWidget(m_range);
     rangeRow->addWidget(m_from);
-    rangeRow->addWidget(new QLabel(QStringLiteral("to"), pages));
+    rangeRow->addWidget(new QLabel(tr("to"), pages));
     rangeRow->addWidget(m_to);
     rangeRow->addStretch();
     auto *pagesLayout = new QVBoxLayout(pages);
@@ -68,9 +68,9 @@ frmPrintPage::frmPrintPage(AppContext &context, PrintKind kind, int program, QWi
     connect(m_from, &QLineEdit::textEdited, m_range, [this] { m_range->setChecked(true); });
     connect(m_to, &QLineEdit::textEdited, m_range, [this] { m_range->setChecked(true); });
 
-    auto *cmdPreview = namedButton(QStringLiteral("Preview"), "cmdPreview", this);
-    auto *cmdPrint = namedButton(QStringLiteral("Print"), "cmdPrint", this);
-    auto *cmdCancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
+    auto *cmdPreview = namedButton(tr("Preview"), "cmdPreview", this);
+    auto *cmdPrint = namedButton(tr("Print"), "cmdPrint", this);
+    auto *cmdCancel = namedButton(tr("Cancel"), "cmdCancel", this);
     connect(cmdPreview, &QPushButton::clicked, this, &frmPrintPage::cmdPreview_Click);
     connect(cmdPrint, &QPushButton::clicked, this, [this] {
         if (cmdPrint_Click())
@@ -130,13 +130,13 @@ bool frmPrintPage::cmdPrint_Click()
         if (!rangeWithinPrintOut(sizing, rows, to))
             return false;
         const QString path = m_context.fileDialogs.saveFileName(
-            this, QStringLiteral("Save as PDF"), QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
+            this, tr("Save as PDF"), QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
         if (path.isEmpty())
             return false;
         QPdfWriter writer(path);
         writer.setResolution(PdfResolution);
         if (renderPrintOut(writer, rows, header, from, to) <= 0) {
-            m_context.msgBox.show(QStringLiteral("Cannot write %1").arg(path), MsgBox::Buttons::Ok,
+            m_context.msgBox.show(tr("Cannot write %1").arg(path), MsgBox::Buttons::Ok,
                                   MsgBox::Icon::Critical);
             return false;
         }
@@ -146,9 +146,8 @@ bool frmPrintPage::cmdPrint_Click()
     if (!rangeWithinPrintOut(printer, rows, to))
         return false;
     if (renderPrintOut(printer, rows, header, from, to) <= 0) {
-        m_context.msgBox.show(
-            QStringLiteral("The printer %1 could not print.").arg(m_printers->currentText()),
-            MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        m_context.msgBox.show(tr("The printer %1 could not print.").arg(m_printers->currentText()),
+                              MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
         return false;
     }
     return true;
@@ -165,7 +164,7 @@ void frmPrintPage::cmdPreview_Click()
     if (!rangeWithinPrintOut(printer, rows, to))
         return;
     QPrintPreviewDialog preview(&printer, this);
-    preview.setWindowTitle(QStringLiteral("Print preview"));
+    preview.setWindowTitle(tr("Print preview"));
     const QString header = printHeader(m_context.state);
     connect(&preview, &QPrintPreviewDialog::paintRequested, this,
             [&](QPrinter *target) { renderPrintOut(*target, rows, header, from, to); });

@@ -18,7 +18,7 @@ class frmPrintPage : public QDialog
 public:
     frmPrintPage(AppContext &context, PrintKind kind, int program, QWidget *parent);
 
-    static QString pdfChoice() { return QStringLiteral("Save as PDF"); }
+    static QString pdfChoice() { return tr("Save as PDF"); }
 
 public slots:
     /// Prints (or saves the PDF); false when an entry was refused or nothing was printed.

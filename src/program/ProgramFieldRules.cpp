@@ -2,12 +2,18 @@
 
 #include "TextChecks.h"
 
+#include <QCoreApplication>
+
 namespace ProgramFieldRules {
 
 namespace {
 
 const QString Off = QStringLiteral("OFF");
-const QString EndlessText = QStringLiteral("Endless");
+// Shown in the repeat count box and accepted back from it, in the operator's language.
+QString endlessText()
+{
+    return QCoreApplication::translate("ProgramFieldRules", "Endless");
+}
 
 // A decimal text as a number; long texts count as too large rather than overflowing.
 qint64 numberOf(const QString &text)
@@ -107,7 +113,7 @@ RepeatCount countBarMoved(int value)
     RepeatCount result;
     result.barValue = value;
     result.count = static_cast<qint16>(CountBarMax - (value + 1));
-    result.text = result.count == 0 ? EndlessText : QString::number(result.count);
+    result.text = result.count == 0 ? endlessText() : QString::number(result.count);
     return result;
 }
 
@@ -115,12 +121,12 @@ RepeatCount checkRepeatCount(const QString &typed)
 {
     QString text = typed;
     bool refused = false;
-    if (text.isEmpty() || (text != EndlessText && !IsDecimalText(text))) {
+    if (text.isEmpty() || (text != endlessText() && !IsDecimalText(text))) {
         text = QStringLiteral("1");
         refused = true;
     }
     RepeatCount result;
-    const qint64 value = text == EndlessText ? 0 : numberOf(text);
+    const qint64 value = text == endlessText() ? 0 : numberOf(text);
     if (value == 0)
         result = countBarMoved(EndlessCountBar);
     else if (value <= 128)

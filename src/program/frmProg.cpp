@@ -1,6 +1,7 @@
 #include "frmProg.h"
 #include "OperatorMessages.h"
 #include "ProgramDuration.h"
+#include "ShownFileName.h"
 
 #include "DialogLayout.h"
 #include "MsgBox.h"
@@ -79,21 +80,21 @@ void frmProg::buildControls()
     m_lblProgNo->setObjectName(QStringLiteral("lblProgNo"));
     m_txtProgName = namedLineEdit("txtProgName", this);
     m_txtProgName->setMaxLength(ProgramNameLength);
-    auto *lblProgName = new QLabel(QStringLiteral("Program name:"), this);
+    auto *lblProgName = new QLabel(tr("Program name:"), this);
     lblProgName->setObjectName(QStringLiteral("lblProgName"));
     lblProgName->setBuddy(m_txtProgName);
     m_cmbPrgMethod = new QComboBox(this);
     m_cmbPrgMethod->setObjectName(QStringLiteral("cmbPrgMethod"));
-    auto *lblProgMethod = new QLabel(QStringLiteral("Playback method"), this);
+    auto *lblProgMethod = new QLabel(tr("Playback method"), this);
     lblProgMethod->setObjectName(QStringLiteral("lblProgMethod"));
     lblProgMethod->setBuddy(m_cmbPrgMethod);
 
-    m_fraPrg1 = new QGroupBox(QStringLiteral("Repeat"), this);
+    m_fraPrg1 = new QGroupBox(tr("Repeat"), this);
     m_fraPrg1->setObjectName(QStringLiteral("fraPrg1"));
     m_txtPrgNo = namedLineEdit("txtPrgNo", m_fraPrg1);
-    m_vscNo = numberBar("vscNo", QStringLiteral("Repeat No: up or down"), m_fraPrg1);
+    m_vscNo = numberBar("vscNo", tr("Repeat No: up or down"), m_fraPrg1);
     m_vscNo->setRange(0, Rules::CountBarMax);
-    m_lblPrgNo = new QLabel(QStringLiteral("Repeat No:"), m_fraPrg1);
+    m_lblPrgNo = new QLabel(tr("Repeat No:"), m_fraPrg1);
     m_lblPrgNo->setObjectName(QStringLiteral("lblPrgNo"));
     m_lblPrgNo->setBuddy(m_txtPrgNo);
     nameAfterCaption(m_txtPrgNo, m_lblPrgNo->text());
@@ -102,16 +103,16 @@ void frmProg::buildControls()
     repeatRow->addWidget(numberBox(m_txtPrgNo, m_vscNo, m_fraPrg1));
     repeatRow->addStretch();
 
-    m_fraPrg2 = new QGroupBox(QStringLiteral("Interval"), this);
+    m_fraPrg2 = new QGroupBox(tr("Interval"), this);
     m_fraPrg2->setObjectName(QStringLiteral("fraPrg2"));
     m_txtPrgInt = namedLineEdit("txtPrgInt", m_fraPrg2);
-    m_vscInt = numberBar("vscInt", QStringLiteral("Interval: up or down"), m_fraPrg2);
+    m_vscInt = numberBar("vscInt", tr("Interval: up or down"), m_fraPrg2);
     m_lblPrgInt = new QLabel(m_fraPrg2);
     m_lblPrgInt->setObjectName(QStringLiteral("lblPrgInt"));
     m_lblPrgInt->setBuddy(m_txtPrgInt);
-    setIntervalCaption(QStringLiteral("Interval timer:"));
-    m_optPrgInt[0] = namedRadio(QStringLiteral("sec"), "optPrgInt_0", m_fraPrg2);
-    m_optPrgInt[1] = namedRadio(QStringLiteral("min"), "optPrgInt_1", m_fraPrg2);
+    setIntervalCaption(tr("Interval timer:"));
+    m_optPrgInt[0] = namedRadio(tr("sec"), "optPrgInt_0", m_fraPrg2);
+    m_optPrgInt[1] = namedRadio(tr("min"), "optPrgInt_1", m_fraPrg2);
     auto *intervalRow = new QHBoxLayout(m_fraPrg2);
     intervalRow->addWidget(m_lblPrgInt);
     intervalRow->addWidget(numberBox(m_txtPrgInt, m_vscInt, m_fraPrg2));
@@ -119,10 +120,10 @@ void frmProg::buildControls()
     intervalRow->addWidget(m_optPrgInt[1]);
     intervalRow->addStretch();
 
-    m_fraPrg3 = new QGroupBox(QStringLiteral("Interval busy"), this);
+    m_fraPrg3 = new QGroupBox(tr("Interval busy"), this);
     m_fraPrg3->setObjectName(QStringLiteral("fraPrg3"));
-    m_optPrgBusy[0] = namedRadio(QStringLiteral("ON"), "optPrgBusy_0", m_fraPrg3);
-    m_optPrgBusy[1] = namedRadio(QStringLiteral("OFF"), "optPrgBusy_1", m_fraPrg3);
+    m_optPrgBusy[0] = namedRadio(tr("ON"), "optPrgBusy_0", m_fraPrg3);
+    m_optPrgBusy[1] = namedRadio(tr("OFF"), "optPrgBusy_1", m_fraPrg3);
     auto *busyRow = new QHBoxLayout(m_fraPrg3);
     busyRow->addWidget(m_optPrgBusy[0]);
     busyRow->addWidget(m_optPrgBusy[1]);
@@ -130,18 +131,18 @@ void frmProg::buildControls()
 
     m_txtAutoVol = namedLineEdit("txtAutoVol", this);
     m_txtAutoVol->setMaxLength(1);
-    m_vsAutoVol = numberBar("vsAutoVol", QStringLiteral("Output level: up or down"), this);
+    m_vsAutoVol = numberBar("vsAutoVol", tr("Output level: up or down"), this);
     m_vsAutoVol->setRange(0, 9);
-    auto *lblAutoVol = new QLabel(QStringLiteral("Output level"), this);
+    auto *lblAutoVol = new QLabel(tr("Output level"), this);
     lblAutoVol->setObjectName(QStringLiteral("lblAutoVol"));
     lblAutoVol->setBuddy(m_txtAutoVol);
     nameAfterCaption(m_txtAutoVol, lblAutoVol->text());
 
-    m_cmdProgStep = namedButton(QStringLiteral("Step input"), "cmdProgStep", this);
-    auto *cmdPrint = namedButton(QStringLiteral("Print"), "cmdPrint", this);
-    auto *cmdProgOk = namedButton(QStringLiteral("OK"), "cmdProgOk", this);
-    auto *cmdProgClose = namedButton(QStringLiteral("Cancel"), "cmdProgClose", this);
-    m_cmdProgSave = namedButton(QStringLiteral("Apply"), "cmdProgSave", this);
+    m_cmdProgStep = namedButton(tr("Step input"), "cmdProgStep", this);
+    auto *cmdPrint = namedButton(tr("Print"), "cmdPrint", this);
+    auto *cmdProgOk = namedButton(tr("OK"), "cmdProgOk", this);
+    auto *cmdProgClose = namedButton(tr("Cancel"), "cmdProgClose", this);
+    m_cmdProgSave = namedButton(tr("Apply"), "cmdProgSave", this);
 
     auto *form = new QGridLayout;
     form->addWidget(lblProgName, 0, 0);
@@ -252,8 +253,8 @@ void frmProg::selectUnit(int index)
 void frmProg::Form_Load()
 {
     const SharedState &state = m_context.state;
-    setWindowTitle(QStringLiteral("Program : ") + state.ProjectFileName);
-    m_lblProgNo->setText(QStringLiteral("Program No:") + ProgramNumberText::format(m_programNumber));
+    setWindowTitle(tr("Program : ") + shownFileName(state.ProjectFileName));
+    m_lblProgNo->setText(tr("Program No:") + ProgramNumberText::format(m_programNumber));
     for (int method = Word::Continuous; method <= Word::Endless; ++method)
         m_cmbPrgMethod->addItem(QString::number(method + 1) + QLatin1Char('.') + Word::methodName(method));
     m_method = Word::Continuous;
@@ -287,7 +288,7 @@ void frmProg::showWorkingCopy()
         const std::optional<int> seconds = Word::endlessSeconds(state.Setting.ProgramOption[m_p]);
         if (!seconds)
             m_context.msgBox.show(incorrectValueMessage());
-        m_txtPrgInt->setText(seconds && *seconds > 0 ? QString::number(*seconds) : QStringLiteral("OFF"));
+        m_txtPrgInt->setText(seconds && *seconds > 0 ? QString::number(*seconds) : tr("OFF"));
     }
     m_method = method;
     m_cmbPrgMethod->setCurrentIndex(method);
@@ -320,20 +321,20 @@ void frmProg::cmbPrgMethod_Click()
     option() |= Word::MethodBits[k];
     m_method = k;
     if (k == Word::SingleProgram || k == Word::Repeat) {
-        m_fraPrg3->setTitle(QStringLiteral("Interval busy"));
-        m_optPrgBusy[0]->setText(QStringLiteral("ON"));
-        m_optPrgBusy[1]->setText(QStringLiteral("OFF"));
+        m_fraPrg3->setTitle(tr("Interval busy"));
+        m_optPrgBusy[0]->setText(tr("ON"));
+        m_optPrgBusy[1]->setText(tr("OFF"));
     }
     if (k == Word::SingleProgram)
-        setIntervalCaption(QStringLiteral("Interval timer:"));
+        setIntervalCaption(tr("Interval timer:"));
     if (k == Word::Repeat) {
-        setIntervalCaption(QStringLiteral("Repeat Interval:"));
-        m_lblPrgNo->setText(QStringLiteral("Repeat No:"));
+        setIntervalCaption(tr("Repeat Interval:"));
+        m_lblPrgNo->setText(tr("Repeat No:"));
         m_txtPrgNo->setText(QString::number(m_context.state.SettingBuffer.RepeatCount[m_p]));
         txtPrgNo_LostFocus();
     }
     if (k == Word::Endless) {
-        setIntervalCaption(QStringLiteral("Play Interval(sec):"));
+        setIntervalCaption(tr("Play Interval(sec):"));
         if (minutesSelected())
             optPrgInt_Click(0);
         selectUnit(0);

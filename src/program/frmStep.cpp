@@ -1,5 +1,6 @@
 #include "frmStep.h"
 #include "OperatorMessages.h"
+#include "ShownFileName.h"
 
 #include "BoxColumns.h"
 #include "DialogLayout.h"
@@ -34,15 +35,15 @@ frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
     setObjectName(QStringLiteral("frmStep"));
     setAttribute(Qt::WA_DeleteOnClose);
 
-    auto *cmdStpIns = namedButton(QStringLiteral("Insert"), "cmdStpIns", this);
-    auto *cmdStpDelte = namedButton(QStringLiteral("Delete"), "cmdStpDelte", this);
-    auto *cmdStpMov = namedButton(QStringLiteral("Close gaps"), "cmdStpMov", this);
-    auto *cmdStepOk = namedButton(QStringLiteral("OK"), "cmdStepOk", this);
-    auto *cmdStpClose = namedButton(QStringLiteral("Close"), "cmdStpClose", this);
-    m_cmdStpSave = namedButton(QStringLiteral("Apply"), "cmdStpSave", this);
+    auto *cmdStpIns = namedButton(tr("Insert"), "cmdStpIns", this);
+    auto *cmdStpDelte = namedButton(tr("Delete"), "cmdStpDelte", this);
+    auto *cmdStpMov = namedButton(tr("Close gaps"), "cmdStpMov", this);
+    auto *cmdStepOk = namedButton(tr("OK"), "cmdStepOk", this);
+    auto *cmdStpClose = namedButton(tr("Close"), "cmdStpClose", this);
+    m_cmdStpSave = namedButton(tr("Apply"), "cmdStpSave", this);
     m_hscStep = new QScrollBar(Qt::Horizontal, this);
     m_hscStep->setObjectName(QStringLiteral("hscStep"));
-    m_hscStep->setAccessibleName(QStringLiteral("Step columns"));
+    m_hscStep->setAccessibleName(tr("Step columns"));
     m_hscStep->setRange(0, Columns - VisibleColumns);
     m_hscStep->setPageStep(VisibleColumns);
 
@@ -109,8 +110,8 @@ void frmStep::Form_Load()
 
 void frmStep::refreshCaption()
 {
-    setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + QStringLiteral("Step Input : ")
-                   + QLatin1Char(' ') + m_context.state.ProjectFileName + QStringLiteral(" - P")
+    setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
+                   + shownFileName(m_context.state.ProjectFileName) + QStringLiteral(" - P")
                    + zeroPadded(m_p + 1, 3));
 }
 
@@ -195,7 +196,7 @@ void frmStep::cmdStpIns_Click()
 {
     auto &list = steps();
     if (!list[Steps - 1].isEmpty()) {
-        m_context.msgBox.show(QStringLiteral("128 step is programmed. Can not insert"));
+        m_context.msgBox.show(tr("128 step is programmed. Can not insert"));
         return;
     }
     std::move_backward(list.begin() + m_current, list.end() - 1, list.end());
@@ -221,7 +222,7 @@ void frmStep::applyDefaultStepRule()
         return;
     list[0] = StepText::defaultStep();
     showStep(0, StepText::decode(list[0]));
-    m_context.msgBox.show(QStringLiteral("All steps deleted. Will set default steps."));
+    m_context.msgBox.show(tr("All steps deleted. Will set default steps."));
 }
 
 void frmStep::cmdStpMov_Click()

@@ -1,5 +1,6 @@
 #include "dlgCaPc.h"
 #include "OperatorMessages.h"
+#include "ShownFileName.h"
 
 #include "DialogLayout.h"
 #include "FileCopy.h"
@@ -11,6 +12,7 @@
 #include "TextChecks.h"
 #include "frmSetPath.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -20,7 +22,10 @@
 
 namespace {
 
-const QString CopyComplete = QStringLiteral("File copy complete");
+QString copyComplete()
+{
+    return QCoreApplication::translate("dlgCaPc", "File copy complete");
+}
 
 QGroupBox *copyGroup(const QString &title, const QString &caption, QLineEdit *input, QPushButton *start,
                      QWidget *parent)
@@ -29,7 +34,8 @@ QGroupBox *copyGroup(const QString &title, const QString &caption, QLineEdit *in
     auto *label = new QLabel(caption, group);
     label->setBuddy(input);
     // Both groups' captions take the longer one's width, so the two inputs line up.
-    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("Folder name")));
+    label->setMinimumWidth(
+        label->fontMetrics().horizontalAdvance(QCoreApplication::translate("dlgCaPc", "Folder name")));
     auto *row = new QHBoxLayout(group);
     row->addWidget(label);
     row->addWidget(input, 1);
@@ -49,17 +55,17 @@ dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
     m_lblCaPcPath->setObjectName(QStringLiteral("lblCaPcPath"));
     m_txtCaPcAllInp = namedLineEdit("txtCaPcAllInp", this);
     m_txtCaPcSelInp = namedLineEdit("txtCaPcSelInp", this);
-    auto *cmdCaPcAll = namedButton(QStringLiteral("Start"), "cmdCaPcAll", this);
-    cmdCaPcAll->setAccessibleName(QStringLiteral("Start copying all sentences"));
-    auto *cmdCaPcSel = namedButton(QStringLiteral("Start"), "cmdCaPcSel", this);
-    cmdCaPcSel->setAccessibleName(QStringLiteral("Start copying the selected sentence"));
-    auto *cmdCaPcDir = namedButton(QStringLiteral("Path Set"), "cmdCaPcDir", this);
-    auto *cmdCaPcClose = namedButton(QStringLiteral("Exit"), "cmdCaPcClose", this);
-    QGroupBox *fraCaPcAll = copyGroup(QStringLiteral("All sentence"), QStringLiteral("Folder name"),
-                                      m_txtCaPcAllInp, cmdCaPcAll, this);
+    auto *cmdCaPcAll = namedButton(tr("Start"), "cmdCaPcAll", this);
+    cmdCaPcAll->setAccessibleName(tr("Start copying all sentences"));
+    auto *cmdCaPcSel = namedButton(tr("Start"), "cmdCaPcSel", this);
+    cmdCaPcSel->setAccessibleName(tr("Start copying the selected sentence"));
+    auto *cmdCaPcDir = namedButton(tr("Path Set"), "cmdCaPcDir", this);
+    auto *cmdCaPcClose = namedButton(tr("Exit"), "cmdCaPcClose", this);
+    QGroupBox *fraCaPcAll
+        = copyGroup(tr("All sentence"), tr("Folder name"), m_txtCaPcAllInp, cmdCaPcAll, this);
     fraCaPcAll->setObjectName(QStringLiteral("fraCaPcAll"));
-    QGroupBox *fraCaPcSel = copyGroup(QStringLiteral("Sentence selection"), QStringLiteral("Filename"),
-                                      m_txtCaPcSelInp, cmdCaPcSel, this);
+    QGroupBox *fraCaPcSel
+        = copyGroup(tr("Sentence selection"), tr("Filename"), m_txtCaPcSelInp, cmdCaPcSel, this);
     fraCaPcSel->setObjectName(QStringLiteral("fraCaPcSel"));
 
     auto *pathRow = new QHBoxLayout;
@@ -83,8 +89,8 @@ dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
 
 void dlgCaPc::Form_Load()
 {
-    setWindowTitle(QStringLiteral("Card creation Sentence data copy Card -> PC : ")
-                   + m_context.state.ProjectFileName);
+    setWindowTitle(tr("Card creation Sentence data copy Card -> PC : ")
+                   + shownFileName(m_context.state.ProjectFileName));
     // Copies go to the sentence folder until the operator chooses another.
     m_destination = withTrailingSeparator(m_context.state.SentencePath);
     showDestination();
@@ -131,8 +137,7 @@ bool dlgCaPc::copyOne(const QString &source, const QString &destination)
     QString error;
     if (copyFileReplacing(source, destination, error))
         return true;
-    m_context.msgBox.show(QStringLiteral("The copy stopped.\n") + error, MsgBox::Buttons::Ok,
-                          MsgBox::Icon::Critical);
+    m_context.msgBox.show(tr("The copy stopped.\n") + error, MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
     return false;
 }
 
@@ -142,8 +147,8 @@ void dlgCaPc::cmdCaPcAll_Click()
         return;
     const QString destination = withTrailingSeparator(m_destination + m_txtCaPcAllInp->text());
     if (!QDir().mkpath(destination)) {
-        m_context.msgBox.show(QStringLiteral("Cannot create the folder %1").arg(destination),
-                              MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        m_context.msgBox.show(tr("Cannot create the folder %1").arg(destination), MsgBox::Buttons::Ok,
+                              MsgBox::Icon::Critical);
         return;
     }
     // The control file sits at the root of the card for this copy, as it always has.
@@ -163,7 +168,7 @@ void dlgCaPc::cmdCaPcAll_Click()
                 return;
         }
     }
-    m_context.msgBox.show(CopyComplete);
+    m_context.msgBox.show(copyComplete());
 }
 
 void dlgCaPc::cmdCaPcSel_Click()
@@ -180,17 +185,17 @@ void dlgCaPc::cmdCaPcSel_Click()
         = sentence ? joinPath(cardSentenceFolder(), name) : joinPath(m_context.state.CardSlot, name);
     if (!QDir(cardSentenceFolder()).exists() || !QFileInfo(source).isFile()) {
         m_context.msgBox.show(contentsOfEditQuestion() + QLatin1Char('\n')
-                              + QStringLiteral("%1 is not on the card.").arg(source));
+                              + tr("%1 is not on the card.").arg(source));
         return;
     }
     if (QFileInfo::exists(m_destination + name)) {
-        m_context.msgBox.show(QStringLiteral("Filesystem Error  File:") + name);
+        m_context.msgBox.show(tr("Filesystem Error  File:") + name);
         return;
     }
     if (!copyOne(source, m_destination + name))
         return;
     m_txtCaPcSelInp->clear();
-    m_context.msgBox.show(CopyComplete);
+    m_context.msgBox.show(copyComplete());
 }
 
 void dlgCaPc::cmdCaPcClose_Click()

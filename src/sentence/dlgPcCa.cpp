@@ -1,5 +1,6 @@
 #include "dlgPcCa.h"
 #include "OperatorMessages.h"
+#include "ShownFileName.h"
 
 #include "AudioInfo.h"
 #include "BoxColumns.h"
@@ -54,17 +55,17 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     setObjectName(QStringLiteral("dlgPcCa"));
     setWindowModality(Qt::ApplicationModal);
 
-    auto *cmdPcCaOk = namedButton(QStringLiteral("OK"), "cmdPcCaOk", this);
-    auto *cmdsentPath = namedButton(QStringLiteral("Path set"), "cmdsentPath", this);
-    auto *cmdPcCaClose = namedButton(QStringLiteral("Cancel"), "cmdPcCaClose", this);
-    m_cmdPcCaApp = namedButton(QStringLiteral("Apply"), "cmdPcCaApp", this);
-    auto *cmdPcCaDel = namedButton(QStringLiteral("Delete"), "cmdPcCaDel", this);
-    auto *cmdPcCaMov = namedButton(QStringLiteral("Move forward"), "cmdPcCaMov", this);
-    auto *cmdPcCaIns = namedButton(QStringLiteral("Insert"), "cmdPcCaIns", this);
-    auto *cmdPcCaAll = namedButton(QStringLiteral("All file"), "cmdPcCaAll", this);
+    auto *cmdPcCaOk = namedButton(tr("OK"), "cmdPcCaOk", this);
+    auto *cmdsentPath = namedButton(tr("Path set"), "cmdsentPath", this);
+    auto *cmdPcCaClose = namedButton(tr("Cancel"), "cmdPcCaClose", this);
+    m_cmdPcCaApp = namedButton(tr("Apply"), "cmdPcCaApp", this);
+    auto *cmdPcCaDel = namedButton(tr("Delete"), "cmdPcCaDel", this);
+    auto *cmdPcCaMov = namedButton(tr("Move forward"), "cmdPcCaMov", this);
+    auto *cmdPcCaIns = namedButton(tr("Insert"), "cmdPcCaIns", this);
+    auto *cmdPcCaAll = namedButton(tr("All file"), "cmdPcCaAll", this);
     m_hscCaPc = new QScrollBar(Qt::Horizontal, this);
     m_hscCaPc->setObjectName(QStringLiteral("hscCaPc"));
-    m_hscCaPc->setAccessibleName(QStringLiteral("Sentence columns"));
+    m_hscCaPc->setAccessibleName(tr("Sentence columns"));
     m_cmdPcCaPlay = namedButton(tr("Play"), "cmdPcCaPlay", this);
     m_player = new SentencePlayer(this);
     if (!SentencePlayer::hasOutput()) {
@@ -131,7 +132,8 @@ QWidget *dlgPcCa::buildEntryFrame()
 void dlgPcCa::Form_Load()
 {
     const SharedState &state = m_context.state;
-    setWindowTitle(QStringLiteral("Card creation Sentence data copy PC -> Card : ") + state.ProjectFileName);
+    setWindowTitle(tr("Card creation Sentence data copy PC -> Card : ")
+                   + shownFileName(state.ProjectFileName));
     const SettingData &buffer = state.SettingBuffer;
     m_limit = Table::limitFor(buffer);
     const int capacity = buffer.sentenceCapacity();
@@ -202,9 +204,8 @@ void dlgPcCa::takeIntoWorkFolder(const QString &name)
     }
     // A file dropped from elsewhere is in the work folder already.
     if (SentenceFolderIndex(workFolder(state)).find(name).isEmpty())
-        m_context.msgBox.show(
-            QStringLiteral("%1 is not in the sentence folder %2.").arg(name, state.SentencePath),
-            MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+        m_context.msgBox.show(tr("%1 is not in the sentence folder %2.").arg(name, state.SentencePath),
+                              MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
 }
 
 bool dlgPcCa::TxtPcCa_LostFocus(int index)
@@ -371,7 +372,7 @@ void dlgPcCa::cmdPcCaAll_Click()
     // One below the table's size at most: 127 or 511 files, as this command has always allowed.
     const int allowed = m_limit == 511 ? 512 : m_limit;
     if (Table::countSentenceFiles(listed) >= allowed) {
-        m_context.msgBox.show(QStringLiteral("Sentence file number error!"));
+        m_context.msgBox.show(tr("Sentence file number error!"));
         return;
     }
     QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -388,8 +389,8 @@ void dlgPcCa::cmdPcCaIns_Click()
     SettingData &buffer = m_context.state.SettingBuffer;
     if (!Table::insertAt(buffer, m_current)) {
         m_context.msgBox.show(buffer.sentenceCapacity() == 512
-                                  ? QStringLiteral("512 step is programmed. Can not insert")
-                                  : QStringLiteral("128 step is programmed. Can not insert"));
+                                  ? tr("512 step is programmed. Can not insert")
+                                  : tr("128 step is programmed. Can not insert"));
         return;
     }
     showEntries();
@@ -445,12 +446,12 @@ void dlgPcCa::cmdPcCaApp_Click()
             if (!StoreSentenceFile(state, m_context.msgBox, StoreMode::ProjectFolder, source, error))
                 problems.append(error);
         } else if (stored.find(name).isEmpty()) {
-            problems.append(QStringLiteral("%1 was not found.").arg(name));
+            problems.append(tr("%1 was not found.").arg(name));
         }
     }
     if (!problems.isEmpty())
         m_context.msgBox.show(
-            QStringLiteral("Some sentence files were not stored in %1:\n").arg(projectSentenceFolder(state))
+            tr("Some sentence files were not stored in %1:\n").arg(projectSentenceFolder(state))
                 + problems.join(QLatin1Char('\n')),
             MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
     m_cmdPcCaApp->setEnabled(false);

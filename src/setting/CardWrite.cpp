@@ -11,6 +11,7 @@
 #include "SharedState.h"
 #include "TestTone.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -21,7 +22,11 @@
 
 namespace {
 
-const QString TooLarge = QStringLiteral("The file being written is too large for the destination drive.");
+QString tooLarge()
+{
+    return QCoreApplication::translate("CardWrite",
+                                       "The file being written is too large for the destination drive.");
+}
 const QString ToneName = QStringLiteral("SIN1KHZ.MP2");
 
 // What the card holds free now, after the control file and the test tone took their share; the
@@ -60,13 +65,14 @@ public:
     bool run(bool announceCompletion)
     {
         if (!m_hooks.slotTest || !m_hooks.slotTest()) {
-            m_msgBox.show(QStringLiteral("The setting slot is not ready"));
+            m_msgBox.show(QCoreApplication::translate("CardWrite", "The setting slot is not ready"));
             return false;
         }
         if (!QDir().mkpath(m_cardFolder)) {
-            reportFailure(m_msgBox,
-                          QStringLiteral("Cannot create the folder %1 on the card: %2")
-                              .arg(m_cardFolder, qt_error_string(errno)));
+            reportFailure(
+                m_msgBox,
+                QCoreApplication::translate("CardWrite", "Cannot create the folder %1 on the card: %2")
+                    .arg(m_cardFolder, qt_error_string(errno)));
             return false;
         }
         if (!writeControlFile())
@@ -78,7 +84,7 @@ public:
         if (!allWritten)
             return false;
         if (announceCompletion)
-            m_msgBox.show(QStringLiteral("Card write is complete"));
+            m_msgBox.show(QCoreApplication::translate("CardWrite", "Card write is complete"));
         return true;
     }
 
@@ -97,10 +103,10 @@ private:
         const QString path = onCard(s.ControlFileName);
         if (QFileInfo::exists(path)) {
             if (isReadOnly(path)) {
-                m_msgBox.show(QStringLiteral("This card is read only"));
+                m_msgBox.show(QCoreApplication::translate("CardWrite", "This card is read only"));
                 return false;
             }
-            if (!m_msgBox.confirm(QStringLiteral("Write over the setting data")))
+            if (!m_msgBox.confirm(QCoreApplication::translate("CardWrite", "Write over the setting data")))
                 return false;
         }
         QString error;
@@ -110,7 +116,9 @@ private:
         }
         // Some FAT drivers refuse the attribute; the operator must know the card is not protected.
         if ((s.CardAttribute & SettingData::AttributeWriteProtect) && !setReadOnly(path, true, &error))
-            reportFailure(m_msgBox, QStringLiteral("The card is not write-protected.\n") + error);
+            reportFailure(m_msgBox,
+                          QCoreApplication::translate("CardWrite", "The card is not write-protected.\n")
+                              + error);
         return true;
     }
 
@@ -134,13 +142,13 @@ private:
         }
         const QString source = testTonePath(m_state.AppPath);
         if (!IsValidMp2File(source)) {
-            m_msgBox.show(QStringLiteral("Filesystem error :") + ToneName);
+            m_msgBox.show(QCoreApplication::translate("CardWrite", "Filesystem error :") + ToneName);
             skip(ToneName);
             return;
         }
         if (!QFileInfo::exists(onCardPath)
             && QFileInfo(source).size() > freeSpaceNow(m_cardFolder, m_state.CardFreeSpace)) {
-            m_msgBox.show(TooLarge);
+            m_msgBox.show(tooLarge());
             skip(ToneName);
             return;
         }
@@ -168,7 +176,7 @@ private:
             skip(name);
         // Equality is too large as well, as it has always been counted.
         if (freeSpaceNow(m_cardFolder, m_state.CardFreeSpace) <= total) {
-            m_msgBox.show(TooLarge);
+            m_msgBox.show(tooLarge());
             return false;
         }
 
@@ -193,13 +201,15 @@ private:
             QFile in(source);
             const QByteArray bytes = in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
             if (!isAcceptedMp2Header(bytes)) {
-                m_msgBox.show(QStringLiteral("Filesystem error :") + name);
+                m_msgBox.show(QCoreApplication::translate("CardWrite", "Filesystem error :") + name);
                 skip(name);
                 continue;
             }
             QString error;
             if (!writeFileAtomically(destination, bytes, error, ReplaceStyle::Card)) {
-                reportFailure(m_msgBox, QStringLiteral("Card write stopped at %1.\n%2").arg(name, error));
+                reportFailure(m_msgBox,
+                              QCoreApplication::translate("CardWrite", "Card write stopped at %1.\n%2")
+                                  .arg(name, error));
                 return false;
             }
             // A new file on the card carries no attribute: it is "normal" already.
@@ -224,7 +234,7 @@ bool CopySentenceFile(const QString &source, const QString &destination, QString
         return false;
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) {
-        error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
+        error = QCoreApplication::translate("CardWrite", "Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
     return writeFileAtomically(destination, in.readAll(), error, ReplaceStyle::Card);

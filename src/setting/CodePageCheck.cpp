@@ -2,6 +2,7 @@
 
 #include "SharedState.h"
 
+#include <QCoreApplication>
 #include <QList>
 
 namespace {
@@ -44,7 +45,8 @@ std::optional<UnencodableText> findUnencodableText(const SharedState &state)
 QString unencodableTextMessage(const UnencodableText &found, const QString &codePage)
 {
     const char32_t code = QStringView(found.character).toUcs4().value(0);
-    return QStringLiteral("%1 \"%2\" holds \"%3\" (U+%4), which the code page %5 cannot hold.")
+    return QCoreApplication::translate("CodePageCheck",
+                                       "%1 \"%2\" holds \"%3\" (U+%4), which the code page %5 cannot hold.")
         .arg(found.key, found.text, found.character,
              QStringLiteral("%1").arg(static_cast<uint>(code), 4, 16, QLatin1Char('0')).toUpper(), codePage);
 }

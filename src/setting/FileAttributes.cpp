@@ -1,5 +1,6 @@
 #include "FileAttributes.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -15,8 +16,8 @@ namespace {
 bool refused(const QString &path, bool readOnly, const QString &reason, QString *error)
 {
     if (error)
-        *error = (readOnly ? QStringLiteral("Cannot make %1 read-only: %2")
-                           : QStringLiteral("Cannot make %1 writable: %2"))
+        *error = (readOnly ? QCoreApplication::translate("FileAttributes", "Cannot make %1 read-only: %2")
+                           : QCoreApplication::translate("FileAttributes", "Cannot make %1 writable: %2"))
                      .arg(path, reason);
     return false;
 }
@@ -42,7 +43,9 @@ bool setReadOnly(const QString &path, bool readOnly, QString *error)
         if (fd >= 0)
             ::close(fd);
         return refused(path, readOnly,
-                       reason == ELOOP ? QStringLiteral("it is a symbolic link") : qt_error_string(reason),
+                       reason == ELOOP
+                           ? QCoreApplication::translate("FileAttributes", "it is a symbolic link")
+                           : qt_error_string(reason),
                        error);
     }
     const mode_t wanted

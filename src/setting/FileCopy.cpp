@@ -2,13 +2,14 @@
 
 #include "FileReplacement.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 bool copyFileReplacing(const QString &source, const QString &destination, QString &error)
 {
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) {
-        error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
+        error = QCoreApplication::translate("FileCopy", "Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
     // A read-only destination is the caller's question to ask; once asked, it may be replaced.
@@ -20,7 +21,8 @@ bool copyFileReplacing(const QString &source, const QString &destination, QStrin
     while (!in.atEnd()) {
         const QByteArray chunk = in.read(ChunkBytes);
         if (chunk.isEmpty() && in.error() != QFileDevice::NoError) {
-            error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
+            error
+                = QCoreApplication::translate("FileCopy", "Cannot read %1: %2").arg(source, in.errorString());
             return false;
         }
         if (!out.write(chunk, error))
@@ -29,7 +31,7 @@ bool copyFileReplacing(const QString &source, const QString &destination, QStrin
     }
     // A source that shrank or could not be read to its end is no copy of it.
     if (in.error() != QFileDevice::NoError || copied != in.size()) {
-        error = QStringLiteral("Cannot read %1: %2").arg(source, in.errorString());
+        error = QCoreApplication::translate("FileCopy", "Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
     return out.commit(error);

@@ -2,6 +2,7 @@
 
 #include "FileAttributes.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -80,9 +81,12 @@ EntryKind entryKind(const QString &path)
 QString refusedEntry(const QString &path, EntryKind kind)
 {
     return kind == EntryKind::Link
-        ? QStringLiteral("Cannot write %1: it is a symbolic link, and nothing is written through a link.")
+        ? QCoreApplication::translate(
+              "FileReplacement",
+              "Cannot write %1: it is a symbolic link, and nothing is written through a link.")
               .arg(path)
-        : QStringLiteral("Cannot write %1: it is not a plain file.").arg(path);
+        : QCoreApplication::translate("FileReplacement", "Cannot write %1: it is not a plain file.")
+              .arg(path);
 }
 
 // A file system without a sync (or one that syncs by itself) answers so; that is no failure.
@@ -124,7 +128,8 @@ FileReplacement::~FileReplacement()
 
 bool FileReplacement::fail(QString &error, const QString &path, int errorCode)
 {
-    error = QStringLiteral("Cannot write %1: %2").arg(path, qt_error_string(errorCode));
+    error = QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
+                .arg(path, qt_error_string(errorCode));
     cancel();
     return false;
 }
@@ -199,7 +204,8 @@ bool FileReplacement::open(QString &error)
 bool FileReplacement::write(const char *data, qint64 size, QString &error)
 {
     if (m_fd < 0) {
-        error = QStringLiteral("Cannot write %1: the file is not open.").arg(m_destination);
+        error = QCoreApplication::translate("FileReplacement", "Cannot write %1: the file is not open.")
+                    .arg(m_destination);
         return false;
     }
     if (m_style == ReplaceStyle::Card)
@@ -219,7 +225,8 @@ bool FileReplacement::write(const char *data, qint64 size, QString &error)
 bool FileReplacement::commit(QString &error)
 {
     if (m_fd < 0) {
-        error = QStringLiteral("Cannot write %1: the file is not open.").arg(m_destination);
+        error = QCoreApplication::translate("FileReplacement", "Cannot write %1: the file is not open.")
+                    .arg(m_destination);
         return false;
     }
     // A full disk may show only now, when the cached writes reach it.
@@ -253,11 +260,13 @@ void FileReplacement::cancel()
 bool FileReplacement::readBack(QString &error)
 {
     const QString differs
-        = QStringLiteral("%1 on the card differs from the file written.").arg(m_destination);
+        = QCoreApplication::translate("FileReplacement", "%1 on the card differs from the file written.")
+              .arg(m_destination);
 #ifdef Q_OS_UNIX
     const int fd = ::open(encoded(m_destination).constData(), O_RDONLY | O_NOFOLLOW);
     if (fd < 0) {
-        error = QStringLiteral("Cannot read back %1: %2").arg(m_destination, qt_error_string(errno));
+        error = QCoreApplication::translate("FileReplacement", "Cannot read back %1: %2")
+                    .arg(m_destination, qt_error_string(errno));
         return false;
     }
     // The PC's cache still holds what was written; dropping it makes the read come from the card.
@@ -269,7 +278,8 @@ bool FileReplacement::readBack(QString &error)
         if (done < 0 && errno == EINTR)
             continue;
         if (done < 0) {
-            error = QStringLiteral("Cannot read back %1: %2").arg(m_destination, qt_error_string(errno));
+            error = QCoreApplication::translate("FileReplacement", "Cannot read back %1: %2")
+                        .arg(m_destination, qt_error_string(errno));
             ::close(fd);
             return false;
         }
@@ -306,7 +316,8 @@ void syncFolder(const QString &folder)
 bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error, ReplaceStyle style)
 {
     if (style == ReplaceStyle::Pc && isReadOnly(path)) {
-        error = QStringLiteral("Cannot write %1: the file is read-only.").arg(path);
+        error = QCoreApplication::translate("FileReplacement", "Cannot write %1: the file is read-only.")
+                    .arg(path);
         return false;
     }
     FileReplacement file(path, style);

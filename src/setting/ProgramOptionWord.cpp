@@ -1,5 +1,7 @@
 #include "ProgramOptionWord.h"
 
+#include <QCoreApplication>
+
 namespace ProgramOptionWord {
 
 namespace {
@@ -24,8 +26,11 @@ void continuousDefaults(SettingData &data, int p)
 
 QString methodName(int method)
 {
-    static const char *const names[] = {"Continuous", "Single-Program", "Repeat", "Endless"};
-    return QLatin1String(names[method]);
+    static const char *const names[] = {QT_TRANSLATE_NOOP("ProgramOptionWord", "Continuous"),
+                                        QT_TRANSLATE_NOOP("ProgramOptionWord", "Single-Program"),
+                                        QT_TRANSLATE_NOOP("ProgramOptionWord", "Repeat"),
+                                        QT_TRANSLATE_NOOP("ProgramOptionWord", "Endless")};
+    return QCoreApplication::translate("ProgramOptionWord", names[method]);
 }
 
 int methodOf(qint32 option)

@@ -6,6 +6,7 @@
 #include "SettingFileReader.h"
 #include "SettingFileWriter.h"
 #include "SharedState.h"
+#include <QCoreApplication>
 
 namespace {
 
@@ -27,7 +28,7 @@ LoadOutcome loadProject(SharedState &state, const QString &path, QString &error)
     if (readFileBytes(path, bytes, error))
         outcome = ReadSettingFile(state, bytes, problem) ? LoadOutcome::Read : LoadOutcome::Rejected;
     if (outcome == LoadOutcome::Rejected && !problem.isEmpty())
-        error = QStringLiteral("%1 in %2.").arg(problem, path);
+        error = QCoreApplication::translate("ProjectFile", "%1 in %2.").arg(problem, path);
     if (outcome == LoadOutcome::Read) {
         takeNameAndFolder(state, path);
         state.CopyBufferToSetting(SettingSection::All);
@@ -59,7 +60,8 @@ QString pendingWorkQuestion(const SharedState &state)
     if (!state.SettingEqualsBuffer(SettingSection::All))
         return contentsOfEditQuestion();
     if (!state.SettingEqualsSaved())
-        return QStringLiteral("Updating the setting data has not been continued. Does close it?");
+        return QCoreApplication::translate(
+            "ProjectFile", "Updating the setting data has not been continued. Does close it?");
     return QString();
 }
 

@@ -7,6 +7,7 @@
 #include "SentenceFolderIndex.h"
 #include "SharedState.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -24,8 +25,10 @@ QString projectSentenceFolder(const SharedState &state)
 
 QString replaceReadOnlyQuestion(const QString &fileName)
 {
-    return QStringLiteral("This folder already contains read-only a file named '") + fileName
-        + QStringLiteral("\r\n',Would like to replace the existing file?");
+    return QCoreApplication::translate("SentenceFolders",
+                                       "This folder already contains read-only a file named '")
+        + fileName
+        + QCoreApplication::translate("SentenceFolders", "\r\n',Would like to replace the existing file?");
 }
 
 bool StoreSentenceFile(const SharedState &state, MsgBox &msgBox, StoreMode mode, const QString &sourcePath,
@@ -34,7 +37,7 @@ bool StoreSentenceFile(const SharedState &state, MsgBox &msgBox, StoreMode mode,
     const QString fileName = splitAtLastSeparator(sourcePath).name;
     const QString folder = mode == StoreMode::WorkFolder ? workFolder(state) : projectSentenceFolder(state);
     if (!QDir().mkpath(folder)) {
-        error = QStringLiteral("Cannot create the folder %1").arg(folder);
+        error = QCoreApplication::translate("SentenceFolders", "Cannot create the folder %1").arg(folder);
         return false;
     }
     const QString destination = folder + fileName;

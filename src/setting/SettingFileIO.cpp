@@ -1,5 +1,6 @@
 #include "SettingFileIO.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -7,21 +8,26 @@ bool readFileBytes(const QString &path, QByteArray &bytes, QString &error, qint6
 {
     const QFileInfo info(path);
     if (info.isDir()) {
-        error = QStringLiteral("%1 is a folder, not a file.").arg(path);
+        error = QCoreApplication::translate("SettingFileIO", "%1 is a folder, not a file.").arg(path);
         return false;
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        error = QStringLiteral("Cannot open %1: %2").arg(path, file.errorString());
+        error = QCoreApplication::translate("SettingFileIO", "Cannot open %1: %2")
+                    .arg(path, file.errorString());
         return false;
     }
     if (file.size() > limit) {
-        error = QStringLiteral("%1 is too large to be a setting file (%2 bytes).").arg(path).arg(file.size());
+        error
+            = QCoreApplication::translate("SettingFileIO", "%1 is too large to be a setting file (%2 bytes).")
+                  .arg(path)
+                  .arg(file.size());
         return false;
     }
     bytes = file.read(limit + 1);
     if (file.error() != QFileDevice::NoError || bytes.size() > limit) {
-        error = QStringLiteral("Cannot read %1: %2").arg(path, file.errorString());
+        error = QCoreApplication::translate("SettingFileIO", "Cannot read %1: %2")
+                    .arg(path, file.errorString());
         return false;
     }
     return true;

@@ -6,6 +6,7 @@
 #include "SharedState.h"
 #include "TextChecks.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <limits>
@@ -167,7 +168,8 @@ private:
     {
         if (IsUsableNameText(name))
             return true;
-        m_problem = QStringLiteral("%1 \"%2\" cannot be used as a name").arg(key, name.toString());
+        m_problem = QCoreApplication::translate("SettingFileReader", "%1 \"%2\" cannot be used as a name")
+                        .arg(key, name.toString());
         return false;
     }
 

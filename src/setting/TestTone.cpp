@@ -3,6 +3,7 @@
 #include "PathText.h"
 #include "SettingFileIO.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <cmath>
@@ -25,7 +26,7 @@ QByteArray encodeTone(QString &error)
 {
     twolame_options *encoder = twolame_init();
     if (!encoder) {
-        error = QStringLiteral("The MP2 encoder could not start.");
+        error = QCoreApplication::translate("TestTone", "The MP2 encoder could not start.");
         return {};
     }
     twolame_set_num_channels(encoder, 1);
@@ -35,7 +36,7 @@ QByteArray encodeTone(QString &error)
     twolame_set_bitrate(encoder, BitrateKbps);
     if (twolame_init_params(encoder) != 0) {
         twolame_close(&encoder);
-        error = QStringLiteral("The MP2 encoder refused the test tone's settings.");
+        error = QCoreApplication::translate("TestTone", "The MP2 encoder refused the test tone's settings.");
         return {};
     }
     std::vector<short> samples(SampleRate * Seconds);
@@ -52,7 +53,7 @@ QByteArray encodeTone(QString &error)
         : twolame_encode_flush(encoder, out.data() + written, static_cast<int>(out.size()) - written);
     twolame_close(&encoder);
     if (written < 0 || flushed < 0) {
-        error = QStringLiteral("The MP2 encoder failed on the test tone.");
+        error = QCoreApplication::translate("TestTone", "The MP2 encoder failed on the test tone.");
         return {};
     }
     return QByteArray(reinterpret_cast<const char *>(out.data()), written + flushed);

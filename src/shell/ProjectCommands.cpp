@@ -20,7 +20,7 @@ bool ProjectCommands::OpenProject()
 {
     // A card's file system may spell the control file in either case.
     const QString path = m_context.fileDialogs.openFileName(
-        m_dialogParent, QStringLiteral("Open"),
+        m_dialogParent, tr("Open"),
         QStringLiteral("*.stf (*.stf);;DQ480.csv (DQ480.csv DQ480.CSV dq480.csv)"));
     if (path.isEmpty())
         return false;
@@ -32,7 +32,7 @@ bool ProjectCommands::OpenProjectFile(const QString &path)
     QString error;
     const LoadOutcome outcome = loadProject(m_context.state, path, error);
     if (outcome == LoadOutcome::Rejected)
-        m_context.msgBox.show(QStringLiteral("Setting file error!")
+        m_context.msgBox.show(tr("Setting file error!")
                               + (error.isEmpty() ? QString() : QStringLiteral("\r\n") + error));
     else if (outcome == LoadOutcome::Unreadable)
         m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
@@ -52,11 +52,11 @@ bool ProjectCommands::SaveProject()
 bool ProjectCommands::SaveProjectAs()
 {
     const QString path = m_context.fileDialogs.saveFileName(
-        m_dialogParent, QStringLiteral("Save as"), QStringLiteral("*.stf (*.stf)"), QStringLiteral("stf"));
+        m_dialogParent, tr("Save as"), QStringLiteral("*.stf (*.stf)"), QStringLiteral("stf"));
     if (path.isEmpty() || !SaveProjectTo(path))
         return false;
     m_context.state.ProjectFilePath = path;
-    emit captionChanged(QStringLiteral("DQ-480 Setting Software : ") + path);
+    emit captionChanged(tr("DQ-480 Setting Software : ") + path);
     return true;
 }
 
@@ -64,8 +64,8 @@ bool ProjectCommands::SaveProjectTo(const QString &path)
 {
     QString error;
     if (!::SaveProjectTo(m_context.state, path, error)) {
-        m_context.msgBox.show(QStringLiteral("The setting file was not saved.\n") + error,
-                              MsgBox::Buttons::Ok, MsgBox::Icon::Critical);
+        m_context.msgBox.show(tr("The setting file was not saved.\n") + error, MsgBox::Buttons::Ok,
+                              MsgBox::Icon::Critical);
         return false;
     }
     emit fileDisplaysChanged();

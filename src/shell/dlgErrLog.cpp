@@ -15,11 +15,11 @@ dlgErrLog::dlgErrLog(const SharedState &state, QWidget *parent)
     , m_count(new QLabel(this))
 {
     setObjectName(QStringLiteral("dlgErrLog"));
-    setWindowTitle(QStringLiteral(" Not find file list"));
+    setWindowTitle(tr(" Not find file list"));
     m_listErr->setObjectName(QStringLiteral("listErr"));
-    m_listErr->setAccessibleName(QStringLiteral("Not find file list"));
+    m_listErr->setAccessibleName(tr("Not find file list"));
     m_count->setObjectName(QStringLiteral("lblErrCount"));
-    auto *okButton = namedButton(QStringLiteral("Ok"), "OKButton", this);
+    auto *okButton = namedButton(tr("Ok"), "OKButton", this);
     connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
 
     auto *layout = new QVBoxLayout(this);
@@ -34,6 +34,5 @@ void dlgErrLog::Form_Load(const SharedState &state)
 {
     const QStringList missing = missingSentenceFiles(state);
     m_listErr->addItems(missing);
-    m_count->setText(QStringLiteral(" Not find file count: ") + QLatin1Char(' ')
-                     + QString::number(missing.size()));
+    m_count->setText(tr(" Not find file count: ") + QLatin1Char(' ') + QString::number(missing.size()));
 }

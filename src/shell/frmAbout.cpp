@@ -19,29 +19,29 @@ frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent, const QString &systemInfoPro
     , m_systemInfoProgram(systemInfoProgram)
 {
     setObjectName(QStringLiteral("frmAbout"));
-    setWindowTitle(QStringLiteral("Version Information(Dq480pcsoft)"));
+    setWindowTitle(tr("Version Information(Dq480pcsoft)"));
 
     auto *picIcon = new QLabel(this);
     picIcon->setObjectName(QStringLiteral("picIcon"));
     picIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(48, 48));
-    picIcon->setAccessibleName(QStringLiteral("Program icon"));
+    picIcon->setAccessibleName(tr("Program icon"));
     auto *lblTitle = new QLabel(QStringLiteral("Arvon DQ-480"), this);
     lblTitle->setObjectName(QStringLiteral("lblTitle"));
     QFont titleFont = lblTitle->font();
     titleFont.setPointSizeF(titleFont.pointSizeF() * 1.5);
     titleFont.setBold(true);
     lblTitle->setFont(titleFont);
-    auto *lblVersion = new QLabel(QStringLiteral("Dq480pcsoft Version ") + appVersionText(), this);
+    auto *lblVersion = new QLabel(tr("Dq480pcsoft Version ") + appVersionText(), this);
     lblVersion->setObjectName(QStringLiteral("lblVersion"));
-    auto *lblDescription = new QLabel(
-        QStringLiteral("Setting software for the DQ-480 digital voice-message announcer: sentence table, "
-                       "programs, card write and card format."),
-        this);
+    auto *lblDescription
+        = new QLabel(tr("Setting software for the DQ-480 digital voice-message announcer: sentence table, "
+                        "programs, card write and card format."),
+                     this);
     lblDescription->setObjectName(QStringLiteral("lblDescription"));
     lblDescription->setWordWrap(true);
 
-    auto *cmdOK = namedButton(QStringLiteral("OK"), "cmdOK", this);
-    auto *cmdSysInfo = namedButton(QStringLiteral("&System Info..."), "cmdSysInfo", this);
+    auto *cmdOK = namedButton(tr("OK"), "cmdOK", this);
+    auto *cmdSysInfo = namedButton(tr("&System Info..."), "cmdSysInfo", this);
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
     connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
     // A button that could only ever answer "not available" is not offered.

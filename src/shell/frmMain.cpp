@@ -5,6 +5,7 @@
 #include "ProjectFile.h"
 #include "SentenceFolders.h"
 #include "SharedState.h"
+#include "ShownFileName.h"
 #include "SingleInstance.h"
 #include "ToolbarIcons.h"
 #include "frmAbout.h"
@@ -70,32 +71,29 @@ QAction *frmMain::addAction(QMenu *menu, const char *objectName, const QString &
 
 void frmMain::createMenus()
 {
-    QMenu *file = menuBar()->addMenu(QStringLiteral("File(&F)"));
+    QMenu *file = menuBar()->addMenu(tr("File(&F)"));
     file->setObjectName(QStringLiteral("mnuFile"));
-    addAction(file, "mnuNew", QStringLiteral("New(&N)"), &frmMain::mnuNew_Click)
-        ->setShortcut(QKeySequence::New);
-    addAction(file, "mnuOpen", QStringLiteral("Open(&S)"), &frmMain::mnuOpen_Click)
-        ->setShortcut(QKeySequence::Open);
-    QAction *save = addAction(file, "mnuSave", QStringLiteral("Save(&S)"), &frmMain::mnuSave_Click);
+    addAction(file, "mnuNew", tr("New(&N)"), &frmMain::mnuNew_Click)->setShortcut(QKeySequence::New);
+    addAction(file, "mnuOpen", tr("Open(&S)"), &frmMain::mnuOpen_Click)->setShortcut(QKeySequence::Open);
+    QAction *save = addAction(file, "mnuSave", tr("Save(&S)"), &frmMain::mnuSave_Click);
     save->setShortcut(QKeySequence::Save);
-    QAction *saveAs
-        = addAction(file, "mnuSave_as", QStringLiteral("Save as(&A)"), &frmMain::mnuSave_as_Click);
+    QAction *saveAs = addAction(file, "mnuSave_as", tr("Save as(&A)"), &frmMain::mnuSave_as_Click);
     QAction *separator = file->addSeparator();
     QAction *cardWrite = m_mnuCardWrite
-        = addAction(file, "mnuCardWrite", QStringLiteral("Card write"), &frmMain::mnuCardWrite_Click);
-    QMenu *print = file->addMenu(QStringLiteral("Print"));
+        = addAction(file, "mnuCardWrite", tr("Card write"), &frmMain::mnuCardWrite_Click);
+    QMenu *print = file->addMenu(tr("Print"));
     print->setObjectName(QStringLiteral("mnuPrint"));
-    addAction(print, "mnuInfCopy", QStringLiteral("File information copy"), &frmMain::mnuInfCopy_Click);
-    addAction(print, "mnuAllInfo", QStringLiteral("All setting data copy"), &frmMain::mnuAllInfo_Click);
-    addAction(print, "mnuAllProgram", QStringLiteral("All program copy"), &frmMain::mnuAllProgram_Click);
+    addAction(print, "mnuInfCopy", tr("File information copy"), &frmMain::mnuInfCopy_Click);
+    addAction(print, "mnuAllInfo", tr("All setting data copy"), &frmMain::mnuAllInfo_Click);
+    addAction(print, "mnuAllProgram", tr("All program copy"), &frmMain::mnuAllProgram_Click);
     file->addSeparator();
-    addAction(file, "mnuExit", QStringLiteral("Exit"), &frmMain::mnuExit_Click);
+    addAction(file, "mnuExit", tr("Exit"), &frmMain::mnuExit_Click);
     m_projectMenuItems = {save, saveAs, separator, cardWrite, print->menuAction()};
     m_fileEntries = MenuEntries(file);
 
-    QMenu *tool = menuBar()->addMenu(QStringLiteral("Tool(&T)"));
+    QMenu *tool = menuBar()->addMenu(tr("Tool(&T)"));
     tool->setObjectName(QStringLiteral("mnuTool"));
-    QMenu *cardSlots = tool->addMenu(QStringLiteral("Card slot setting"));
+    QMenu *cardSlots = tool->addMenu(tr("Card slot setting"));
     cardSlots->setObjectName(QStringLiteral("mnuCardSlot"));
     for (int i = 0; i < CardSlotEntries; ++i) {
         m_mnuCard[i] = cardSlots->addAction(QString());
@@ -104,19 +102,18 @@ void frmMain::createMenus()
         connect(m_mnuCard[i], &QAction::triggered, this, [this, i] { mnuCard_Click(i); });
     }
     m_cardSlotEntries = MenuEntries(cardSlots);
-    m_mnuSvSet
-        = addAction(tool, "mnuSvSet", QStringLiteral("Surveillance file enable"), &frmMain::mnuSvSet_Click);
+    m_mnuSvSet = addAction(tool, "mnuSvSet", tr("Surveillance file enable"), &frmMain::mnuSvSet_Click);
     m_mnuSvSet->setCheckable(true);
 
-    QMenu *help = menuBar()->addMenu(QStringLiteral("Help(&H)"));
+    QMenu *help = menuBar()->addMenu(tr("Help(&H)"));
     help->setObjectName(QStringLiteral("mnuHelpMenu"));
-    addAction(help, "mnuHelp", QStringLiteral("Help(&H)"), &frmMain::mnuHelp_Click)
+    addAction(help, "mnuHelp", tr("Help(&H)"), &frmMain::mnuHelp_Click)
         ->setShortcut(QKeySequence::HelpContents);
 }
 
 void frmMain::createToolbar()
 {
-    QToolBar *toolbar = addToolBar(QStringLiteral("Toolbar"));
+    QToolBar *toolbar = addToolBar(tr("Toolbar"));
     toolbar->setObjectName(QStringLiteral("TbrMain"));
     toolbar->setMovable(false);
     toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -128,16 +125,13 @@ void frmMain::createToolbar()
         QIcon icon;
         void (frmMain::*slot)();
     } buttons[] = {
-        {"new", QStringLiteral("New"), QStringLiteral("New project"), ToolbarIcons::newFile(style()),
-         &frmMain::mnuNew_Click},
-        {"open", QStringLiteral("Open"), QStringLiteral("Open a setting file"), ToolbarIcons::open(style()),
-         &frmMain::mnuOpen_Click},
-        {"save", QStringLiteral("Save"), QStringLiteral("Save the setting file"), ToolbarIcons::save(style()),
+        {"new", tr("New"), tr("New project"), ToolbarIcons::newFile(style()), &frmMain::mnuNew_Click},
+        {"open", tr("Open"), tr("Open a setting file"), ToolbarIcons::open(style()), &frmMain::mnuOpen_Click},
+        {"save", tr("Save"), tr("Save the setting file"), ToolbarIcons::save(style()),
          &frmMain::mnuSave_Click},
-        {"print", QStringLiteral("Print"), QStringLiteral("Print the setting data"), ToolbarIcons::print(),
+        {"print", tr("Print"), tr("Print the setting data"), ToolbarIcons::print(),
          &frmMain::mnuAllInfo_Click},
-        {"help", QStringLiteral("Help"), QStringLiteral("Version information"), ToolbarIcons::help(style()),
-         &frmMain::mnuHelp_Click},
+        {"help", tr("Help"), tr("Version information"), ToolbarIcons::help(style()), &frmMain::mnuHelp_Click},
     };
     for (const auto &button : buttons) {
         QAction *action = toolbar->addAction(button.icon, button.text);
@@ -176,13 +170,13 @@ void frmMain::setProjectMenusVisible(bool visible)
 bool frmMain::MDIForm_Load(SingleInstance &instance)
 {
     if (!instance.acquire()) {
-        m_context.msgBox.show(QStringLiteral("DQ-480 Setting soft is starting already"), MsgBox::Buttons::Ok,
+        m_context.msgBox.show(tr("DQ-480 Setting soft is starting already"), MsgBox::Buttons::Ok,
                               MsgBox::Icon::Exclamation);
         return false;
     }
     // Sentences a crashed run left waiting would be taken for the project's own at the next Apply.
     ClearWorkFolder(m_context.state);
-    m_cardMenu.captions[0] = QStringLiteral("Nothing");
+    m_cardMenu.captions[0] = tr("Nothing");
     for (int i = 0; i < CardSlotEntries; ++i)
         m_cardMenu.visible[i] = i == 0;
     showCardSlotMenu();
@@ -220,8 +214,8 @@ void frmMain::showCardSlotMenu()
     }
     m_cardSlotEntries.refresh();
     const SharedState &state = m_context.state;
-    m_cardSlotDisplay->setText(state.CardSlotValid ? QStringLiteral("Card slot: ") + state.CardSlot
-                                                   : QStringLiteral("Card slot: Nothing"));
+    m_cardSlotDisplay->setText(state.CardSlotValid ? tr("Card slot: ") + state.CardSlot
+                                                   : tr("Card slot: Nothing"));
 }
 
 void frmMain::refreshCardButtons()
@@ -311,7 +305,12 @@ void frmMain::showProjectWindow()
     edit->Form_Load();
     QMdiSubWindow *frame = m_mdiArea->addSubWindow(edit);
     frame->setAttribute(Qt::WA_DeleteOnClose);
-    frame->resize(edit->sizeHint().expandedTo(QSize(600, 460)));
+    // Never larger than the room the main window has (a small or HiDPI-scaled screen), or the
+    // window's buttons would sit below the bottom edge; never smaller than its layout needs.
+    frame->resize(edit->sizeHint()
+                      .expandedTo(QSize(600, 460))
+                      .boundedTo(m_mdiArea->viewport()->size())
+                      .expandedTo(frame->minimumSizeHint()));
     edit->show();
     refreshFileDisplays();
 }
@@ -384,11 +383,11 @@ void frmMain::refreshFileDisplays()
 {
     const SharedState &state = m_context.state;
     refreshSurveillanceCheck(); // a new or opened project brings its own switch
-    m_fileNameDisplay->setText(state.ProjectFileName);
+    m_fileNameDisplay->setText(shownFileName(state.ProjectFileName));
     m_folderDisplay->setText(folderDisplayText(state.ProjectFileName, state.ProjectFolder));
     // Screen readers read a status field by its name, so the name carries what the field shows.
-    m_fileNameDisplay->setAccessibleName(QStringLiteral("Filename: ") + m_fileNameDisplay->text());
-    m_folderDisplay->setAccessibleName(QStringLiteral("File location: ") + m_folderDisplay->text());
+    m_fileNameDisplay->setAccessibleName(tr("Filename: ") + m_fileNameDisplay->text());
+    m_folderDisplay->setAccessibleName(tr("File location: ") + m_folderDisplay->text());
     m_folderDisplay->setToolTip(state.ProjectFolder);
 }
 

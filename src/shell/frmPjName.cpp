@@ -20,14 +20,14 @@ frmPjName::frmPjName(AppContext &context, QWidget *parent)
     , m_text(new QLineEdit(this))
 {
     setObjectName(QStringLiteral("frmPjName"));
-    setWindowTitle(QStringLiteral(" Project name setting"));
-    auto *label = new QLabel(QStringLiteral(" Please input 'Project name'"), this);
+    setWindowTitle(tr(" Project name setting"));
+    auto *label = new QLabel(tr(" Please input 'Project name'"), this);
     label->setObjectName(QStringLiteral("lblPjName"));
     label->setBuddy(m_text);
     m_text->setObjectName(QStringLiteral("txtPjName"));
-    m_text->setAccessibleName(QStringLiteral("Please input 'Project name'"));
-    auto *ok = namedButton(QStringLiteral("OK"), "cmdOK", this);
-    auto *cancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
+    m_text->setAccessibleName(tr("Please input 'Project name'"));
+    auto *ok = namedButton(tr("OK"), "cmdOK", this);
+    auto *cancel = namedButton(tr("Cancel"), "cmdCancel", this);
 
     connect(m_text, &QLineEdit::textChanged, this, &frmPjName::txtPjName_Change);
     connect(ok, &QPushButton::clicked, this, &frmPjName::cmdOK_Click);
@@ -62,7 +62,7 @@ void frmPjName::cmdOK_Click()
     }
     // An existing folder of that name holds another project's sentences: using it is a choice.
     if (QFileInfo(joinPath(m_context.state.AppPath, name)).isDir()
-        && !m_context.msgBox.confirm(QStringLiteral(" Set folder of Sentence file:") + name))
+        && !m_context.msgBox.confirm(tr(" Set folder of Sentence file:") + name))
         return;
     m_context.state.Setting.ProjectName = name;
     accept();

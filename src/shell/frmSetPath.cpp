@@ -41,13 +41,13 @@ frmSetPath::frmSetPath(const QString &startFolder, QWidget *parent)
     , m_files(new QListWidget(this))
 {
     setObjectName(QStringLiteral("frmSetPath"));
-    setWindowTitle(QStringLiteral("Path Setting"));
+    setWindowTitle(tr("Path Setting"));
     m_drives->setObjectName(QStringLiteral("Drive1"));
     m_dirs->setObjectName(QStringLiteral("Dir1"));
     m_files->setObjectName(QStringLiteral("File1"));
     // Item views take no name from their caption's buddy.
-    m_dirs->setAccessibleName(QStringLiteral("Folder"));
-    m_files->setAccessibleName(QStringLiteral("Files"));
+    m_dirs->setAccessibleName(tr("Folder"));
+    m_files->setAccessibleName(tr("Files"));
     m_folderLabel->setObjectName(QStringLiteral("lblFolder"));
     m_folderLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_files->setSelectionMode(QAbstractItemView::NoSelection);
@@ -56,16 +56,16 @@ frmSetPath::frmSetPath(const QString &startFolder, QWidget *parent)
         if (volume.isValid() && volume.isReady())
             m_drives->addItem(QDir::toNativeSeparators(volume.rootPath()));
     }
-    auto *ok = namedButton(QStringLiteral("OK"), "cmdOK", this);
-    auto *cancel = namedButton(QStringLiteral("Cancel"), "cmdCancel", this);
+    auto *ok = namedButton(tr("OK"), "cmdOK", this);
+    auto *cancel = namedButton(tr("Cancel"), "cmdCancel", this);
 
     auto *grid = new QGridLayout(this);
-    grid->addWidget(captionFor(QStringLiteral("&Drive:"), m_drives, this), 0, 0);
+    grid->addWidget(captionFor(tr("&Drive:"), m_drives, this), 0, 0);
     grid->addWidget(m_drives, 1, 0);
-    grid->addWidget(captionFor(QStringLiteral("F&older:"), m_dirs, this), 2, 0);
+    grid->addWidget(captionFor(tr("F&older:"), m_dirs, this), 2, 0);
     grid->addWidget(m_folderLabel, 3, 0, 1, 2);
     grid->addWidget(m_dirs, 4, 0);
-    grid->addWidget(captionFor(QStringLiteral("&Files:"), m_files, this), 2, 1);
+    grid->addWidget(captionFor(tr("&Files:"), m_files, this), 2, 1);
     grid->addWidget(m_files, 4, 1);
     grid->addLayout(buttonRow({ok, cancel}), 5, 0, 1, 2);
     resize(560, 380);

@@ -18,7 +18,7 @@ constexpr int ThousandTwipsInPixels = 1000 * 96 / 1440;
 frmSplash::frmSplash(QWidget *mainWindow)
     : QDialog(mainWindow, Qt::SplashScreen | Qt::FramelessWindowHint)
     , m_title(new QLabel(QStringLiteral("   Arvon DQ-480"), this))
-    , m_version(new QLabel(QStringLiteral("Ver ") + appVersionText(), this))
+    , m_version(new QLabel(tr("Ver ") + appVersionText(), this))
 {
     setObjectName(QStringLiteral("frmSplash"));
     setAttribute(Qt::WA_DeleteOnClose);

@@ -139,9 +139,9 @@ class Desktop:
             raise Skip(failure)
         return line
 
-    def start(self):
+    def start(self, screen="1280x1024x24"):
         display = self.daemon_line(lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0",
-                                               "1280x1024x24", "-nolisten", "tcp", "-noreset"],
+                                               screen, "-nolisten", "tcp", "-noreset"],
                                    "Xvfb did not start")
         os.environ["DISPLAY"] = ":" + display
 

@@ -1,0 +1,474 @@
+// The program in Japanese: captions and message boxes come from the built-in translation, no
+// caption is cut off (also at twice the pixel density), and nothing written to a setting file or
+// a card depends on the language of the windows.
+#include "AppTranslation.h"
+#include "GuiFixture.h"
+#include "OperatorMessages.h"
+#include "QtMsgBox.h"
+#include "SingleInstance.h"
+#include "ToolbarIcons.h"
+#include "TypeText.h"
+#include "dlgCaPc.h"
+#include "dlgErrLog.h"
+#include "dlgFMT.h"
+#include "dlgPcCa.h"
+#include "frmAbout.h"
+#include "frmEdit.h"
+#include "frmMain.h"
+#include "frmPjName.h"
+#include "frmPrintPage.h"
+#include "frmProg.h"
+#include "frmSetPath.h"
+#include "frmStep.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QTranslator>
+
+#include <functional>
+
+namespace {
+
+using WindowMaker = std::function<QWidget *()>;
+
+/// Takes every translator out again, so each test starts in English.
+void removeTranslators()
+{
+    for (QTranslator *t : qApp->findChildren<QTranslator *>()) {
+        QCoreApplication::removeTranslator(t);
+        delete t;
+    }
+}
+
+/// The controls of a window whose caption is wider than the room it got.
+QStringList clippedCaptions(QWidget *window)
+{
+    QStringList clipped;
+    const auto report = [&clipped](QWidget *w, const QString &text, int need, int have) {
+        if (need > have)
+            clipped << QStringLiteral("%1 '%2' needs %3 px, has %4")
+                           .arg(w->objectName(), text)
+                           .arg(need)
+                           .arg(have);
+    };
+    for (QWidget *w : window->findChildren<QWidget *>()) {
+        if (!w->isVisibleTo(window) || w->inherits("QMenu"))
+            continue;
+        if (auto *label = qobject_cast<QLabel *>(w); label && !label->wordWrap() && !label->text().isEmpty())
+            report(w, label->text(), label->minimumSizeHint().width(), label->width());
+        else if (auto *button = qobject_cast<QAbstractButton *>(w); button && !button->text().isEmpty())
+            report(w, button->text(), button->minimumSizeHint().width(), button->width());
+        else if (auto *group = qobject_cast<QGroupBox *>(w); group && !group->title().isEmpty())
+            report(w, group->title(), group->fontMetrics().horizontalAdvance(group->title()) + 16,
+                   group->width());
+    }
+    if (window->minimumSizeHint().isValid())
+        report(window, window->windowTitle(), window->minimumSizeHint().width(), window->width());
+    return clipped;
+}
+
+/// Shows what the window looks like, for a person checking the layout by eye.
+void keepScreenshot(QWidget *window, const QString &name)
+{
+    const QString folder = qEnvironmentVariable("DQ480_SCREENSHOTS");
+    if (folder.isEmpty())
+        return;
+    QDir().mkpath(folder);
+    window->grab().save(QDir(folder).filePath(name + QStringLiteral(".png")));
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(WindowMaker)
+
+class tst_Japanese : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<GuiFixture> f;
+    std::unique_ptr<SingleInstance> instance;
+    std::unique_ptr<frmMain> main;
+    std::vector<std::unique_ptr<QWidget>> dialogs;
+
+    frmMain *startMain()
+    {
+        instance = std::make_unique<SingleInstance>(f->home.filePath(QStringLiteral("dq480.lock")));
+        main = std::make_unique<frmMain>(f->context);
+        if (!main->MDIForm_Load(*instance))
+            qFatal("main window did not start");
+        main->show();
+        return main.get();
+    }
+    frmEdit *startProject()
+    {
+        startMain()->mnuNew_Click();
+        return main->editWindow();
+    }
+    frmProg *openProgram()
+    {
+        frmEdit *edit = startProject();
+        edit->cmdTPrgNo_Click();
+        return qobject_cast<frmProg *>(edit->programWindows().ProgramWindows[1].data());
+    }
+    template<typename T>
+    QWidget *dialog(std::unique_ptr<T> made)
+    {
+        made->show();
+        dialogs.push_back(std::move(made));
+        return dialogs.back().get();
+    }
+    void closeAll()
+    {
+        dialogs.clear();
+        if (main) {
+            f->msgBox.script({MsgBox::Answer::Ok, MsgBox::Answer::Ok});
+            main->close();
+        }
+        main.reset();
+        instance.reset();
+    }
+
+private slots:
+    void init()
+    {
+        f = std::make_unique<GuiFixture>();
+        f->msgBox.answerOkBoxes = true;
+    }
+    void cleanup()
+    {
+        closeAll();
+        f.reset();
+        removeTranslators();
+    }
+
+    void theLanguageFollowsTheAskOrTheSystem_data()
+    {
+        QTest::addColumn<QString>("asked");
+        QTest::addColumn<QString>("chosen");
+        QTest::newRow("English asked") << "en"
+                                       << "en";
+        QTest::newRow("Japanese asked") << "ja"
+                                        << "ja";
+        QTest::newRow("unknown asked") << "xx"
+                                       << "";
+    }
+    void theLanguageFollowsTheAskOrTheSystem()
+    {
+        QFETCH(QString, asked);
+        QFETCH(QString, chosen);
+        QCOMPARE(AppTranslation::choose(asked), chosen);
+    }
+
+    void menusSpeakJapanese_data()
+    {
+        QTest::addColumn<QString>("menu");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("File") << "mnuFile" << QStringLiteral("ファイル(&F)");
+        QTest::newRow("Tool") << "mnuTool" << QStringLiteral("ツール(&T)");
+        QTest::newRow("Help") << "mnuHelpMenu" << QStringLiteral("ヘルプ(&H)");
+        QTest::newRow("Print") << "mnuPrint" << QStringLiteral("印刷");
+        QTest::newRow("Card slot") << "mnuCardSlot" << QStringLiteral("カードスロット設定");
+    }
+    void menusSpeakJapanese()
+    {
+        QFETCH(QString, menu);
+        QFETCH(QString, caption);
+        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
+        startMain();
+        QCOMPARE(findControl<QMenu>(main.get(), menu)->title(), caption);
+        QCOMPARE(main->findChild<QAction *>(QStringLiteral("mnuNew"))->text(),
+                 QStringLiteral("新規作成(&N)"));
+        QCOMPARE(findControl<QLabel>(main->statusBar(), QStringLiteral("lblCardSlot"))->text(),
+                 QStringLiteral("カードスロット: なし"));
+        QCOMPARE(findControl<QLabel>(main->statusBar(), QStringLiteral("lblFileName"))->text(),
+                 QStringLiteral("新規ファイル"));
+    }
+
+    void englishStaysTheDefault()
+    {
+        startMain();
+        QCOMPARE(findControl<QMenu>(main.get(), QStringLiteral("mnuFile"))->title(),
+                 QStringLiteral("File(&F)"));
+    }
+
+    void messageBoxSpeaksJapanese()
+    {
+        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
+        QString text;
+        QStringList buttons;
+        auto *poll = new QTimer(this);
+        connect(poll, &QTimer::timeout, this, [&] {
+            for (QWidget *w : QApplication::topLevelWidgets()) {
+                auto *box = qobject_cast<QMessageBox *>(w);
+                if (box && box->isVisible()) {
+                    poll->stop();
+                    text = box->text();
+                    for (QAbstractButton *b : box->buttons())
+                        buttons << b->text();
+                    box->button(QMessageBox::Cancel)->click();
+                    return;
+                }
+            }
+        });
+        poll->start(10);
+        QtMsgBox msgBox;
+        // A message of the core library, which knows no windows, reaches the box translated.
+        QCOMPARE(msgBox.show(contentsOfEditQuestion(), MsgBox::Buttons::OkCancel), MsgBox::Answer::Cancel);
+        QCOMPARE(text, QStringLiteral("編集内容が更新されていません。閉じますか?"));
+        // Qt's own button texts come from the system's Qt translation, where it is installed.
+        if (QFileInfo::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath)
+                              + QStringLiteral("/qtbase_ja.qm")))
+            QVERIFY2(buttons.contains(QStringLiteral("キャンセル")),
+                     qPrintable(buttons.join(QLatin1Char(','))));
+    }
+
+    // The device reads the card control file and the operator's other PCs read the setting file:
+    // the bytes must be the same whichever language the windows speak.
+    void writtenFilesDoNotDependOnTheLanguage()
+    {
+        const auto writeProject = [this](const QString &language) {
+            cleanup();
+            init();
+            if (!AppTranslation::install(*qApp, language))
+                return QList<QByteArray>();
+            const QString card = f->home.filePath(QStringLiteral("card"));
+            QDir().mkpath(card);
+            f->drives.list = {{card, DriveInfo::Removable, true, QStringLiteral("FAT"), 64 << 20, 32 << 20,
+                               32 << 20, QString()}};
+            frmEdit *edit = startProject();
+            // Texts typed by the operator, in the code page's own characters.
+            typeText(findControl<QLineEdit>(edit, QStringLiteral("txtNo")), QStringLiteral("山田"));
+            typeText(findControl<QPlainTextEdit>(edit, QStringLiteral("txtExp")), QStringLiteral("駅 案内"));
+            findControl<QPushButton>(edit, QStringLiteral("cmdEditApp"))->click();
+            // A program whose settings the window shows in words: method, repeat and busy output.
+            edit->cmdTPrgNo_Click();
+            auto *program = qobject_cast<frmProg *>(edit->programWindows().ProgramWindows[1].data());
+            auto *method = findControl<QComboBox>(program, QStringLiteral("cmbPrgMethod"));
+            method->setCurrentIndex(2);
+            emit method->activated(2);
+            findControl<QRadioButton>(program, QStringLiteral("optPrgBusy_0"))->click();
+            findControl<QPushButton>(program, QStringLiteral("cmdProgOk"))->click();
+
+            const QString file = f->home.filePath(QStringLiteral("project.stf"));
+            f->fileDialogs.answers << file;
+            main->mnuSave_as_Click();
+            f->state->CardSlot = card;
+            f->state->CardSlotValid = true;
+            f->msgBox.script({MsgBox::Answer::Ok});
+            edit->cmdCaWrite_Click();
+
+            QList<QByteArray> written;
+            for (const QString &path : {file, card + QStringLiteral("/CONTENTS/DQ480.CSV")}) {
+                QFile in(path);
+                written << (in.open(QIODevice::ReadOnly)
+                                ? in.readAll().replace(f->home.path().toUtf8(), "HOME")
+                                : QByteArray("missing"));
+            }
+            if (!f->msgBox.unexpected.isEmpty())
+                written << f->msgBox.unexpected.join(QLatin1Char('|')).toUtf8();
+            return written;
+        };
+        const QList<QByteArray> english = writeProject(QStringLiteral("en"));
+        QCOMPARE(english.size(), 2);
+        QVERIFY(!english[0].startsWith("missing"));
+        QVERIFY(!english[1].startsWith("missing"));
+        QVERIFY(english[0].contains(QByteArray::fromHex("8e52 9363").replace(' ', ""))); // 山田 in CP932
+        const QList<QByteArray> japanese = writeProject(QStringLiteral("ja"));
+        QCOMPARE(japanese.size(), 2);
+        QCOMPARE(japanese[0], english[0]);
+        QCOMPARE(japanese[1], english[1]);
+    }
+
+    // On a small or HiDPI-scaled screen the project's window must still fit in the main window, or
+    // its Card write, Save, Exit and Apply buttons fall below the bottom edge.
+    void projectWindowFitsInTheMainWindow_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::newRow("en") << "en";
+        QTest::newRow("ja") << "ja";
+    }
+    void projectWindowFitsInTheMainWindow()
+    {
+        QFETCH(QString, language);
+        QVERIFY(AppTranslation::install(*qApp, language));
+        startMain();
+        // A small screen's worth of room: 1366 x 768 at 1.5 times the pixels, less the task bar.
+        main->resize(900, 480);
+        QCoreApplication::processEvents();
+        main->mnuNew_Click();
+        frmEdit *edit = main->editWindow();
+        QCoreApplication::processEvents();
+        auto *area = findControl<QMdiArea>(main.get(), QStringLiteral("MDIClient"));
+        const QRect frame = edit->parentWidget()->geometry();
+        QVERIFY2(area->viewport()->rect().contains(frame),
+                 qPrintable(QStringLiteral("frame %1x%2 at %3,%4 in an area of %5x%6")
+                                .arg(frame.width())
+                                .arg(frame.height())
+                                .arg(frame.x())
+                                .arg(frame.y())
+                                .arg(area->viewport()->width())
+                                .arg(area->viewport()->height())));
+        for (const char *name : {"cmdCaWrite", "cmdSave", "cmdClose", "cmdEditApp"}) {
+            auto *button = findControl<QPushButton>(edit, QLatin1String(name));
+            const QRect onArea(button->mapTo(area->viewport(), QPoint(0, 0)), button->size());
+            QVERIFY2(area->viewport()->rect().contains(onArea), name);
+        }
+    }
+
+    // The print-out's headings follow the windows' language; the data in it stays as typed.
+    void printOutSpeaksJapanese()
+    {
+        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+            QSKIP("pdftotext (poppler-utils) is not installed");
+        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
+        f->state->Setting.Creator = QStringLiteral("山田");
+        frmPrintPage dialog(f->context, PrintKind::FileInformation, 1, nullptr);
+        auto *printers = findControl<QComboBox>(&dialog, QStringLiteral("cmbPrinter"));
+        const int pdfChoice = printers->findText(QStringLiteral("PDF として保存"));
+        QVERIFY(pdfChoice >= 0);
+        printers->setCurrentIndex(pdfChoice);
+        const QString pdf = f->home.filePath(QStringLiteral("info.pdf"));
+        f->fileDialogs.answers << pdf;
+        QVERIFY(dialog.cmdPrint_Click());
+        QProcess text;
+        text.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
+        QVERIFY(text.waitForFinished());
+        const QString printed = QString::fromUtf8(text.readAllStandardOutput());
+        for (const QString &expected :
+             {QStringLiteral("ファイル情報印刷"), QStringLiteral("作成者"), QStringLiteral("山田")})
+            QVERIFY2(printed.contains(expected),
+                     qPrintable(expected + QStringLiteral(" not in: ") + printed));
+    }
+
+    void toolbarIconsAreSharpAtEveryPixelDensity_data()
+    {
+        QTest::addColumn<qreal>("ratio");
+        QTest::newRow("normal screen") << 1.0;
+        QTest::newRow("twice the pixels") << 2.0;
+        QTest::newRow("three times the pixels") << 3.0;
+    }
+    void toolbarIconsAreSharpAtEveryPixelDensity()
+    {
+        QFETCH(qreal, ratio);
+        startMain();
+        auto *toolbar = findControl<QToolBar>(main.get(), QStringLiteral("TbrMain"));
+        QStringList blurred;
+        for (QAction *action : toolbar->actions()) {
+            // A pixmap with fewer device pixels than the button shows would be scaled up, blurred.
+            const QPixmap pixmap = action->icon().pixmap(toolbar->iconSize(), ratio);
+            if (pixmap.width() < qRound(toolbar->iconSize().width() * ratio))
+                blurred << QStringLiteral("%1 (%2 px)").arg(action->text()).arg(pixmap.width());
+        }
+        const QPixmap frameIcon = ToolbarIcons::application().pixmap(QSize(64, 64), ratio);
+        if (frameIcon.width() < qRound(64 * ratio))
+            blurred << QStringLiteral("program icon (%1 px)").arg(frameIcon.width());
+        QVERIFY2(blurred.isEmpty(), qPrintable(blurred.join(QStringLiteral(", "))));
+    }
+
+    void noCaptionIsCutOff_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<WindowMaker>("make");
+        for (const QString &language : {QStringLiteral("en"), QStringLiteral("ja")}) {
+            const auto row = [&language](const char *name) -> QTestData & {
+                return QTest::newRow(qPrintable(language + QLatin1Char(' ') + QLatin1String(name)))
+                    << language;
+            };
+            row("frmMain") << WindowMaker([this] { return static_cast<QWidget *>(startMain()); });
+            row("frmEdit") << WindowMaker([this] { return static_cast<QWidget *>(startProject()); });
+            for (int tab : {1, 2}) {
+                row(tab == 1 ? "frmEdit card tab" : "frmEdit data tab") << WindowMaker([this, tab] {
+                    frmEdit *edit = startProject();
+                    edit->findChild<QTabWidget *>()->setCurrentIndex(tab);
+                    return static_cast<QWidget *>(edit);
+                });
+            }
+            row("frmProg") << WindowMaker([this] { return static_cast<QWidget *>(openProgram()); });
+            for (int method : {1, 2, 3}) {
+                // Each playback method shows its own boxes: repeat count, interval, busy output.
+                row(method == 1       ? "frmProg single"
+                        : method == 2 ? "frmProg repeat"
+                                      : "frmProg endless")
+                    << WindowMaker([this, method] {
+                           frmProg *program = openProgram();
+                           auto *methods = findControl<QComboBox>(program, QStringLiteral("cmbPrgMethod"));
+                           methods->setCurrentIndex(method);
+                           emit methods->activated(method);
+                           return static_cast<QWidget *>(program);
+                       });
+            }
+            row("frmStep") << WindowMaker([this] {
+                frmProg *program = openProgram();
+                program->cmdProgStep_Click();
+                return static_cast<QWidget *>(program->stepWindow());
+            });
+            row("dlgPcCa") << WindowMaker(
+                [this] { return dialog(std::make_unique<dlgPcCa>(f->context, nullptr)); });
+            row("dlgCaPc") << WindowMaker(
+                [this] { return dialog(std::make_unique<dlgCaPc>(f->context, nullptr)); });
+            row("dlgFMT") << WindowMaker([this] {
+                auto format = std::make_unique<dlgFMT>(f->context, nullptr);
+                format->adjustSize(); // shown, it would start formatting
+                dialogs.push_back(std::move(format));
+                return dialogs.back().get();
+            });
+            row("frmPjName") << WindowMaker(
+                [this] { return dialog(std::make_unique<frmPjName>(f->context, nullptr)); });
+            row("frmSetPath") << WindowMaker(
+                [this] { return dialog(std::make_unique<frmSetPath>(f->home.path(), nullptr)); });
+            row("print dialog") << WindowMaker([this] {
+                return dialog(
+                    std::make_unique<frmPrintPage>(f->context, PrintKind::AllSettingData, 1, nullptr));
+            });
+            row("about box") << WindowMaker([this] {
+                return dialog(
+                    std::make_unique<frmAbout>(f->msgBox, nullptr, QStringLiteral("/usr/bin/hardinfo")));
+            });
+            row("error list") << WindowMaker([this] {
+                f->state->Setting.SentenceFileName[0] = QStringLiteral("GONE.MP2");
+                return dialog(std::make_unique<dlgErrLog>(*f->state, nullptr));
+            });
+        }
+    }
+    void noCaptionIsCutOff()
+    {
+        QFETCH(QString, language);
+        QFETCH(WindowMaker, make);
+        QVERIFY(AppTranslation::install(*qApp, language));
+        QWidget *window = make();
+        QVERIFY(window);
+        QCoreApplication::processEvents();
+        const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1"));
+        keepScreenshot(
+            window,
+            QString::fromLatin1(QTest::currentDataTag()).replace(QLatin1Char(' '), QLatin1Char('-'))
+                + QStringLiteral("-x") + scale);
+        const QStringList clipped = clippedCaptions(window);
+        QVERIFY2(clipped.isEmpty(), qPrintable(clipped.join(QStringLiteral("; "))));
+    }
+};
+
+QTEST_MAIN(tst_Japanese)
+#include "tst_Japanese.moc"

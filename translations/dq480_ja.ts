@@ -1,0 +1,1250 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>CardFormatter</name>
+    <message>
+        <source>%1 failed. %2</source>
+        <translation>%1 が失敗しました。%2</translation>
+    </message>
+    <message>
+        <source>%1 could not be started: %2</source>
+        <translation>%1 を起動できませんでした: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write the format answer file.</source>
+        <translation>フォーマットの応答ファイルを書き込めません。</translation>
+    </message>
+    <message>
+        <source>The format command could not be started.</source>
+        <translation>フォーマットコマンドを起動できませんでした。</translation>
+    </message>
+    <message>
+        <source>%1 is not a disk that can be formatted here.</source>
+        <translation>%1 はここでフォーマットできるディスクではありません。</translation>
+    </message>
+    <message>
+        <source>%1 did not receive a FAT16 file system.</source>
+        <translation>%1 に FAT16 ファイルシステムを作成できませんでした。</translation>
+    </message>
+    <message>
+        <source>%1 is still in use.</source>
+        <translation>%1 はまだ使用中です。</translation>
+    </message>
+</context>
+<context>
+    <name>CardWrite</name>
+    <message>
+        <source>The file being written is too large for the destination drive.</source>
+        <translation>書き込むファイルが書き込み先ドライブの容量を超えています。</translation>
+    </message>
+    <message>
+        <source>The setting slot is not ready</source>
+        <translation>設定スロットの準備ができていません</translation>
+    </message>
+    <message>
+        <source>Cannot create the folder %1 on the card: %2</source>
+        <translation>カードにフォルダー %1 を作成できません: %2</translation>
+    </message>
+    <message>
+        <source>Card write is complete</source>
+        <translation>カード書き込みが完了しました</translation>
+    </message>
+    <message>
+        <source>This card is read only</source>
+        <translation>このカードは読み取り専用です</translation>
+    </message>
+    <message>
+        <source>Write over the setting data</source>
+        <translation>設定データを上書きしますか</translation>
+    </message>
+    <message>
+        <source>The card is not write-protected.
+</source>
+        <translation>カードは書き込み禁止になっていません。
+</translation>
+    </message>
+    <message>
+        <source>Filesystem error :</source>
+        <translation>ファイルシステムエラー :</translation>
+    </message>
+    <message>
+        <source>Card write stopped at %1.
+%2</source>
+        <translation>カード書き込みは %1 で中断しました。
+%2</translation>
+    </message>
+    <message>
+        <source>Cannot read %1: %2</source>
+        <translation>%1 を読み込めません: %2</translation>
+    </message>
+</context>
+<context>
+    <name>CodePageCheck</name>
+    <message>
+        <source>%1 &quot;%2&quot; holds &quot;%3&quot; (U+%4), which the code page %5 cannot hold.</source>
+        <translation>%1「%2」に含まれる「%3」(U+%4) はコードページ %5 で表せません。</translation>
+    </message>
+</context>
+<context>
+    <name>FileAttributes</name>
+    <message>
+        <source>Cannot make %1 read-only: %2</source>
+        <translation>%1 を読み取り専用にできません: %2</translation>
+    </message>
+    <message>
+        <source>Cannot make %1 writable: %2</source>
+        <translation>%1 を書き込み可能にできません: %2</translation>
+    </message>
+    <message>
+        <source>it is a symbolic link</source>
+        <translation>シンボリックリンクです</translation>
+    </message>
+</context>
+<context>
+    <name>FileCopy</name>
+    <message>
+        <source>Cannot read %1: %2</source>
+        <translation>%1 を読み込めません: %2</translation>
+    </message>
+</context>
+<context>
+    <name>FileReplacement</name>
+    <message>
+        <source>Cannot write %1: it is a symbolic link, and nothing is written through a link.</source>
+        <translation>%1 に書き込めません: シンボリックリンクです。リンク経由では書き込みません。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: it is not a plain file.</source>
+        <translation>%1 に書き込めません: 通常のファイルではありません。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: %2</source>
+        <translation>%1 に書き込めません: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: the file is not open.</source>
+        <translation>%1 に書き込めません: ファイルが開かれていません。</translation>
+    </message>
+    <message>
+        <source>%1 on the card differs from the file written.</source>
+        <translation>カード上の %1 が書き込んだファイルと一致しません。</translation>
+    </message>
+    <message>
+        <source>Cannot read back %1: %2</source>
+        <translation>%1 を読み戻せません: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: the file is read-only.</source>
+        <translation>%1 に書き込めません: ファイルは読み取り専用です。</translation>
+    </message>
+</context>
+<context>
+    <name>OperatorMessages</name>
+    <message>
+        <source>Incorrect value has been entered.</source>
+        <translation>不正な値が入力されました。</translation>
+    </message>
+    <message>
+        <source>Updating the contents of edit has not been continued. Does close it?</source>
+        <translation>編集内容が更新されていません。閉じますか?</translation>
+    </message>
+</context>
+<context>
+    <name>PrintOut</name>
+    <message>
+        <source>Playback method</source>
+        <translation>再生方法</translation>
+    </message>
+    <message>
+        <source>Output Level</source>
+        <translation>出力レベル</translation>
+    </message>
+    <message>
+        <source>Repeat count</source>
+        <translation>リピート回数</translation>
+    </message>
+    <message>
+        <source>Repeat interval</source>
+        <translation>リピート間隔</translation>
+    </message>
+    <message>
+        <source>Interval busy output</source>
+        <translation>インターバル中ビジー出力</translation>
+    </message>
+    <message>
+        <source>(no steps)</source>
+        <translation>(ステップなし)</translation>
+    </message>
+    <message>
+        <source>File information</source>
+        <translation>ファイル情報</translation>
+    </message>
+    <message>
+        <source>File name</source>
+        <translation>ファイル名</translation>
+    </message>
+    <message>
+        <source>File location</source>
+        <translation>ファイルの場所</translation>
+    </message>
+    <message>
+        <source>Project name</source>
+        <translation>プロジェクト名</translation>
+    </message>
+    <message>
+        <source>Card name</source>
+        <translation>カード名</translation>
+    </message>
+    <message>
+        <source>Write protect</source>
+        <translation>書き込み禁止</translation>
+    </message>
+    <message>
+        <source>ON</source>
+        <translation>ON</translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation>OFF</translation>
+    </message>
+    <message>
+        <source>Test tone</source>
+        <translation>テストトーン</translation>
+    </message>
+    <message>
+        <source>Sentence table</source>
+        <translation>文章テーブル</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>管理番号</translation>
+    </message>
+    <message>
+        <source>File information copy</source>
+        <translation>ファイル情報印刷</translation>
+    </message>
+    <message>
+        <source>All setting data copy</source>
+        <translation>全設定データ印刷</translation>
+    </message>
+    <message>
+        <source>All program copy</source>
+        <translation>全プログラム印刷</translation>
+    </message>
+    <message>
+        <source>Print out program number:</source>
+        <translation>印刷プログラム番号:</translation>
+    </message>
+    <message>
+        <source>(no project name)</source>
+        <translation>(プロジェクト名なし)</translation>
+    </message>
+    <message>
+        <source>page %1 / %2</source>
+        <translation>%1 / %2 ページ</translation>
+    </message>
+    <message>
+        <source>Continuous</source>
+        <translation>連続</translation>
+    </message>
+    <message>
+        <source>Single</source>
+        <translation>シングル</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>リピート</translation>
+    </message>
+    <message>
+        <source>Endless</source>
+        <translation>エンドレス</translation>
+    </message>
+    <message>
+        <source>Setting Data Error</source>
+        <translation>設定データエラー</translation>
+    </message>
+    <message>
+        <source>Sec</source>
+        <translation>秒</translation>
+    </message>
+    <message>
+        <source>Minute</source>
+        <translation>分</translation>
+    </message>
+    <message>
+        <source>Creator</source>
+        <translation>作成者</translation>
+    </message>
+    <message>
+        <source>Explanation</source>
+        <translation>説明</translation>
+    </message>
+    <message>
+        <source>Sentences</source>
+        <translation>文章数</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation>No.</translation>
+    </message>
+    <message>
+        <source>Programs</source>
+        <translation>プログラム</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramFieldRules</name>
+    <message>
+        <source>Endless</source>
+        <translation>エンドレス</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramOptionWord</name>
+    <message>
+        <source>Continuous</source>
+        <translation>連続</translation>
+    </message>
+    <message>
+        <source>Single-Program</source>
+        <translation>シングルプログラム</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>リピート</translation>
+    </message>
+    <message>
+        <source>Endless</source>
+        <translation>エンドレス</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectCommands</name>
+    <message>
+        <source>Open</source>
+        <translation>開く</translation>
+    </message>
+    <message>
+        <source>Setting file error!</source>
+        <translation>設定ファイルエラー!</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>名前を付けて保存</translation>
+    </message>
+    <message>
+        <source>DQ-480 Setting Software : </source>
+        <translation>DQ-480 設定ソフト : </translation>
+    </message>
+    <message>
+        <source>The setting file was not saved.
+</source>
+        <translation>設定ファイルは保存されませんでした。
+</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectFile</name>
+    <message>
+        <source>%1 in %2.</source>
+        <translation>%2 の %1。</translation>
+    </message>
+    <message>
+        <source>Updating the setting data has not been continued. Does close it?</source>
+        <translation>設定データが保存されていません。閉じますか?</translation>
+    </message>
+</context>
+<context>
+    <name>SentenceFolders</name>
+    <message>
+        <source>This folder already contains read-only a file named &apos;</source>
+        <translation>このフォルダーには読み取り専用のファイル &apos;</translation>
+    </message>
+    <message>
+        <source><byte value="xd"/>
+&apos;,Would like to replace the existing file?</source>
+        <translation><byte value="xd"/>
+&apos; が既にあります。既存のファイルを置き換えますか?</translation>
+    </message>
+    <message>
+        <source>Cannot create the folder %1</source>
+        <translation>フォルダー %1 を作成できません</translation>
+    </message>
+</context>
+<context>
+    <name>SettingFileIO</name>
+    <message>
+        <source>%1 is a folder, not a file.</source>
+        <translation>%1 はファイルではなくフォルダーです。</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>%1 を開けません: %2</translation>
+    </message>
+    <message>
+        <source>%1 is too large to be a setting file (%2 bytes).</source>
+        <translation>%1 は設定ファイルとしては大きすぎます (%2 バイト)。</translation>
+    </message>
+    <message>
+        <source>Cannot read %1: %2</source>
+        <translation>%1 を読み込めません: %2</translation>
+    </message>
+</context>
+<context>
+    <name>SettingFileReader</name>
+    <message>
+        <source>%1 &quot;%2&quot; cannot be used as a name</source>
+        <translation>%1「%2」は名前として使用できません</translation>
+    </message>
+</context>
+<context>
+    <name>TestTone</name>
+    <message>
+        <source>The MP2 encoder could not start.</source>
+        <translation>MP2 エンコーダーを開始できませんでした。</translation>
+    </message>
+    <message>
+        <source>The MP2 encoder refused the test tone&apos;s settings.</source>
+        <translation>MP2 エンコーダーがテストトーンの設定を受け付けませんでした。</translation>
+    </message>
+    <message>
+        <source>The MP2 encoder failed on the test tone.</source>
+        <translation>MP2 エンコーダーがテストトーンの作成に失敗しました。</translation>
+    </message>
+</context>
+<context>
+    <name>UDisksFormat</name>
+    <message>
+        <source>The card could not be formatted (%1): %2</source>
+        <translation>カードをフォーマットできませんでした (%1): %2</translation>
+    </message>
+</context>
+<context>
+    <name>dlgCaPc</name>
+    <message>
+        <source>File copy complete</source>
+        <translation>ファイルのコピーが完了しました</translation>
+    </message>
+    <message>
+        <source>Folder name</source>
+        <translation>フォルダー名</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>開始</translation>
+    </message>
+    <message>
+        <source>Start copying all sentences</source>
+        <translation>全文章のコピーを開始</translation>
+    </message>
+    <message>
+        <source>Start copying the selected sentence</source>
+        <translation>選択した文章のコピーを開始</translation>
+    </message>
+    <message>
+        <source>Path Set</source>
+        <translation>パス設定</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>All sentence</source>
+        <translation>全文章</translation>
+    </message>
+    <message>
+        <source>Sentence selection</source>
+        <translation>文章選択</translation>
+    </message>
+    <message>
+        <source>Filename</source>
+        <translation>ファイル名</translation>
+    </message>
+    <message>
+        <source>Card creation Sentence data copy Card -&gt; PC : </source>
+        <translation>カード作成 文章データコピー カード -&gt; PC : </translation>
+    </message>
+    <message>
+        <source>The copy stopped.
+</source>
+        <translation>コピーを中断しました。
+</translation>
+    </message>
+    <message>
+        <source>Cannot create the folder %1</source>
+        <translation>フォルダー %1 を作成できません</translation>
+    </message>
+    <message>
+        <source>%1 is not on the card.</source>
+        <translation>%1 はカードにありません。</translation>
+    </message>
+    <message>
+        <source>Filesystem Error  File:</source>
+        <translation>ファイルシステムエラー  ファイル:</translation>
+    </message>
+</context>
+<context>
+    <name>dlgErrLog</name>
+    <message>
+        <source> Not find file list</source>
+        <translation> 見つからないファイル一覧</translation>
+    </message>
+    <message>
+        <source>Not find file list</source>
+        <translation>見つからないファイル一覧</translation>
+    </message>
+    <message>
+        <source>Ok</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source> Not find file count: </source>
+        <translation> 見つからないファイル数: </translation>
+    </message>
+</context>
+<context>
+    <name>dlgFMT</name>
+    <message>
+        <source>Exit</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>フォーマット</translation>
+    </message>
+    <message>
+        <source> Format FAT16 file system</source>
+        <translation> FAT16 ファイルシステムでフォーマット</translation>
+    </message>
+    <message>
+        <source> DQ-480 format error</source>
+        <translation> DQ-480 フォーマットエラー</translation>
+    </message>
+    <message>
+        <source> FAT16 format complete</source>
+        <translation> FAT16 フォーマット完了</translation>
+    </message>
+    <message>
+        <source> DQ-480 file setting</source>
+        <translation> DQ-480 ファイル設定</translation>
+    </message>
+    <message>
+        <source> DQ-480 format complete</source>
+        <translation> DQ-480 フォーマット完了</translation>
+    </message>
+</context>
+<context>
+    <name>dlgPcCa</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Path set</source>
+        <translation>パス設定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>適用</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Move forward</source>
+        <translation>前に詰める</translation>
+    </message>
+    <message>
+        <source>Insert</source>
+        <translation>挿入</translation>
+    </message>
+    <message>
+        <source>All file</source>
+        <translation>全ファイル</translation>
+    </message>
+    <message>
+        <source>Sentence columns</source>
+        <translation>文章の列</translation>
+    </message>
+    <message>
+        <source>Card creation Sentence data copy PC -&gt; Card : </source>
+        <translation>カード作成 文章データコピー PC -&gt; カード : </translation>
+    </message>
+    <message>
+        <source>%1 is not in the sentence folder %2.</source>
+        <translation>%1 は文章フォルダー %2 にありません。</translation>
+    </message>
+    <message>
+        <source>Sentence file number error!</source>
+        <translation>文章ファイル数エラー!</translation>
+    </message>
+    <message>
+        <source>512 step is programmed. Can not insert</source>
+        <translation>512 ステップ設定済みです。挿入できません</translation>
+    </message>
+    <message>
+        <source>128 step is programmed. Can not insert</source>
+        <translation>128 ステップ設定済みです。挿入できません</translation>
+    </message>
+    <message>
+        <source>%1 was not found.</source>
+        <translation>%1 が見つかりませんでした。</translation>
+    </message>
+    <message>
+        <source>Some sentence files were not stored in %1:
+</source>
+        <translation>一部の文章ファイルを %1 に保存できませんでした:
+</translation>
+    </message>
+    <message>
+        <source>Path :</source>
+        <translation>パス :</translation>
+    </message>
+</context>
+<context>
+    <name>frmAbout</name>
+    <message>
+        <source>Version Information(Dq480pcsoft)</source>
+        <translation>バージョン情報(Dq480pcsoft)</translation>
+    </message>
+    <message>
+        <source>Program icon</source>
+        <translation>プログラムのアイコン</translation>
+    </message>
+    <message>
+        <source>Dq480pcsoft Version </source>
+        <translation>Dq480pcsoft バージョン </translation>
+    </message>
+    <message>
+        <source>Setting software for the DQ-480 digital voice-message announcer: sentence table, programs, card write and card format.</source>
+        <translation>DQ-480 デジタル音声メッセージアナウンサーの設定ソフト: 文章テーブル、プログラム、カード書き込み、カードフォーマット。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>&amp;System Info...</source>
+        <translation>システム情報(&amp;S)...</translation>
+    </message>
+</context>
+<context>
+    <name>frmEdit</name>
+    <message>
+        <source>Program</source>
+        <translation>プログラム</translation>
+    </message>
+    <message>
+        <source>Card Edit</source>
+        <translation>カード編集</translation>
+    </message>
+    <message>
+        <source>Data information</source>
+        <translation>データ情報</translation>
+    </message>
+    <message>
+        <source>Card write</source>
+        <translation>カード書き込み</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>適用</translation>
+    </message>
+    <message>
+        <source>Program edit</source>
+        <translation>プログラム編集</translation>
+    </message>
+    <message>
+        <source>Program No</source>
+        <translation>プログラム番号</translation>
+    </message>
+    <message>
+        <source>Program No: up or down</source>
+        <translation>プログラム番号: 上下</translation>
+    </message>
+    <message>
+        <source>Program No:</source>
+        <translation>プログラム番号:</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>開く</translation>
+    </message>
+    <message>
+        <source>Program copying</source>
+        <translation>プログラムコピー</translation>
+    </message>
+    <message>
+        <source>Copy from program</source>
+        <translation>コピー元プログラム</translation>
+    </message>
+    <message>
+        <source>Copy to program</source>
+        <translation>コピー先プログラム</translation>
+    </message>
+    <message>
+        <source>Copy from program: up or down</source>
+        <translation>コピー元プログラム: 上下</translation>
+    </message>
+    <message>
+        <source>Copy to program: up or down</source>
+        <translation>コピー先プログラム: 上下</translation>
+    </message>
+    <message>
+        <source>Execute</source>
+        <translation>実行</translation>
+    </message>
+    <message>
+        <source>Slot</source>
+        <translation>スロット</translation>
+    </message>
+    <message>
+        <source>Card format</source>
+        <translation>カードフォーマット</translation>
+    </message>
+    <message>
+        <source>512 sentence</source>
+        <translation>512 文章</translation>
+    </message>
+    <message>
+        <source>128 sentence</source>
+        <translation>128 文章</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>開始</translation>
+    </message>
+    <message>
+        <source>Start card format</source>
+        <translation>カードフォーマットを開始</translation>
+    </message>
+    <message>
+        <source>Sentence data copy</source>
+        <translation>文章データコピー</translation>
+    </message>
+    <message>
+        <source>Start sentence copy PC -&gt; Card</source>
+        <translation>文章コピー PC -&gt; カード を開始</translation>
+    </message>
+    <message>
+        <source>Start sentence copy Card -&gt; PC</source>
+        <translation>文章コピー カード -&gt; PC を開始</translation>
+    </message>
+    <message>
+        <source>PC -&gt; Card</source>
+        <translation>PC -&gt; カード</translation>
+    </message>
+    <message>
+        <source>Card -&gt; PC</source>
+        <translation>カード -&gt; PC</translation>
+    </message>
+    <message>
+        <source>Card name</source>
+        <translation>カード名</translation>
+    </message>
+    <message>
+        <source>Card name:</source>
+        <translation>カード名:</translation>
+    </message>
+    <message>
+        <source>Write protect</source>
+        <translation>書き込み禁止</translation>
+    </message>
+    <message>
+        <source>Software write protect</source>
+        <translation>ソフトウェア書き込み禁止</translation>
+    </message>
+    <message>
+        <source>ON</source>
+        <translation>ON</translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation>OFF</translation>
+    </message>
+    <message>
+        <source>Filename:</source>
+        <translation>ファイル名:</translation>
+    </message>
+    <message>
+        <source>File location:</source>
+        <translation>ファイルの場所:</translation>
+    </message>
+    <message>
+        <source>Project name:</source>
+        <translation>プロジェクト名:</translation>
+    </message>
+    <message>
+        <source>Creator:</source>
+        <translation>作成者:</translation>
+    </message>
+    <message>
+        <source>Explanation:</source>
+        <translation>説明:</translation>
+    </message>
+    <message>
+        <source>New File</source>
+        <translation>新規ファイル</translation>
+    </message>
+    <message>
+        <source>DQ-480 Setting Software : </source>
+        <translation>DQ-480 設定ソフト : </translation>
+    </message>
+    <message>
+        <source>Delete message file 129 - 512</source>
+        <translation>メッセージファイル 129 - 512 を削除します</translation>
+    </message>
+    <message>
+        <source>Write setting file at drive:</source>
+        <translation>設定ファイルを書き込むドライブ:</translation>
+    </message>
+    <message>
+        <source>Format start drive: </source>
+        <translation>フォーマットを開始するドライブ: </translation>
+    </message>
+    <message>
+        <source>DQ480 Format error end!</source>
+        <translation>DQ480 フォーマットがエラーで終了しました!</translation>
+    </message>
+    <message>
+        <source>Save changes to DQ-480 Setting Software </source>
+        <translation>DQ-480 設定ソフトへの変更を保存しますか </translation>
+    </message>
+    <message>
+        <source>Nothing</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>Program setting open 8 pattern</source>
+        <translation>プログラム設定は 8 個まで開けます</translation>
+    </message>
+    <message>
+        <source>This Program number is already open</source>
+        <translation>このプログラム番号は既に開いています</translation>
+    </message>
+    <message>
+        <source>Program setting copy </source>
+        <translation>プログラム設定をコピー </translation>
+    </message>
+</context>
+<context>
+    <name>frmMain</name>
+    <message>
+        <source>File(&amp;F)</source>
+        <translation>ファイル(&amp;F)</translation>
+    </message>
+    <message>
+        <source>New(&amp;N)</source>
+        <translation>新規作成(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Open(&amp;S)</source>
+        <translation>開く(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save(&amp;S)</source>
+        <translation>上書き保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save as(&amp;A)</source>
+        <translation>名前を付けて保存(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Card write</source>
+        <translation>カード書き込み</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>印刷</translation>
+    </message>
+    <message>
+        <source>File information copy</source>
+        <translation>ファイル情報印刷</translation>
+    </message>
+    <message>
+        <source>All setting data copy</source>
+        <translation>全設定データ印刷</translation>
+    </message>
+    <message>
+        <source>All program copy</source>
+        <translation>全プログラム印刷</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>Tool(&amp;T)</source>
+        <translation>ツール(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Card slot setting</source>
+        <translation>カードスロット設定</translation>
+    </message>
+    <message>
+        <source>Surveillance file enable</source>
+        <translation>監視ファイル有効</translation>
+    </message>
+    <message>
+        <source>Help(&amp;H)</source>
+        <translation>ヘルプ(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Toolbar</source>
+        <translation>ツールバー</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>新規</translation>
+    </message>
+    <message>
+        <source>New project</source>
+        <translation>新規プロジェクト</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>開く</translation>
+    </message>
+    <message>
+        <source>Open a setting file</source>
+        <translation>設定ファイルを開く</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save the setting file</source>
+        <translation>設定ファイルを保存</translation>
+    </message>
+    <message>
+        <source>Print the setting data</source>
+        <translation>設定データを印刷</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>ヘルプ</translation>
+    </message>
+    <message>
+        <source>Version information</source>
+        <translation>バージョン情報</translation>
+    </message>
+    <message>
+        <source>DQ-480 Setting soft is starting already</source>
+        <translation>DQ-480 設定ソフトは既に起動しています</translation>
+    </message>
+    <message>
+        <source>Nothing</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>Card slot: </source>
+        <translation>カードスロット: </translation>
+    </message>
+    <message>
+        <source>Card slot: Nothing</source>
+        <translation>カードスロット: なし</translation>
+    </message>
+    <message>
+        <source>Filename: </source>
+        <translation>ファイル名: </translation>
+    </message>
+    <message>
+        <source>File location: </source>
+        <translation>ファイルの場所: </translation>
+    </message>
+    <message>
+        <source>New File</source>
+        <translation>新規ファイル</translation>
+    </message>
+</context>
+<context>
+    <name>frmPjName</name>
+    <message>
+        <source> Project name setting</source>
+        <translation> プロジェクト名設定</translation>
+    </message>
+    <message>
+        <source> Please input &apos;Project name&apos;</source>
+        <translation> 「プロジェクト名」を入力してください</translation>
+    </message>
+    <message>
+        <source>Please input &apos;Project name&apos;</source>
+        <translation>「プロジェクト名」を入力してください</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source> Set folder of Sentence file:</source>
+        <translation> 文章ファイルのフォルダーを設定します:</translation>
+    </message>
+</context>
+<context>
+    <name>frmPrintPage</name>
+    <message>
+        <source>All pages</source>
+        <translation>すべてのページ</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>ページ指定</translation>
+    </message>
+    <message>
+        <source>Print setting</source>
+        <translation>印刷設定</translation>
+    </message>
+    <message>
+        <source>From page</source>
+        <translation>開始ページ</translation>
+    </message>
+    <message>
+        <source>To page</source>
+        <translation>終了ページ</translation>
+    </message>
+    <message>
+        <source>&amp;Printer:</source>
+        <translation>プリンター(&amp;P):</translation>
+    </message>
+    <message>
+        <source>Print range</source>
+        <translation>印刷範囲</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <translation>～</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>プレビュー</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>印刷</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Save as PDF</source>
+        <translation>PDF として保存</translation>
+    </message>
+    <message>
+        <source>Cannot write %1</source>
+        <translation>%1 に書き込めません</translation>
+    </message>
+    <message>
+        <source>The printer %1 could not print.</source>
+        <translation>プリンター %1 で印刷できませんでした。</translation>
+    </message>
+    <message>
+        <source>Print preview</source>
+        <translation>印刷プレビュー</translation>
+    </message>
+</context>
+<context>
+    <name>frmProg</name>
+    <message>
+        <source>Program name:</source>
+        <translation>プログラム名:</translation>
+    </message>
+    <message>
+        <source>Playback method</source>
+        <translation>再生方法</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>リピート</translation>
+    </message>
+    <message>
+        <source>Repeat No: up or down</source>
+        <translation>リピート回数: 上下</translation>
+    </message>
+    <message>
+        <source>Repeat No:</source>
+        <translation>リピート回数:</translation>
+    </message>
+    <message>
+        <source>Interval</source>
+        <translation>インターバル</translation>
+    </message>
+    <message>
+        <source>Interval: up or down</source>
+        <translation>インターバル: 上下</translation>
+    </message>
+    <message>
+        <source>Interval timer:</source>
+        <translation>インターバルタイマー:</translation>
+    </message>
+    <message>
+        <source>sec</source>
+        <translation>秒</translation>
+    </message>
+    <message>
+        <source>min</source>
+        <translation>分</translation>
+    </message>
+    <message>
+        <source>Interval busy</source>
+        <translation>インターバル中ビジー</translation>
+    </message>
+    <message>
+        <source>ON</source>
+        <translation>ON</translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation>OFF</translation>
+    </message>
+    <message>
+        <source>Output level: up or down</source>
+        <translation>出力レベル: 上下</translation>
+    </message>
+    <message>
+        <source>Output level</source>
+        <translation>出力レベル</translation>
+    </message>
+    <message>
+        <source>Step input</source>
+        <translation>ステップ入力</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>印刷</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>適用</translation>
+    </message>
+    <message>
+        <source>Program : </source>
+        <translation>プログラム : </translation>
+    </message>
+    <message>
+        <source>Program No:</source>
+        <translation>プログラム番号:</translation>
+    </message>
+    <message>
+        <source>Repeat Interval:</source>
+        <translation>リピート間隔:</translation>
+    </message>
+    <message>
+        <source>Play Interval(sec):</source>
+        <translation>再生間隔(秒):</translation>
+    </message>
+</context>
+<context>
+    <name>frmSetPath</name>
+    <message>
+        <source>Path Setting</source>
+        <translation>パス設定</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>フォルダー</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>ファイル</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>&amp;Drive:</source>
+        <translation>ドライブ(&amp;D):</translation>
+    </message>
+    <message>
+        <source>F&amp;older:</source>
+        <translation>フォルダー(&amp;O):</translation>
+    </message>
+    <message>
+        <source>&amp;Files:</source>
+        <translation>ファイル(&amp;F):</translation>
+    </message>
+</context>
+<context>
+    <name>frmSplash</name>
+    <message>
+        <source>Ver </source>
+        <translation>Ver </translation>
+    </message>
+</context>
+<context>
+    <name>frmStep</name>
+    <message>
+        <source>Insert</source>
+        <translation>挿入</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Close gaps</source>
+        <translation>空きを詰める</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>適用</translation>
+    </message>
+    <message>
+        <source>Step columns</source>
+        <translation>ステップの列</translation>
+    </message>
+    <message>
+        <source>Step Input : </source>
+        <translation>ステップ入力 : </translation>
+    </message>
+    <message>
+        <source>128 step is programmed. Can not insert</source>
+        <translation>128 ステップ設定済みです。挿入できません</translation>
+    </message>
+    <message>
+        <source>All steps deleted. Will set default steps.</source>
+        <translation>全ステップを削除しました。初期ステップを設定します。</translation>
+    </message>
+</context>
+</TS>
