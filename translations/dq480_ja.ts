@@ -292,6 +292,18 @@
         <source>Programs</source>
         <translation>プログラム</translation>
     </message>
+    <message>
+        <source>Playing time</source>
+        <translation>再生時間</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>時間</translation>
+    </message>
+    <message>
+        <source>not found</source>
+        <translation>見つかりません</translation>
+    </message>
 </context>
 <context>
     <name>ProgramFieldRules</name>
@@ -606,6 +618,22 @@
     <message>
         <source>Path :</source>
         <translation>パス :</translation>
+    </message>
+    <message>
+        <source>Importing recordings...</source>
+        <translation>録音を取り込んでいます...</translation>
+    </message>
+    <message>
+        <source>The import was cancelled.</source>
+        <translation>取り込みを中止しました。</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>再生</translation>
+    </message>
+    <message>
+        <source>This PC has no audio output.</source>
+        <translation>このPCには音声出力がありません。</translation>
     </message>
 </context>
 <context>
@@ -1160,6 +1188,10 @@
     <message>
         <source>Play Interval(sec):</source>
         <translation>再生間隔(秒):</translation>
+    </message>
+    <message>
+        <source>Playing time: %1</source>
+        <translation>再生時間: %1</translation>
     </message>
 </context>
 <context>
