@@ -2,6 +2,105 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja" sourcelanguage="en">
 <context>
+    <name>AudioImport</name>
+    <message>
+        <source>it is not a recording this program can read (%1).</source>
+        <translation>このプログラムで読める録音ではありません (%1)。</translation>
+    </message>
+    <message>
+        <source>it is not a recording this program can read.</source>
+        <translation>このプログラムで読める録音ではありません。</translation>
+    </message>
+    <message>
+        <source>it is longer than 30 minutes.</source>
+        <translation>30分を超えています。</translation>
+    </message>
+    <message>
+        <source>it is truncated: the file ends before the recording does.</source>
+        <translation>途中で切れています: 録音の終わりより前にファイルが終わっています。</translation>
+    </message>
+    <message>
+        <source>the import was cancelled.</source>
+        <translation>取り込みは中止されました。</translation>
+    </message>
+    <message>
+        <source>it is damaged or truncated (%1).</source>
+        <translation>壊れているか途中で切れています (%1)。</translation>
+    </message>
+    <message>
+        <source>it holds no sound.</source>
+        <translation>音が入っていません。</translation>
+    </message>
+    <message>
+        <source>the MPEG decoder could not start.</source>
+        <translation>MPEGデコーダを開始できませんでした。</translation>
+    </message>
+    <message>
+        <source>the MPEG decoder refused it.</source>
+        <translation>MPEGデコーダが受け付けませんでした。</translation>
+    </message>
+    <message>
+        <source>it changes its sample rate or channels midway.</source>
+        <translation>途中でサンプリング周波数またはチャンネル数が変わっています。</translation>
+    </message>
+    <message>
+        <source>it is damaged (%1).</source>
+        <translation>壊れています (%1)。</translation>
+    </message>
+    <message>
+        <source>it is not a recording this program can read (no MPEG audio found).</source>
+        <translation>このプログラムで読める録音ではありません (MPEG音声が見つかりません)。</translation>
+    </message>
+    <message>
+        <source>it cannot be read (%1).</source>
+        <translation>読み込めません (%1)。</translation>
+    </message>
+    <message>
+        <source>it is silent (nothing louder than %1 dBFS).</source>
+        <translation>無音です (%1 dBFSを超える音がありません)。</translation>
+    </message>
+    <message>
+        <source>it is silent (quieter than the loudness meter&apos;s gate).</source>
+        <translation>無音です (ラウドネス測定のゲートより小さい音です)。</translation>
+    </message>
+    <message>
+        <source>the encoded sentence fails the device&apos;s MP2 check.</source>
+        <translation>エンコードした文章が本体のMP2チェックに合格しません。</translation>
+    </message>
+    <message>
+        <source>Cannot import %1: %2</source>
+        <translation>%1 を取り込めません: %2</translation>
+    </message>
+    <message>
+        <source>Cannot read %1: %2</source>
+        <translation>%1 を読み込めません: %2</translation>
+    </message>
+    <message>
+        <source>the loudness meter refused %1 channels at %2 Hz.</source>
+        <translation>ラウドネス測定が %1 チャンネル、%2 Hz を受け付けませんでした。</translation>
+    </message>
+    <message>
+        <source>the loudness meter failed.</source>
+        <translation>ラウドネス測定に失敗しました。</translation>
+    </message>
+    <message>
+        <source>the MP2 encoder could not start.</source>
+        <translation>MP2エンコーダを開始できませんでした。</translation>
+    </message>
+    <message>
+        <source>the MP2 encoder refused its settings.</source>
+        <translation>MP2エンコーダが設定を受け付けませんでした。</translation>
+    </message>
+    <message>
+        <source>the MP2 encoder failed.</source>
+        <translation>MP2エンコードに失敗しました。</translation>
+    </message>
+    <message>
+        <source>the sample rate converter failed (%1).</source>
+        <translation>サンプリング周波数の変換に失敗しました (%1)。</translation>
+    </message>
+</context>
+<context>
     <name>CardFormatter</name>
     <message>
         <source>%1 failed. %2</source>

@@ -1,5 +1,6 @@
 #include "AudioDecode.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -64,20 +65,22 @@ bool decodeWithSndfile(const QString &path, DecodedAudio &audio, QString &error,
     std::unique_ptr<SNDFILE, SndfileCloser> file(
         sf_open(QFile::encodeName(path).constData(), SFM_READ, &info));
     if (!file) {
-        error = QStringLiteral("it is not a recording this program can read (%1).")
-                    .arg(QString::fromUtf8(sf_strerror(nullptr)));
+        error
+            = QCoreApplication::translate("AudioImport", "it is not a recording this program can read (%1).")
+                  .arg(QString::fromUtf8(sf_strerror(nullptr)));
         return false;
     }
     if (info.channels <= 0 || info.samplerate <= 0) {
-        error = QStringLiteral("it is not a recording this program can read.");
+        error = QCoreApplication::translate("AudioImport", "it is not a recording this program can read.");
         return false;
     }
     if (info.frames > 0 && double(info.frames) / info.samplerate > LongestRecordingSeconds) {
-        error = QStringLiteral("it is longer than 30 minutes.");
+        error = QCoreApplication::translate("AudioImport", "it is longer than 30 minutes.");
         return false;
     }
     if (headerPromisesMore(file.get())) {
-        error = QStringLiteral("it is truncated: the file ends before the recording does.");
+        error = QCoreApplication::translate("AudioImport",
+                                            "it is truncated: the file ends before the recording does.");
         return false;
     }
     audio.sampleRate = info.samplerate;
@@ -90,7 +93,7 @@ bool decodeWithSndfile(const QString &path, DecodedAudio &audio, QString &error,
     std::vector<float> block(size_t(8192) * size_t(info.channels));
     for (;;) {
         if (cancelled(cancel)) {
-            error = QStringLiteral("the import was cancelled.");
+            error = QCoreApplication::translate("AudioImport", "the import was cancelled.");
             return false;
         }
         const sf_count_t got = sf_readf_float(file.get(), block.data(), 8192);
@@ -98,21 +101,22 @@ bool decodeWithSndfile(const QString &path, DecodedAudio &audio, QString &error,
             break;
         audio.samples.insert(audio.samples.end(), block.begin(), block.begin() + got * info.channels);
         if (audio.frames() > longest) {
-            error = QStringLiteral("it is longer than 30 minutes.");
+            error = QCoreApplication::translate("AudioImport", "it is longer than 30 minutes.");
             return false;
         }
     }
     if (sf_error(file.get()) != SF_ERR_NO_ERROR) {
-        error = QStringLiteral("it is damaged or truncated (%1).")
+        error = QCoreApplication::translate("AudioImport", "it is damaged or truncated (%1).")
                     .arg(QString::fromUtf8(sf_strerror(file.get())));
         return false;
     }
     if (info.frames > 0 && audio.frames() < info.frames) {
-        error = QStringLiteral("it is truncated: the file ends before the recording does.");
+        error = QCoreApplication::translate("AudioImport",
+                                            "it is truncated: the file ends before the recording does.");
         return false;
     }
     if (audio.frames() == 0) {
-        error = QStringLiteral("it holds no sound.");
+        error = QCoreApplication::translate("AudioImport", "it holds no sound.");
         return false;
     }
     return true;
@@ -154,7 +158,7 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
     int status = MPG123_OK;
     std::unique_ptr<mpg123_handle, Mpg123Closer> handle(mpg123_new(nullptr, &status));
     if (!handle) {
-        error = QStringLiteral("the MPEG decoder could not start.");
+        error = QCoreApplication::translate("AudioImport", "the MPEG decoder could not start.");
         return false;
     }
     mpg123_param(handle.get(), MPG123_ADD_FLAGS, MPG123_QUIET, 0.0);
@@ -168,7 +172,7 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
         || mpg123_feed(handle.get(), reinterpret_cast<const unsigned char *>(bytes.constData()),
                        size_t(bytes.size()))
             != MPG123_OK) {
-        error = QStringLiteral("the MPEG decoder refused it.");
+        error = QCoreApplication::translate("AudioImport", "the MPEG decoder refused it.");
         return false;
     }
     audio.samples.clear();
@@ -177,7 +181,7 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
     std::vector<float> block(16384);
     for (;;) {
         if (cancelled(cancel)) {
-            error = QStringLiteral("the import was cancelled.");
+            error = QCoreApplication::translate("AudioImport", "the import was cancelled.");
             return false;
         }
         size_t done = 0;
@@ -189,7 +193,8 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
             int encoding = 0;
             mpg123_getformat(handle.get(), &rate, &channels, &encoding);
             if (audio.channels != 0 && (audio.sampleRate != rate || audio.channels != channels)) {
-                error = QStringLiteral("it changes its sample rate or channels midway.");
+                error = QCoreApplication::translate("AudioImport",
+                                                    "it changes its sample rate or channels midway.");
                 return false;
             }
             audio.sampleRate = int(rate);
@@ -199,19 +204,20 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
         const size_t values = done / sizeof(float);
         audio.samples.insert(audio.samples.end(), block.begin(), block.begin() + qsizetype(values));
         if (audio.sampleRate > 0 && audio.seconds() > LongestRecordingSeconds) {
-            error = QStringLiteral("it is longer than 30 minutes.");
+            error = QCoreApplication::translate("AudioImport", "it is longer than 30 minutes.");
             return false;
         }
         if (status == MPG123_NEED_MORE || status == MPG123_DONE)
             break;
         if (status != MPG123_OK && status != MPG123_NEW_FORMAT) {
-            error
-                = QStringLiteral("it is damaged (%1).").arg(QString::fromUtf8(mpg123_strerror(handle.get())));
+            error = QCoreApplication::translate("AudioImport", "it is damaged (%1).")
+                        .arg(QString::fromUtf8(mpg123_strerror(handle.get())));
             return false;
         }
     }
     if (audio.channels == 0 || audio.frames() == 0) {
-        error = QStringLiteral("it is not a recording this program can read (no MPEG audio found).");
+        error = QCoreApplication::translate(
+            "AudioImport", "it is not a recording this program can read (no MPEG audio found).");
         return false;
     }
     return true;
@@ -224,19 +230,20 @@ bool decodeAudioFile(const QString &path, DecodedAudio &audio, QString &error,
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        error = QStringLiteral("it cannot be read (%1).").arg(file.errorString());
+        error = QCoreApplication::translate("AudioImport", "it cannot be read (%1).").arg(file.errorString());
         return false;
     }
     const QByteArray head = file.peek(4);
     if (looksLikeMpeg(head, path)) {
         // The largest MPEG file of half an hour (320 kbit/s) is about 72 MB; bigger is refused unread.
         if (file.size() > qint64(LongestRecordingSeconds * 320000 / 8) + 1024 * 1024) {
-            error = QStringLiteral("it is longer than 30 minutes.");
+            error = QCoreApplication::translate("AudioImport", "it is longer than 30 minutes.");
             return false;
         }
         const QByteArray bytes = file.readAll();
         if (file.error() != QFileDevice::NoError) {
-            error = QStringLiteral("it cannot be read (%1).").arg(file.errorString());
+            error = QCoreApplication::translate("AudioImport", "it cannot be read (%1).")
+                        .arg(file.errorString());
             return false;
         }
         return decodeMpeg(bytes, audio, error, cancel);

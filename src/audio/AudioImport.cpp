@@ -6,6 +6,7 @@
 #include "Mp2File.h"
 #include "Resample.h"
 
+#include <QCoreApplication>
 #include <QDir>
 
 #include <cmath>
@@ -53,13 +54,14 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
     const int inputRate = audio.sampleRate;
     audio = DecodedAudio();
     if (samplePeakDb(mono) < SilenceDb) {
-        reason = QStringLiteral("it is silent (nothing louder than %1 dBFS).").arg(SilenceDb);
+        reason = QCoreApplication::translate("AudioImport", "it is silent (nothing louder than %1 dBFS).")
+                     .arg(SilenceDb);
         return false;
     }
     if (options.trimSilence)
         trimSilence(mono, inputRate);
     if (cancelled(options)) {
-        reason = QStringLiteral("the import was cancelled.");
+        reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
     }
     const int rate = mp2SampleRate(options.quality);
@@ -68,14 +70,15 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
         return false;
     mono = std::vector<float>();
     if (cancelled(options)) {
-        reason = QStringLiteral("the import was cancelled.");
+        reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
     }
     LoudnessMeasure measure;
     if (!measureLoudness(resampled, 1, rate, measure, reason))
         return false;
     if (!std::isfinite(measure.integratedLufs)) {
-        reason = QStringLiteral("it is silent (quieter than the loudness meter's gate).");
+        reason = QCoreApplication::translate("AudioImport",
+                                             "it is silent (quieter than the loudness meter's gate).");
         return false;
     }
     double gainDb = 0.0;
@@ -87,18 +90,19 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
         s *= gain;
     fitToWholeFrames(resampled);
     if (cancelled(options)) {
-        reason = QStringLiteral("the import was cancelled.");
+        reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
     }
     const QByteArray mp2 = encodeMp2(resampled, options.quality, reason);
     if (mp2.isEmpty())
         return false;
     if (!isAcceptedMp2Header(mp2)) {
-        reason = QStringLiteral("the encoded sentence fails the device's MP2 check.");
+        reason = QCoreApplication::translate("AudioImport",
+                                             "the encoded sentence fails the device's MP2 check.");
         return false;
     }
     if (cancelled(options)) {
-        reason = QStringLiteral("the import was cancelled.");
+        reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
     }
     QString writeError;
@@ -122,6 +126,7 @@ bool importRecording(const QString &inputPath, const QString &outputPath, const 
     QString reason;
     if (importInto(inputPath, outputPath, options, result, reason))
         return true;
-    error = QStringLiteral("Cannot import %1: %2").arg(QDir::toNativeSeparators(inputPath), reason);
+    error = QCoreApplication::translate("AudioImport", "Cannot import %1: %2")
+                .arg(QDir::toNativeSeparators(inputPath), reason);
     return false;
 }

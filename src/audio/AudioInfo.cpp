@@ -4,6 +4,7 @@
 #include "Loudness.h"
 #include "Mp2File.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -14,7 +15,8 @@ bool probeAudioFile(const QString &path, AudioInfo &info, QString &error)
     LoudnessMeasure measure;
     if (!decodeAudioFile(path, audio, reason)
         || !measureLoudness(audio.samples, audio.channels, audio.sampleRate, measure, reason)) {
-        error = QStringLiteral("Cannot read %1: %2").arg(QDir::toNativeSeparators(path), reason);
+        error = QCoreApplication::translate("AudioImport", "Cannot read %1: %2")
+                    .arg(QDir::toNativeSeparators(path), reason);
         return false;
     }
     info.format = audio.format;

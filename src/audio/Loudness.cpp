@@ -1,5 +1,7 @@
 #include "Loudness.h"
 
+#include <QCoreApplication>
+
 #include <ebur128.h>
 
 #include <cmath>
@@ -25,7 +27,7 @@ bool measureLoudness(const std::vector<float> &samples, int channels, int sample
     std::unique_ptr<ebur128_state, StateCloser> state(
         ebur128_init(unsigned(channels), unsigned(sampleRate), EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK));
     if (!state) {
-        error = QStringLiteral("the loudness meter refused %1 channels at %2 Hz.")
+        error = QCoreApplication::translate("AudioImport", "the loudness meter refused %1 channels at %2 Hz.")
                     .arg(channels)
                     .arg(sampleRate);
         return false;
@@ -35,7 +37,7 @@ bool measureLoudness(const std::vector<float> &samples, int channels, int sample
         ebur128_set_channel(state.get(), 0, EBUR128_CENTER);
     const size_t frames = samples.size() / size_t(channels);
     if (frames > 0 && ebur128_add_frames_float(state.get(), samples.data(), frames) != EBUR128_SUCCESS) {
-        error = QStringLiteral("the loudness meter failed.");
+        error = QCoreApplication::translate("AudioImport", "the loudness meter failed.");
         return false;
     }
     double highest = 0.0;
@@ -50,13 +52,13 @@ bool measureLoudness(const std::vector<float> &samples, int channels, int sample
     const size_t shortest = size_t(sampleRate) * 4 / 10 + 1;
     for (size_t measured = frames; frames > 0 && measured < shortest; measured += frames) {
         if (ebur128_add_frames_float(state.get(), samples.data(), frames) != EBUR128_SUCCESS) {
-            error = QStringLiteral("the loudness meter failed.");
+            error = QCoreApplication::translate("AudioImport", "the loudness meter failed.");
             return false;
         }
     }
     double loudness = 0.0;
     if (ebur128_loudness_global(state.get(), &loudness) != EBUR128_SUCCESS) {
-        error = QStringLiteral("the loudness meter failed.");
+        error = QCoreApplication::translate("AudioImport", "the loudness meter failed.");
         return false;
     }
     measure.integratedLufs = std::isfinite(loudness) ? loudness : -std::numeric_limits<double>::infinity();

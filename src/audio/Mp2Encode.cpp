@@ -1,5 +1,7 @@
 #include "Mp2Encode.h"
 
+#include <QCoreApplication>
+
 #include <twolame.h>
 
 #include <algorithm>
@@ -29,7 +31,7 @@ QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString
 {
     std::unique_ptr<twolame_options, EncoderCloser> encoder(twolame_init());
     if (!encoder) {
-        error = QStringLiteral("the MP2 encoder could not start.");
+        error = QCoreApplication::translate("AudioImport", "the MP2 encoder could not start.");
         return {};
     }
     twolame_set_num_channels(encoder.get(), 1);
@@ -38,7 +40,7 @@ QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString
     twolame_set_out_samplerate(encoder.get(), mp2SampleRate(quality));
     twolame_set_bitrate(encoder.get(), mp2BitrateKbps(quality));
     if (twolame_init_params(encoder.get()) != 0) {
-        error = QStringLiteral("the MP2 encoder refused its settings.");
+        error = QCoreApplication::translate("AudioImport", "the MP2 encoder refused its settings.");
         return {};
     }
     constexpr int Block = Mp2FrameSamples * 16;
@@ -55,14 +57,14 @@ QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString
         const int written = twolame_encode_buffer(encoder.get(), pcm.data(), nullptr, int(count),
                                                   frames.data(), int(frames.size()));
         if (written < 0) {
-            error = QStringLiteral("the MP2 encoder failed.");
+            error = QCoreApplication::translate("AudioImport", "the MP2 encoder failed.");
             return {};
         }
         out.append(reinterpret_cast<const char *>(frames.data()), written);
     }
     const int flushed = twolame_encode_flush(encoder.get(), frames.data(), int(frames.size()));
     if (flushed < 0) {
-        error = QStringLiteral("the MP2 encoder failed.");
+        error = QCoreApplication::translate("AudioImport", "the MP2 encoder failed.");
         return {};
     }
     out.append(reinterpret_cast<const char *>(frames.data()), flushed);

@@ -1,5 +1,7 @@
 #include "Resample.h"
 
+#include <QCoreApplication>
+
 #include <samplerate.h>
 
 #include <cmath>
@@ -22,7 +24,7 @@ bool resampleMono(const std::vector<float> &in, int fromRate, int toRate, std::v
     const int status = src_simple(
         &data, quality == ResampleQuality::Best ? SRC_SINC_BEST_QUALITY : SRC_SINC_MEDIUM_QUALITY, 1);
     if (status != 0) {
-        error = QStringLiteral("the sample rate converter failed (%1).")
+        error = QCoreApplication::translate("AudioImport", "the sample rate converter failed (%1).")
                     .arg(QString::fromUtf8(src_strerror(status)));
         return false;
     }
