@@ -734,6 +734,30 @@
         <source>This PC has no audio output.</source>
         <translation>このPCには音声出力がありません。</translation>
     </message>
+    <message>
+        <source>Import...</source>
+        <translation>取り込み...</translation>
+    </message>
+    <message>
+        <source>Makes sentences of recordings, from the current entry on.</source>
+        <translation>録音からセンテンスを作成し、現在の項目から順に登録します。</translation>
+    </message>
+    <message>
+        <source>Plays the current entry&apos;s sentence (Ctrl+P).</source>
+        <translation>現在の項目のセンテンスを再生します (Ctrl+P)。</translation>
+    </message>
+    <message>
+        <source>Playing time %1</source>
+        <translation>再生時間 %1</translation>
+    </message>
+    <message>
+        <source>Import recordings</source>
+        <translation>録音の取り込み</translation>
+    </message>
+    <message>
+        <source>Recordings (%1)</source>
+        <translation>録音 (%1)</translation>
+    </message>
 </context>
 <context>
     <name>frmAbout</name>

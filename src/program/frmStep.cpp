@@ -248,11 +248,14 @@ void frmStep::cmdStpSave_Click()
 {
     m_context.state.CopyBufferToSetting(SettingSection::Steps);
     m_cmdStpSave->setEnabled(false);
+    // The program window's playing time follows the steps just applied.
+    m_owner.showPlayingTime();
 }
 
 void frmStep::cmdStepOk_Click()
 {
     m_context.state.CopyBufferToSetting(SettingSection::Steps);
+    m_owner.showPlayingTime();
     closeFrame();
 }
 

@@ -12,13 +12,32 @@
 #include <atomic>
 #include <thread>
 
-bool isRecordingToImport(const QString &path)
+namespace {
+
+const QStringList &recordingEndings()
 {
     static const QStringList Endings {QStringLiteral("wav"),  QStringLiteral("wave"), QStringLiteral("aif"),
                                       QStringLiteral("aiff"), QStringLiteral("aifc"), QStringLiteral("flac"),
                                       QStringLiteral("ogg"),  QStringLiteral("oga"),  QStringLiteral("opus"),
                                       QStringLiteral("mp3")};
-    return Endings.contains(QFileInfo(path).suffix().toLower());
+    return Endings;
+}
+
+} // namespace
+
+bool isRecordingToImport(const QString &path)
+{
+    return recordingEndings().contains(QFileInfo(path).suffix().toLower());
+}
+
+QString recordingNamePatterns()
+{
+    QStringList patterns;
+    for (const QString &ending : recordingEndings())
+        patterns << QStringLiteral("*.") + ending;
+    for (const QString &ending : recordingEndings())
+        patterns << QStringLiteral("*.") + ending.toUpper();
+    return patterns.join(QLatin1Char(' '));
 }
 
 bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent)

@@ -11,6 +11,10 @@ class QWidget;
 /// Opus or MP3, by its name's ending. MP2 files are copied as they are; card write checks them.
 bool isRecordingToImport(const QString &path);
 
+/// The name patterns of those recordings for a file dialog's filter, "*.wav *.WAV ...": both cases,
+/// as file systems that tell them apart hold either.
+QString recordingNamePatterns();
+
 /// One recording to make into a sentence.
 struct RecordingJob
 {

@@ -5,9 +5,11 @@
 #include "AudioInfo.h"
 #include "BoxColumns.h"
 #include "DialogLayout.h"
+#include "FileDialogs.h"
 #include "MsgBox.h"
 #include "PathLabelText.h"
 #include "PathText.h"
+#include "ProgramDuration.h"
 #include "RecordingImport.h"
 #include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
@@ -23,6 +25,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -66,7 +69,12 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     m_hscCaPc = new QScrollBar(Qt::Horizontal, this);
     m_hscCaPc->setObjectName(QStringLiteral("hscCaPc"));
     m_hscCaPc->setAccessibleName(tr("Sentence columns"));
+    auto *cmdPcCaImport = namedButton(tr("Import..."), "cmdPcCaImport", this);
+    cmdPcCaImport->setToolTip(tr("Makes sentences of recordings, from the current entry on."));
     m_cmdPcCaPlay = namedButton(tr("Play"), "cmdPcCaPlay", this);
+    // Ctrl+P: the boxes take the plain keys for editing names.
+    m_cmdPcCaPlay->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    m_cmdPcCaPlay->setToolTip(tr("Plays the current entry's sentence (Ctrl+P)."));
     m_player = new SentencePlayer(this);
     if (!SentencePlayer::hasOutput()) {
         m_cmdPcCaPlay->setEnabled(false);
@@ -78,7 +86,7 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     m_lblsentPath->setObjectName(QStringLiteral("lblsentPath"));
 
     auto *edits = new QHBoxLayout;
-    for (QPushButton *button : {cmdPcCaAll, cmdPcCaIns, cmdPcCaDel, cmdPcCaMov})
+    for (QPushButton *button : {cmdPcCaAll, cmdPcCaIns, cmdPcCaDel, cmdPcCaMov, cmdPcCaImport})
         edits->addWidget(button);
     edits->addStretch();
     edits->addWidget(m_lblPcCaDuration);
@@ -103,6 +111,7 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     connect(cmdPcCaAll, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaAll_Click);
     connect(m_hscCaPc, &QScrollBar::valueChanged, this, &dlgPcCa::hscCaPc_Change);
     connect(m_cmdPcCaPlay, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaPlay_Click);
+    connect(cmdPcCaImport, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaImport_Click);
     Form_Load();
 }
 
@@ -116,8 +125,9 @@ dlgPcCa::~dlgPcCa()
 
 QWidget *dlgPcCa::buildEntryFrame()
 {
-    m_columns = new BoxColumns(Entries, Rows, VisibleColumns, QStringLiteral("WWWWWWWW.MP2"),
-                               Table::MaxNameLength, {"entryView", "fraPcCa", "lblPcCa", "TxtPcCa"}, this, 3);
+    m_columns = new BoxColumns(
+        Entries, Rows, VisibleColumns, QStringLiteral("WWWWWWWW.MP2"), Table::MaxNameLength,
+        {"entryView", "fraPcCa", "lblPcCa", "TxtPcCa", "lblPcCaTime"}, this, 3, QStringLiteral("00:00.0"));
     for (int i = 0; i < Entries; ++i) {
         QLineEdit *edit = m_columns->box(i);
         edit->installEventFilter(this);
@@ -141,6 +151,7 @@ void dlgPcCa::Form_Load()
         m_boxes[i]->setEnabled(false);
         m_boxes[i]->setVisible(false);
         m_columns->label(i)->setVisible(false);
+        m_columns->note(i)->setVisible(false);
     }
     // Hidden columns take no room: the grid is laid out again for the table's size.
     m_columns->layOut();
@@ -161,13 +172,34 @@ void dlgPcCa::showBox(int index, const QString &text)
 {
     m_boxes[index]->setText(text);
     m_checkedText[index] = text;
+    showBoxTime(index);
 }
 
 void dlgPcCa::showEntries()
 {
     const SettingData &buffer = m_context.state.SettingBuffer;
-    for (int i = 0; i <= m_limit; ++i)
-        showBox(i, buffer.SentenceFileName[i]);
+    // The folders are listed once for the whole table.
+    SentenceTimes times(sentenceSoundFolders(m_context.state));
+    for (int i = 0; i <= m_limit; ++i) {
+        m_boxes[i]->setText(buffer.SentenceFileName[i]);
+        m_checkedText[i] = buffer.SentenceFileName[i];
+        showBoxTime(i, times);
+    }
+}
+
+void dlgPcCa::showBoxTime(int index, SentenceTimes &times)
+{
+    const QString name = m_boxes[index]->text();
+    const std::optional<double> seconds = name.isEmpty() ? std::nullopt : times.seconds(name);
+    const QString text = seconds ? formatDuration(*seconds) : QString();
+    m_columns->note(index)->setText(text);
+    m_boxes[index]->setAccessibleDescription(seconds ? tr("Playing time %1").arg(text) : QString());
+}
+
+void dlgPcCa::showBoxTime(int index)
+{
+    SentenceTimes times(sentenceSoundFolders(m_context.state));
+    showBoxTime(index, times);
 }
 
 void dlgPcCa::setModified()
@@ -217,6 +249,7 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
     if (text.isEmpty()) {
         Table::setEntry(buffer, index, QString());
         m_checkedText[index] = text;
+        showBoxTime(index);
         return true;
     }
     // A dropped name has not been typed: it meets the typed names' checks here.
@@ -230,6 +263,7 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
     Table::setEntry(buffer, index, text);
     showBox(index, buffer.SentenceFileName[index]);
     takeIntoWorkFolder(buffer.SentenceFileName[index]);
+    showBoxTime(index);
     return true;
 }
 
@@ -256,6 +290,8 @@ void dlgPcCa::TxtPcCa_OLEDragDrop(int index, const QString &path)
     QString error;
     if (!StoreSentenceFile(m_context.state, m_context.msgBox, StoreMode::WorkFolder, path, error))
         m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+    showBoxTime(index);
+    showDuration(index);
 }
 
 void dlgPcCa::importRecordings(int index, const QStringList &paths)
@@ -310,6 +346,18 @@ void dlgPcCa::showDuration(int index)
     const QString text = seconds ? QStringLiteral("%1  %2").arg(name, formatDuration(*seconds)) : QString();
     m_lblPcCaDuration->setText(text);
     m_boxes[index]->setToolTip(seconds ? formatDuration(*seconds) : QString());
+}
+
+void dlgPcCa::cmdPcCaImport_Click()
+{
+    const QStringList chosen = m_context.fileDialogs.openFileNames(
+        this, tr("Import recordings"), tr("Recordings (%1)").arg(recordingNamePatterns()));
+    QStringList recordings;
+    for (const QString &path : chosen)
+        if (isRecordingToImport(path))
+            recordings << QDir::fromNativeSeparators(path);
+    if (!recordings.isEmpty())
+        importRecordings(m_current, recordings);
 }
 
 void dlgPcCa::cmdPcCaPlay_Click()

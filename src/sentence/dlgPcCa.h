@@ -12,6 +12,7 @@ class QLineEdit;
 class QPushButton;
 class QScrollBar;
 class SentencePlayer;
+class SentenceTimes;
 
 /// Builds the sentence table: which MP2 file is sentence 1, 2, 3... Names are typed, dropped from
 /// the file manager, or taken from the sentence folder as a whole. Chosen files wait in the work
@@ -48,6 +49,8 @@ public slots:
     void hscCaPc_Change(int value);
     /// Plays the current box's sentence on the PC.
     void cmdPcCaPlay_Click();
+    /// Chooses recordings in a file dialog and imports them from the current box on, as a drop does.
+    void cmdPcCaImport_Click();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -68,6 +71,10 @@ private:
     void importRecordings(int index, const QStringList &paths);
     /// Shows the current box's sentence and its playing time under the table.
     void showDuration(int index);
+    /// Shows the playing time of box `index`'s sentence beside it, found through `times`.
+    void showBoxTime(int index, SentenceTimes &times);
+    /// The same for one box whose sentence changed, its file looked for anew.
+    void showBoxTime(int index);
 
     AppContext &m_context;
     int m_limit = 128;

@@ -7,7 +7,7 @@
 #include <QLineEdit>
 
 BoxColumns::BoxColumns(int count, int rows, int visibleColumns, const QString &widestText, int maxLength,
-                       Names names, QWidget *parent, int verticalSpacing)
+                       Names names, QWidget *parent, int verticalSpacing, const QString &widestNote)
     : QWidget(parent)
     , m_frame(new QWidget(this))
     , m_rows(rows)
@@ -23,6 +23,8 @@ BoxColumns::BoxColumns(int count, int rows, int visibleColumns, const QString &w
     if (verticalSpacing >= 0)
         grid->setVerticalSpacing(verticalSpacing);
     const int boxWidth = fontMetrics().horizontalAdvance(widestText) + 12;
+    const int span = names.note ? 3 : 2;
+    const int noteWidth = fontMetrics().horizontalAdvance(widestNote) + 4;
     for (int i = 0; i < count; ++i) {
         auto *label = new QLabel(zeroPadded(i + 1, 3) + QLatin1Char(':'), m_frame);
         label->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(names.label)).arg(i));
@@ -31,10 +33,18 @@ BoxColumns::BoxColumns(int count, int rows, int visibleColumns, const QString &w
         box->setMaxLength(maxLength);
         box->setFixedWidth(boxWidth);
         label->setBuddy(box);
-        grid->addWidget(label, i % rows, (i / rows) * 2);
-        grid->addWidget(box, i % rows, (i / rows) * 2 + 1);
+        grid->addWidget(label, i % rows, (i / rows) * span);
+        grid->addWidget(box, i % rows, (i / rows) * span + 1);
         m_labels.push_back(label);
         m_boxes.push_back(box);
+        if (names.note) {
+            auto *note = new QLabel(m_frame);
+            note->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(names.note)).arg(i));
+            // The same width whether it shows a time or not, so that the columns keep their places.
+            note->setFixedWidth(noteWidth);
+            grid->addWidget(note, i % rows, (i / rows) * span + 2);
+            m_notes.push_back(note);
+        }
     }
     layOut();
 }

@@ -21,13 +21,18 @@ public:
         const char *frame;
         const char *label;
         const char *box;
+        /// A small text after each box (a sentence's playing time); none when null.
+        const char *note = nullptr;
     };
 
+    /// With `names.note`, each box has a note after it as wide as `widestNote`.
     BoxColumns(int count, int rows, int visibleColumns, const QString &widestText, int maxLength, Names names,
-               QWidget *parent, int verticalSpacing = -1);
+               QWidget *parent, int verticalSpacing = -1, const QString &widestNote = QString());
 
     QLineEdit *box(int index) const { return m_boxes[index]; }
     QLabel *label(int index) const { return m_labels[index]; }
+    /// The text after box `index`; null when the columns have none.
+    QLabel *note(int index) const { return m_notes.empty() ? nullptr : m_notes[index]; }
     int count() const { return static_cast<int>(m_boxes.size()); }
     int columnOf(int index) const { return index / m_rows; }
 
@@ -45,4 +50,5 @@ private:
     int m_columnWidth = 0;
     std::vector<QLabel *> m_labels;
     std::vector<QLineEdit *> m_boxes;
+    std::vector<QLabel *> m_notes;
 };

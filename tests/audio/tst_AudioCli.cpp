@@ -1,11 +1,13 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include "AudioFixtures.h"
 #include "Mp2File.h"
+#include "TestMounts.h"
 
 using namespace AudioFixtures;
 
@@ -26,6 +28,12 @@ Run cli(const QStringList &args)
         qFatal("dq480-cli did not finish");
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
 }
 
 } // namespace
@@ -174,6 +182,57 @@ private slots:
             run.err.startsWith(QStringLiteral("Cannot read %1: it is not a recording this program can read")
                                    .arg(QStringLiteral(DQ480_CLI))),
             qPrintable(run.err));
+    }
+
+    // The sample project the README offers: its script runs into any folder, and its project goes
+    // onto a card whole, the control file the same as convert makes.
+    void sampleProjectGoesOnACard_data()
+    {
+        QTest::addColumn<bool>("fat16");
+        QTest::newRow("tmpfs card") << false;
+        QTest::newRow("FAT16 image through fusefat") << true;
+    }
+    void sampleProjectGoesOnACard()
+    {
+        QFETCH(bool, fat16);
+        if (QStandardPaths::findExecutable(QStringLiteral("espeak-ng")).isEmpty())
+            QSKIP("espeak-ng is not installed");
+        QString skip;
+        // 64 MiB: fusefat reports no space at all on a volume of 512-byte clusters, which smaller
+        // images get.
+        const auto card = fat16 ? TestMount::fat16(64 * 1024, skip) : TestMount::tmpfs("16m", skip);
+        if (!card)
+            QSKIP(qPrintable(skip));
+        QTemporaryDir folder;
+        QProcess script;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("DQ480_CLI"), QStringLiteral(DQ480_CLI));
+        script.setProcessEnvironment(environment);
+        script.start(QStringLiteral(DQ480_SOURCE_DIR "/scripts/make-sample.sh"), {folder.path()});
+        QVERIFY(script.waitForFinished(120000));
+        QVERIFY2(script.exitCode() == 0, script.readAllStandardError().constData());
+
+        const QString project = folder.filePath(QStringLiteral("SAMPLE.stf"));
+        QProcess write;
+        environment.insert(QStringLiteral("DQ480_HOME"), folder.filePath(QStringLiteral("home")));
+        write.setProcessEnvironment(environment);
+        write.start(QStringLiteral(DQ480_CLI),
+                    {QStringLiteral("write-card"), project, QStringLiteral("--card"), card->path(),
+                     QStringLiteral("--yes")});
+        QVERIFY(write.waitForFinished(60000));
+        QVERIFY2(write.exitCode() == 0,
+                 (write.readAllStandardOutput() + write.readAllStandardError()).constData());
+
+        const QString converted = folder.filePath(QStringLiteral("DQ480.CSV"));
+        QCOMPARE(cli({QStringLiteral("convert"), project, converted}).code, 0);
+        const QDir contents(card->filePath(QStringLiteral("CONTENTS")));
+        QCOMPARE(readAll(contents.filePath(QStringLiteral("DQ480.CSV"))), readAll(converted));
+        for (const QString &name :
+             {QStringLiteral("WELCOME.MP2"), QStringLiteral("PLATFORM.MP2"), QStringLiteral("CLOSING.MP2")}) {
+            QVERIFY2(IsValidMp2File(contents.filePath(name)), qPrintable(name));
+            QCOMPARE(readAll(contents.filePath(name)),
+                     readAll(folder.filePath(QStringLiteral("home/SAMPLE/") + name)));
+        }
     }
 
     void helpTellsImportAndInfo()

@@ -6,11 +6,15 @@
 #include "ProgramWindowTable.h"
 #include "SentenceFolders.h"
 #include "frmProg.h"
+#include "frmStep.h"
 
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPointer>
+#include <QPushButton>
 #include <QTest>
 
 using namespace AudioFixtures;
@@ -139,6 +143,42 @@ private slots:
         area.addSubWindow(window)->show();
         QCOMPARE(findControl<QLabel>(window, QStringLiteral("lblPrgTime"))->text(),
                  QStringLiteral("Playing time: 0:03.5"));
+    }
+
+    // The playing time follows the steps when the step window applies them, and when they are
+    // put back.
+    void programWindowFollowsSteps_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("time");
+        QTest::newRow("apply") << "cmdStpSave"
+                               << "Playing time: 0:05.0";
+        QTest::newRow("ok") << "cmdStepOk"
+                            << "Playing time: 0:05.0";
+    }
+    void programWindowFollowsSteps()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, time);
+        setSteps(0, {QStringLiteral("0001"), QStringLiteral("0002")});
+        state().Setting = state().SettingBuffer;
+        ProgramWindowTable table;
+        QMdiArea area;
+        table.ProgramWindowCount = 1;
+        auto *window = new frmProg(f->context, table, 1, 1, &area);
+        table.occupy(1, window, 1);
+        area.addSubWindow(window)->show();
+        findControl<QPushButton>(window, QStringLiteral("cmdProgStep"))->click();
+        frmStep *steps = window->stepWindow();
+        QVERIFY(steps);
+        // A third step: the first sentence again.
+        steps->box(2)->setText(QStringLiteral("A001"));
+        QVERIFY(steps->txtStpIdx_LostFocus(2));
+        QPointer<frmStep> alive(steps);
+        findControl<QPushButton>(steps, button)->click();
+        QCOMPARE(findControl<QLabel>(window, QStringLiteral("lblPrgTime"))->text(), time);
+        if (alive)
+            alive->closeFrame();
     }
 };
 

@@ -1,10 +1,14 @@
+#include "AudioDecode.h"
 #include "AudioFixtures.h"
+#include "CardWrite.h"
 #include "GuiFixture.h"
+#include "Loudness.h"
 #include "Mp2File.h"
 #include "RecordingImport.h"
 #include "SentenceFolders.h"
 #include "SentencePlayer.h"
 #include "TestFiles.h"
+#include "TestMounts.h"
 #include "dlgPcCa.h"
 
 #include <QApplication>
@@ -17,6 +21,8 @@
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
+
+#include <cmath>
 
 using namespace AudioFixtures;
 
@@ -46,6 +52,20 @@ class tst_SentenceImport : public QObject
         QApplication::sendEvent(box, &enter);
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(box, &drop);
+    }
+
+    static QStringList shownTimes(const dlgPcCa &dialog, int count)
+    {
+        QStringList times;
+        for (int i = 0; i < count; ++i)
+            times << findControl<QLabel>(&dialog, QStringLiteral("lblPcCaTime_%1").arg(i))->text();
+        return times;
+    }
+
+    static void makeCurrent(QWidget *box)
+    {
+        QFocusEvent in(QEvent::FocusIn);
+        QApplication::sendEvent(box, &in);
     }
 
 private slots:
@@ -84,6 +104,125 @@ private slots:
         findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaOk"))->click();
         QCOMPARE(state().Setting.SentenceFileName[3], QStringLiteral("GOOD_MOR.MP2"));
         QVERIFY(SentenceFilesPresent(state()));
+    }
+
+    // Each entry shows its sentence's playing time beside it, and screen readers hear it with the
+    // box; the times follow the entries when they move.
+    void everyEntryShowsItsTime_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QStringList>("times");
+        QTest::newRow("as dropped") << QString() << QStringList {"0:01.5", "", "0:02.0", ""};
+        QTest::newRow("insert") << "cmdPcCaIns" << QStringList {"", "0:01.5", "", "0:02.0"};
+        QTest::newRow("delete") << "cmdPcCaDel" << QStringList {"", "0:02.0", "", ""};
+        QTest::newRow("move forward") << "cmdPcCaMov" << QStringList {"0:01.5", "0:02.0", "", ""};
+    }
+    void everyEntryShowsItsTime()
+    {
+        QFETCH(QString, command);
+        QFETCH(QStringList, times);
+        dlgPcCa dialog(f->context, nullptr);
+        dropOn(dialog.box(2), {recording(QStringLiteral("good morning.flac"))});
+        dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
+        if (!command.isEmpty())
+            findControl<QPushButton>(&dialog, command)->click();
+        QCOMPARE(shownTimes(dialog, 4), times);
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(dialog.box(i)->accessibleDescription(),
+                     times[i].isEmpty() ? QString() : QStringLiteral("Playing time ") + times[i]);
+    }
+
+    // Applied sentences show their times when the table opens again; a name without a file, or
+    // a box emptied, shows none.
+    void timesOfStoredSentences()
+    {
+        {
+            dlgPcCa dialog(f->context, nullptr);
+            dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
+            findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaOk"))->click();
+        }
+        state().SettingBuffer.SentenceFileName[1] = QStringLiteral("GONE.MP2");
+        state().Setting.SentenceFileName[1] = QStringLiteral("GONE.MP2");
+        dlgPcCa dialog(f->context, nullptr);
+        QCOMPARE(shownTimes(dialog, 2), (QStringList {QStringLiteral("0:01.5"), QString()}));
+        dialog.box(0)->clear();
+        QVERIFY(dialog.TxtPcCa_LostFocus(0));
+        QCOMPARE(shownTimes(dialog, 1), QStringList {QString()});
+        QCOMPARE(dialog.box(0)->accessibleDescription(), QString());
+    }
+
+    // Recordings chosen in the file dialog are imported from the current box on, as dropped ones
+    // are; what is not a recording is left out, and Cancel changes nothing.
+    void chosenRecordingsAreImported()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        auto *import = findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaImport"));
+        makeCurrent(dialog.box(5));
+        f->fileDialogs.answers
+            = {QString(),
+               QStringList {recording(QStringLiteral("hello.wav")), recording(QStringLiteral("notes.txt")),
+                            recording(QStringLiteral("good morning.flac"))}
+                   .join(QLatin1Char('\n'))};
+        import->click();
+        QCOMPARE(shownTimes(dialog, 8), QStringList(8));
+        QVERIFY(!findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaApp"))->isEnabled());
+        import->click();
+        QCOMPARE(dialog.box(5)->text(), QStringLiteral("HELLO.MP2"));
+        QCOMPARE(dialog.box(6)->text(), QStringLiteral("GOOD_MOR.MP2"));
+        QVERIFY(dialog.box(7)->text().isEmpty());
+        QCOMPARE(state().SettingBuffer.SentenceControl[6], QStringLiteral("A007"));
+        QVERIFY(IsValidMp2File(workFile(QStringLiteral("GOOD_MOR.MP2"))));
+        QCOMPARE(shownTimes(dialog, 7).mid(5),
+                 (QStringList {QStringLiteral("0:01.5"), QStringLiteral("0:02.0")}));
+        QCOMPARE(f->fileDialogs.filters.size(), 2);
+        for (const char *pattern : {"*.wav", "*.WAV", "*.flac", "*.mp3", "*.MP3", "*.opus", "*.aiff"})
+            QVERIFY2(f->fileDialogs.filters.first().contains(QLatin1String(pattern)), pattern);
+        QVERIFY(f->msgBox.shown.isEmpty());
+    }
+
+    // What the table promises: a recording dropped on it plays from the card at the device's
+    // loudness, in a file the device takes.
+    void droppedRecordingReachesTheCardAtTheMatchedLoudness()
+    {
+        QString skip;
+        const auto card = TestMount::tmpfs("4m", skip);
+        if (!card)
+            QSKIP(qPrintable(skip));
+        Sound quiet = speechLike(4.0, 48000, 2);
+        LoudnessMeasure before;
+        QString error;
+        QVERIFY2(measureLoudness(quiet.samples, 2, 48000, before, error), qPrintable(error));
+        const float gain = float(dbToGain(-30.0 - before.integratedLufs));
+        for (float &sample : quiet.samples)
+            sample *= gain;
+        const QString path = recording(QStringLiteral("station.wav"));
+        QVERIFY(write(path, quiet, Wav16));
+
+        dlgPcCa dialog(f->context, nullptr);
+        dropOn(dialog.box(0), {path});
+        findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaApp"))->click();
+        QCOMPARE(state().Setting.SentenceFileName[0], QStringLiteral("STATION.MP2"));
+
+        state().CardSlot = card->path();
+        CardWriteHooks hooks;
+        hooks.slotTest = [&] {
+            state().CardFreeSpace = QString::number(4 * 1024 * 1024);
+            return true;
+        };
+        hooks.showMissingFiles = [](const QStringList &missing) {
+            QVERIFY(missing.isEmpty());
+        };
+        QVERIFY(WriteCard(state(), f->msgBox, hooks, false));
+        const QString onCard = card->filePath(QStringLiteral("CONTENTS/STATION.MP2"));
+        QVERIFY(IsValidMp2File(onCard));
+        DecodedAudio played;
+        QVERIFY2(decodeAudioFile(onCard, played, error), qPrintable(error));
+        LoudnessMeasure measure;
+        QVERIFY2(measureLoudness(played.samples, played.channels, played.sampleRate, measure, error),
+                 qPrintable(error));
+        QVERIFY2(std::abs(measure.integratedLufs + 16.0) <= 1.0,
+                 qPrintable(QString::number(measure.integratedLufs)));
+        QVERIFY(f->msgBox.shown.isEmpty());
     }
 
     void refusedRecordingIsNamedAndLeavesNoGap()

@@ -13,6 +13,13 @@ public:
         filters.append(filter);
         return next();
     }
+    /// One answer holds the chosen files separated by new lines.
+    QStringList openFileNames(QWidget *, const QString &, const QString &filter) override
+    {
+        filters.append(filter);
+        const QString answer = next();
+        return answer.isEmpty() ? QStringList() : answer.split(QLatin1Char('\n'));
+    }
     QString saveFileName(QWidget *, const QString &, const QString &filter, const QString &) override
     {
         filters.append(filter);
