@@ -1,17 +1,4 @@
-#include "GuiFixture.h"
-#include "SingleInstance.h"
-#include "dlgCaPc.h"
-#include "dlgErrLog.h"
-#include "dlgFMT.h"
-#include "dlgPcCa.h"
-#include "frmAbout.h"
-#include "frmEdit.h"
-#include "frmMain.h"
-#include "frmPjName.h"
-#include "frmPrintPage.h"
-#include "frmProg.h"
-#include "frmSetPath.h"
-#include "frmStep.h"
+#include "WindowBench.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -90,105 +77,27 @@ QString describe(const AccessibleElement &element)
         + QLatin1Char('(') + QString::number(element.role) + QLatin1Char(')');
 }
 
-using WindowMaker = std::function<QWidget *()>;
-
 } // namespace
 
-Q_DECLARE_METATYPE(WindowMaker)
-
-class tst_Accessibility : public QObject
+class tst_Accessibility : public QObject, public WindowBench
 {
     Q_OBJECT
 
-    std::unique_ptr<GuiFixture> f;
-    std::unique_ptr<SingleInstance> instance;
-    std::unique_ptr<frmMain> main;
-    std::vector<std::unique_ptr<QWidget>> dialogs;
-
-    frmMain *startMain()
-    {
-        instance = std::make_unique<SingleInstance>(f->home.filePath(QStringLiteral("dq480.lock")));
-        main = std::make_unique<frmMain>(f->context);
-        if (!main->MDIForm_Load(*instance))
-            qFatal("main window did not start");
-        return main.get();
-    }
-    frmEdit *startProject()
-    {
-        startMain()->mnuNew_Click();
-        return main->editWindow();
-    }
-    frmProg *openProgram()
-    {
-        frmEdit *edit = startProject();
-        edit->cmdTPrgNo_Click();
-        return qobject_cast<frmProg *>(edit->programWindows().ProgramWindows[1].data());
-    }
-    template<typename T>
-    QWidget *dialog(std::unique_ptr<T> made)
-    {
-        made->show();
-        dialogs.push_back(std::move(made));
-        return dialogs.back().get();
-    }
-
 private slots:
-    void init()
-    {
-        f = std::make_unique<GuiFixture>();
-        f->msgBox.answerOkBoxes = true;
-    }
+    void init() { openBench(); }
     void cleanup()
     {
-        dialogs.clear();
-        if (main) {
-            f->msgBox.script({MsgBox::Answer::Ok, MsgBox::Answer::Ok});
-            main->close();
-        }
-        main.reset();
-        instance.reset();
+        closeWindows();
         f.reset();
     }
 
     void everyInputIsNamedAndNoTwoButtonsShareAName_data()
     {
         QTest::addColumn<WindowMaker>("make");
-        QTest::newRow("frmMain") << WindowMaker([this] { return static_cast<QWidget *>(startMain()); });
-        QTest::newRow("frmEdit") << WindowMaker([this] { return static_cast<QWidget *>(startProject()); });
-        QTest::newRow("frmProg") << WindowMaker([this] { return static_cast<QWidget *>(openProgram()); });
-        QTest::newRow("frmStep") << WindowMaker([this] {
-            frmProg *program = openProgram();
-            program->cmdProgStep_Click();
-            return static_cast<QWidget *>(program->stepWindow());
-        });
-        QTest::newRow("dlgPcCa") << WindowMaker(
-            [this] { return dialog(std::make_unique<dlgPcCa>(f->context, nullptr)); });
+        addWindowRows([](const char *name) -> QTestData & { return QTest::newRow(name); });
         QTest::newRow("dlgPcCa 512") << WindowMaker([this] {
             f->state->SettingBuffer.CardAttribute = SettingData::Attribute512Sentences;
             return dialog(std::make_unique<dlgPcCa>(f->context, nullptr));
-        });
-        QTest::newRow("dlgCaPc") << WindowMaker(
-            [this] { return dialog(std::make_unique<dlgCaPc>(f->context, nullptr)); });
-        QTest::newRow("dlgFMT") << WindowMaker([this] {
-            auto format = std::make_unique<dlgFMT>(f->context, nullptr);
-            dialogs.push_back(std::move(format)); // shown, it would start formatting
-            return dialogs.back().get();
-        });
-        QTest::newRow("frmPjName") << WindowMaker(
-            [this] { return dialog(std::make_unique<frmPjName>(f->context, nullptr)); });
-        QTest::newRow("frmSetPath") << WindowMaker(
-            [this] { return dialog(std::make_unique<frmSetPath>(f->home.path(), nullptr)); });
-        QTest::newRow("print dialog") << WindowMaker([this] {
-            return dialog(std::make_unique<frmPrintPage>(f->context, PrintKind::AllSettingData, 1, nullptr));
-        });
-        QTest::newRow("about box") << WindowMaker([this] {
-            return dialog(
-                std::make_unique<frmAbout>(f->msgBox, nullptr, QStringLiteral("/usr/bin/hardinfo")));
-        });
-        QTest::newRow("error list") << WindowMaker([this] {
-            f->state->SettingBuffer.SentenceFileName[0] = QStringLiteral("GONE.MP2");
-            f->state->Setting.SentenceFileName[0] = QStringLiteral("GONE.MP2");
-            return dialog(std::make_unique<dlgErrLog>(*f->state, nullptr));
         });
     }
     void everyInputIsNamedAndNoTwoButtonsShareAName()

@@ -2,24 +2,11 @@
 // caption is cut off (also at twice the pixel density), and nothing written to a setting file or
 // a card depends on the language of the windows.
 #include "AppTranslation.h"
-#include "GuiFixture.h"
 #include "OperatorMessages.h"
 #include "QtMsgBox.h"
-#include "SingleInstance.h"
 #include "ToolbarIcons.h"
 #include "TypeText.h"
-#include "dlgCaPc.h"
-#include "dlgErrLog.h"
-#include "dlgFMT.h"
-#include "dlgPcCa.h"
-#include "frmAbout.h"
-#include "frmEdit.h"
-#include "frmMain.h"
-#include "frmPjName.h"
-#include "frmPrintPage.h"
-#include "frmProg.h"
-#include "frmSetPath.h"
-#include "frmStep.h"
+#include "WindowBench.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -50,8 +37,6 @@
 #include <functional>
 
 namespace {
-
-using WindowMaker = std::function<QWidget *()>;
 
 /// Takes every translator out again, so each test starts in English.
 void removeTranslators()
@@ -101,64 +86,19 @@ void keepScreenshot(QWidget *window, const QString &name)
 
 } // namespace
 
-Q_DECLARE_METATYPE(WindowMaker)
-
-class tst_Japanese : public QObject
+class tst_Japanese : public QObject, public WindowBench
 {
     Q_OBJECT
-
-    std::unique_ptr<GuiFixture> f;
-    std::unique_ptr<SingleInstance> instance;
-    std::unique_ptr<frmMain> main;
-    std::vector<std::unique_ptr<QWidget>> dialogs;
-
-    frmMain *startMain()
-    {
-        instance = std::make_unique<SingleInstance>(f->home.filePath(QStringLiteral("dq480.lock")));
-        main = std::make_unique<frmMain>(f->context);
-        if (!main->MDIForm_Load(*instance))
-            qFatal("main window did not start");
-        main->show();
-        return main.get();
-    }
-    frmEdit *startProject()
-    {
-        startMain()->mnuNew_Click();
-        return main->editWindow();
-    }
-    frmProg *openProgram()
-    {
-        frmEdit *edit = startProject();
-        edit->cmdTPrgNo_Click();
-        return qobject_cast<frmProg *>(edit->programWindows().ProgramWindows[1].data());
-    }
-    template<typename T>
-    QWidget *dialog(std::unique_ptr<T> made)
-    {
-        made->show();
-        dialogs.push_back(std::move(made));
-        return dialogs.back().get();
-    }
-    void closeAll()
-    {
-        dialogs.clear();
-        if (main) {
-            f->msgBox.script({MsgBox::Answer::Ok, MsgBox::Answer::Ok});
-            main->close();
-        }
-        main.reset();
-        instance.reset();
-    }
 
 private slots:
     void init()
     {
-        f = std::make_unique<GuiFixture>();
-        f->msgBox.answerOkBoxes = true;
+        openBench();
+        showMain = true;
     }
     void cleanup()
     {
-        closeAll();
+        closeWindows();
         f.reset();
         removeTranslators();
     }
@@ -396,8 +336,7 @@ private slots:
                 return QTest::newRow(qPrintable(language + QLatin1Char(' ') + QLatin1String(name)))
                     << language;
             };
-            row("frmMain") << WindowMaker([this] { return static_cast<QWidget *>(startMain()); });
-            row("frmEdit") << WindowMaker([this] { return static_cast<QWidget *>(startProject()); });
+            addWindowRows(row);
             for (int tab : {1, 2}) {
                 row(tab == 1 ? "frmEdit card tab" : "frmEdit data tab") << WindowMaker([this, tab] {
                     frmEdit *edit = startProject();
@@ -405,7 +344,6 @@ private slots:
                     return static_cast<QWidget *>(edit);
                 });
             }
-            row("frmProg") << WindowMaker([this] { return static_cast<QWidget *>(openProgram()); });
             for (int method : {1, 2, 3}) {
                 // Each playback method shows its own boxes: repeat count, interval, busy output.
                 row(method == 1       ? "frmProg single"
@@ -419,37 +357,6 @@ private slots:
                            return static_cast<QWidget *>(program);
                        });
             }
-            row("frmStep") << WindowMaker([this] {
-                frmProg *program = openProgram();
-                program->cmdProgStep_Click();
-                return static_cast<QWidget *>(program->stepWindow());
-            });
-            row("dlgPcCa") << WindowMaker(
-                [this] { return dialog(std::make_unique<dlgPcCa>(f->context, nullptr)); });
-            row("dlgCaPc") << WindowMaker(
-                [this] { return dialog(std::make_unique<dlgCaPc>(f->context, nullptr)); });
-            row("dlgFMT") << WindowMaker([this] {
-                auto format = std::make_unique<dlgFMT>(f->context, nullptr);
-                format->adjustSize(); // shown, it would start formatting
-                dialogs.push_back(std::move(format));
-                return dialogs.back().get();
-            });
-            row("frmPjName") << WindowMaker(
-                [this] { return dialog(std::make_unique<frmPjName>(f->context, nullptr)); });
-            row("frmSetPath") << WindowMaker(
-                [this] { return dialog(std::make_unique<frmSetPath>(f->home.path(), nullptr)); });
-            row("print dialog") << WindowMaker([this] {
-                return dialog(
-                    std::make_unique<frmPrintPage>(f->context, PrintKind::AllSettingData, 1, nullptr));
-            });
-            row("about box") << WindowMaker([this] {
-                return dialog(
-                    std::make_unique<frmAbout>(f->msgBox, nullptr, QStringLiteral("/usr/bin/hardinfo")));
-            });
-            row("error list") << WindowMaker([this] {
-                f->state->Setting.SentenceFileName[0] = QStringLiteral("GONE.MP2");
-                return dialog(std::make_unique<dlgErrLog>(*f->state, nullptr));
-            });
         }
     }
     void noCaptionIsCutOff()
