@@ -8,7 +8,9 @@ import os
 import shutil
 import signal
 import subprocess
+import tempfile
 import time
+import traceback
 
 SKIP = 77  # ctest's SKIP_RETURN_CODE for this test
 
@@ -204,3 +206,32 @@ class Desktop:
                 process.wait(timeout=5)
             except (ProcessLookupError, subprocess.TimeoutExpired):
                 process.kill()
+
+
+def run_journey(args, prefix, body):
+    """Runs `body(desktop, workdir)` on a fresh desktop and returns the exit code ctest reads:
+    0 passed, SKIP when the machine lacks something, 1 failed (with a screenshot of the end)."""
+    shutil.rmtree(args.artifacts, ignore_errors=True)
+    os.makedirs(args.artifacts)
+    workdir = tempfile.mkdtemp(prefix=prefix)
+    desktop = Desktop(workdir, args.artifacts)
+    started = time.monotonic()
+    try:
+        body(desktop, workdir)
+        result = 0
+    except Skip as reason:
+        print(f"SKIP: {reason}")
+        result = SKIP
+    except Exception:
+        traceback.print_exc()
+        desktop.screenshot("failure")
+        print(f"FAILED after {time.monotonic() - started:.0f} s; screenshots and logs in {args.artifacts}")
+        result = 1
+    finally:
+        desktop.stop()
+        shutil.rmtree(workdir, ignore_errors=True)
+    if result != 1 and not args.keep:
+        shutil.rmtree(args.artifacts, ignore_errors=True)
+    if result == 0:
+        print(f"PASS in {time.monotonic() - started:.0f} s")
+    return result

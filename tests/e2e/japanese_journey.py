@@ -9,15 +9,11 @@ Usage: japanese_journey.py --dq480 PATH --artifacts DIR [--scale N] [--keep]"""
 import argparse
 import importlib.util
 import os
-import shutil
 import sys
-import tempfile
-import time
-import traceback
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from desktop import SKIP, Desktop, JourneyFailed, Skip, require_tools, wait_until  # noqa: E402
+from desktop import SKIP, Skip, require_tools, run_journey, wait_until  # noqa: E402
 
 INCORRECT_VALUE = "不正な値が入力されました。"
 
@@ -101,33 +97,13 @@ def main():
         print(f"SKIP: {reason}")
         return SKIP
 
-    shutil.rmtree(args.artifacts, ignore_errors=True)
-    os.makedirs(args.artifacts)
-    workdir = tempfile.mkdtemp(prefix="dq480-japanese-")
-    desktop = Desktop(workdir, args.artifacts)
-    started = time.monotonic()
-    try:
+    def body(desktop, workdir):
         # The same room in device-independent pixels at every scale, as a HiDPI screen gives.
         scale = float(args.scale)
         desktop.start(f"{round(1280 * scale)}x{round(1024 * scale)}x24")
         journey(args, desktop, workdir)
-        result = 0
-    except Skip as reason:
-        print(f"SKIP: {reason}")
-        result = SKIP
-    except (Exception, JourneyFailed):
-        traceback.print_exc()
-        desktop.screenshot("failure")
-        print(f"FAILED after {time.monotonic() - started:.0f} s; screenshots and logs in {args.artifacts}")
-        result = 1
-    finally:
-        desktop.stop()
-        shutil.rmtree(workdir, ignore_errors=True)
-    if result != 1 and not args.keep:
-        shutil.rmtree(args.artifacts, ignore_errors=True)
-    if result == 0:
-        print(f"PASS in {time.monotonic() - started:.0f} s")
-    return result
+
+    return run_journey(args, "dq480-japanese-", body)
 
 
 if __name__ == "__main__":

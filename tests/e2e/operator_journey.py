@@ -11,23 +11,20 @@ Screenshots of every step stay in DIR when the journey fails (always with --keep
 import argparse
 import importlib.util
 import os
-import shutil
 import sys
-import tempfile
 import time
-import traceback
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from desktop import (  # noqa: E402
     SKIP,
-    Desktop,
     JourneyFailed,
     Skip,
     detach_foreign_mounts,
     isolate_mounts,
     require_tools,
     run,
+    run_journey,
     wait_until,
     write_mp2,
 )
@@ -333,32 +330,12 @@ def main():
         print(f"FAILED: {error}")
         return 1
 
-    shutil.rmtree(args.artifacts, ignore_errors=True)
-    os.makedirs(args.artifacts)
-    workdir = tempfile.mkdtemp(prefix="dq480-journey-")
-    desktop = Desktop(workdir, args.artifacts)
-    started = time.monotonic()
-    try:
+    def body(desktop, workdir):
         detach_foreign_mounts([args.dq480, args.cli, __file__])
         desktop.start()
         Journey(args, desktop, workdir).run()
-        result = 0
-    except Skip as reason:
-        print(f"SKIP: {reason}")
-        result = SKIP
-    except Exception:
-        traceback.print_exc()
-        desktop.screenshot("failure")
-        print(f"FAILED after {time.monotonic() - started:.0f} s; screenshots and logs in {args.artifacts}")
-        result = 1
-    finally:
-        desktop.stop()
-        shutil.rmtree(workdir, ignore_errors=True)
-    if result != 1 and not args.keep:
-        shutil.rmtree(args.artifacts, ignore_errors=True)
-    if result == 0:
-        print(f"PASS in {time.monotonic() - started:.0f} s")
-    return result
+
+    return run_journey(args, "dq480-journey-", body)
 
 
 def check_machine(args):
