@@ -15,14 +15,7 @@ QStringList sentenceSoundFolders(const SharedState &state)
 
 QString findSentenceSound(const QStringList &folders, const QString &name)
 {
-    if (name.isEmpty())
-        return {};
-    for (const QString &folder : folders) {
-        const QString found = SentenceFolderIndex(folder).find(name);
-        if (!found.isEmpty())
-            return found;
-    }
-    return {};
+    return SentenceTimes(folders).file(name);
 }
 
 namespace {
@@ -45,6 +38,17 @@ SentenceTimes::SentenceTimes(const QStringList &folders)
         m_folders.emplace_back(folder);
 }
 
+QString SentenceTimes::file(const QString &name) const
+{
+    if (name.isEmpty())
+        return {};
+    for (const SentenceFolderIndex &folder : m_folders) {
+        if (const QString found = folder.find(name); !found.isEmpty())
+            return found;
+    }
+    return {};
+}
+
 std::optional<double> SentenceTimes::seconds(const QString &name)
 {
     if (name.isEmpty())
@@ -52,14 +56,8 @@ std::optional<double> SentenceTimes::seconds(const QString &name)
     const QString key = name.toUpper();
     if (const auto known = m_known.constFind(key); known != m_known.constEnd())
         return *known;
-    std::optional<double> found;
-    for (const SentenceFolderIndex &folder : m_folders) {
-        const QString file = folder.find(name);
-        if (!file.isEmpty()) {
-            found = mp2Duration(file);
-            break;
-        }
-    }
+    const QString path = file(name);
+    const std::optional<double> found = path.isEmpty() ? std::nullopt : mp2Duration(path);
     m_known.insert(key, found);
     return found;
 }

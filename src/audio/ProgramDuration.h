@@ -24,6 +24,8 @@ class SentenceTimes
 {
 public:
     explicit SentenceTimes(const QStringList &folders);
+    /// The first file of that name (any case) in the folders; empty when none.
+    QString file(const QString &name) const;
     /// None when no folder holds the name or the file is no MPEG audio.
     std::optional<double> seconds(const QString &name);
 
