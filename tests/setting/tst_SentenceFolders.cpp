@@ -11,8 +11,6 @@
 #include "TestFiles.h"
 #include "TestMounts.h"
 
-namespace { } // namespace
-
 class tst_SentenceFolders : public QObject
 {
     Q_OBJECT
@@ -50,54 +48,6 @@ private slots:
         QVERIFY(m_msgBox.shown.isEmpty());
     }
 
-    void projectFolderIsNamedAfterTheProject_data()
-    {
-        QTest::addColumn<QString>("projectName");
-        QTest::addColumn<QString>("folder");
-        QTest::newRow("named") << "Station"
-                               << "Station";
-        QTest::newRow("no name yet") << ""
-                                     << "NewProject";
-    }
-    void projectFolderIsNamedAfterTheProject()
-    {
-        QFETCH(QString, projectName);
-        QFETCH(QString, folder);
-        m_state->Setting.ProjectName = projectName;
-        QString error;
-        QVERIFY(StoreSentenceFile(*m_state, m_msgBox, StoreMode::ProjectFolder,
-                                  source(QStringLiteral("A.MP2"), "a"), error));
-        QCOMPARE(readTestFile(m_home.filePath(folder + QStringLiteral("/A.MP2"))), QByteArray("a"));
-    }
-
-    void readOnlyFileInTheProjectFolderIsReplacedOnlyOnYes_data()
-    {
-        QTest::addColumn<MsgBox::Answer>("answer");
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("No keeps the old file") << MsgBox::Answer::No << QByteArray("old");
-        QTest::newRow("Yes replaces it") << MsgBox::Answer::Yes << QByteArray("new");
-    }
-    void readOnlyFileInTheProjectFolderIsReplacedOnlyOnYes()
-    {
-        QFETCH(MsgBox::Answer, answer);
-        QFETCH(QByteArray, content);
-        m_state->Setting.ProjectName = QStringLiteral("Station");
-        QDir().mkpath(m_home.filePath(QStringLiteral("Station")));
-        const QString existing = m_home.filePath(QStringLiteral("Station/RAIN.MP2"));
-        writeTestFile(existing, "old");
-        setReadOnly(existing, true);
-
-        m_msgBox.script({answer});
-        QString error;
-        QVERIFY(StoreSentenceFile(*m_state, m_msgBox, StoreMode::ProjectFolder,
-                                  source(QStringLiteral("RAIN.MP2"), "new"), error));
-        QCOMPARE(m_msgBox.shown,
-                 QStringList {QStringLiteral("This folder already contains read-only a file named "
-                                             "'RAIN.MP2\r\n',Would like to replace the existing file?")});
-        QCOMPARE(m_msgBox.icons.first(), MsgBox::Icon::Question);
-        QCOMPARE(readTestFile(existing), content);
-    }
-
     // Storing into the project folder on a full disk: the good copy already there stays whole and
     // the failure names the file and the reason, for a file below and above the copy's buffer.
     void aFullDiskKeepsTheStoredCopy_data()
@@ -133,14 +83,6 @@ private slots:
         QCOMPARE(QDir(disk->filePath(QStringLiteral("Station")))
                      .entryList(QDir::Files | QDir::Hidden | QDir::System),
                  QStringList {"HELLO.MP2"});
-    }
-
-    void missingSourceFailsNamingTheFile()
-    {
-        QString error;
-        const QString missing = m_source.filePath(QStringLiteral("GONE.MP2"));
-        QVERIFY(!StoreSentenceFile(*m_state, m_msgBox, StoreMode::WorkFolder, missing, error));
-        QVERIFY2(error.contains(missing), qPrintable(error));
     }
 
     void sentenceFilesAreFoundInAnyCase()

@@ -59,34 +59,10 @@ private slots:
         QCOMPARE(WriteSettingBody(*state), expectedBytes.mid(expectedBytes.indexOf("CARDNAME,")));
     }
 
-    void cardAttribute_data()
-    {
-        QTest::addColumn<int>("attribute");
-        QTest::addColumn<QByteArray>("line");
-        QTest::newRow("new project") << 0xA6 << QByteArray("CARDATB,A6,");
-        QTest::newRow("digits padded") << 0x40 << QByteArray("CARDATB,040,");
-        QTest::newRow("zero") << 0 << QByteArray("CARDATB,000,");
-        QTest::newRow("protection only") << 0x10 << QByteArray("CARDATB,010,");
-        QTest::newRow("four digits") << 0x1000 << QByteArray("CARDATB,1000,");
-        QTest::newRow("letter in the middle stays") << 0x1E6 << QByteArray("CARDATB,1E6,");
-        QTest::newRow("512 sentences") << 0xE6 << QByteArray("CARDATB,E6,");
-        QTest::newRow("top bit") << -1 << QByteArray("CARDATB,FFFF,");
-    }
-    void cardAttribute()
-    {
-        QFETCH(int, attribute);
-        QFETCH(QByteArray, line);
-        const auto state = makeTestState(QStringLiteral("/tmp"));
-        state->Setting.CardAttribute = static_cast<qint16>(attribute);
-        QCOMPARE(linesStartingWith(WriteSettingBody(*state), "CARDATB,"), QList<QByteArray> {line});
-    }
-
     void optionWord_data()
     {
         QTest::addColumn<qint32>("option");
         QTest::addColumn<QByteArray>("line");
-        QTest::newRow("default") << qint32(11521) << QByteArray("PRGOPT,2D01,");
-        QTest::newRow("no leading zeros") << qint32(5) << QByteArray("PRGOPT,5,");
         QTest::newRow("sign-extended endless word") << qint32(0xFFFFC028) << QByteArray("PRGOPT,C028,");
         QTest::newRow("wider than 16 bits") << qint32(0x12345) << QByteArray("PRGOPT,2345,");
     }
@@ -108,15 +84,9 @@ private slots:
         QTest::newRow("usual") << "A001"
                                << "hello.mp2" << QByteArray("SNTCTTL,A001    ,")
                                << QByteArray("FILENAME,HELLO   ,");
-        QTest::newRow("eight characters")
-            << "ABCDEFGH"
-            << "ABCDEFGH.MP2" << QByteArray("SNTCTTL,ABCDEFGH,") << QByteArray("FILENAME,ABCDEFGH,");
         QTest::newRow("nine overwrite the comma")
             << "ABCDEFGHI"
             << "longname1.mp2" << QByteArray("SNTCTTL,ABCDEFGHI") << QByteArray("FILENAME,LONGNAME,");
-        QTest::newRow("longer is cut")
-            << "ABCDEFGHIJK"
-            << "a.mp2" << QByteArray("SNTCTTL,ABCDEFGHI") << QByteArray("FILENAME,A       ,");
         QTest::newRow("name shorter than its extension")
             << "A001"
             << "ab" << QByteArray("SNTCTTL,A001    ,") << QByteArray("FILENAME,        ,");
@@ -166,33 +136,6 @@ private slots:
         QCOMPARE(lines.size(), 64);
         QCOMPARE(lines[0], QByteArray("PRGDATA,0001,2005,2215,3000,"));
         QCOMPARE(lines[1], QByteArray("PRGDATA,3000,"));
-    }
-
-    void withoutTheTestTone()
-    {
-        const auto state = makeTestState(QStringLiteral("/tmp"));
-        state->SurveillanceFile = false;
-        const QByteArray file = WriteSettingFile(*state);
-        QCOMPARE(linesStartingWith(file, "SVFILE,"), QList<QByteArray> {"SVFILE,NONE,"});
-        QVERIFY(!file.contains("SIN1KHZ"));
-        QVERIFY(!file.contains("PRGSORT,0000,"));
-    }
-
-    void explanationKeepsItsLineBreaks()
-    {
-        const auto state = makeTestState(QStringLiteral("/tmp"));
-        state->Setting.Explanation = QStringLiteral("first\r\nsecond, with comma");
-        QVERIFY(WriteSettingFile(*state).contains("EXPLE,first\r\nsecond, with comma,\r\nSNTPATH,"));
-    }
-
-    void japaneseTextsUseTheCodePage()
-    {
-        const auto state = makeTestState(QStringLiteral("/tmp"), QStringLiteral("CP932"));
-        state->Setting.ProjectName = QStringLiteral("駅");
-        state->Setting.ProgramName[0] = QStringLiteral("ｱﾅｳﾝｽ");
-        const QByteArray file = WriteSettingFile(*state);
-        QVERIFY(file.startsWith(QByteArray("PJNAME,\x89\x77,\r\n")));
-        QVERIFY(file.contains(QByteArray("PRGNAME,\xB1\xC5\xB3\xDD\xBD,\r\n")));
     }
 };
 
