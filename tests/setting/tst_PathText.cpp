@@ -17,6 +17,15 @@ private slots:
         QTest::addColumn<QString>("joined");
         const PathStyle win = PathStyle::Windows;
         const PathStyle posix = PathStyle::Posix;
+        QTest::newRow("drive letter alone") << win << "E:"
+                                            << "CONTENTS"
+                                            << "E:\\CONTENTS";
+        QTest::newRow("control file at the root") << win << "E:"
+                                                  << "DQ480.CSV"
+                                                  << "E:\\DQ480.CSV";
+        QTest::newRow("mount point with slash") << posix << "/media/x/"
+                                                << "CONTENTS"
+                                                << "/media/x/CONTENTS";
         QTest::newRow("network share") << win << "\\\\pc\\voice"
                                        << "Station"
                                        << "\\\\pc\\voice\\Station";
