@@ -46,7 +46,6 @@ private slots:
         QTest::addColumn<QList<DriveInfo>>("drives");
         QTest::addColumn<int>("listed");
         QTest::addColumn<bool>("chosen");
-        QTest::newRow("none") << QList<DriveInfo> {} << 0 << false;
         QTest::newRow("one") << cards(1) << 1 << true;
         QTest::newRow("two") << cards(2) << 2 << false;
         QTest::newRow("eleven") << cards(11) << 10 << false;
@@ -83,62 +82,11 @@ private slots:
         }
     }
 
-    void theOperatorChoosesAmongTwo()
-    {
-        GuiFixture f;
-        f.drives.list = cards(2);
-        CardSlotDetection detection(*f.state, f.drives);
-        CardSlotMenu menu;
-        detection.DetectCardSlots(menu);
-        detection.MenuClick(menu, 1);
-        QVERIFY(f.state->CardSlotValid);
-        QCOMPARE(f.state->CardSlot, QStringLiteral("/media/card1"));
-        QVERIFY(menu.checked[1] && !menu.checked[0]);
-        // Another card coming keeps the choice.
-        f.drives.list << card(QStringLiteral("/media/card9"));
-        detection.DeviceEvent(menu);
-        QVERIFY(menu.checked[1]);
-        QCOMPARE(menu.captions[2], QStringLiteral("/media/card9"));
-    }
-
-    void removingTheChosenCardDisablesTheCardButtons()
-    {
-        GuiFixture f;
-        f.drives.list = cards(1);
-        SingleInstance instance(f.home.filePath(QStringLiteral("lock")));
-        frmMain window(f.context);
-        QVERIFY(window.MDIForm_Load(instance));
-        auto *entry0 = window.findChild<QAction *>(QStringLiteral("mnuCard_0"));
-        QCOMPARE(entry0->text(), QStringLiteral("/media/card0"));
-        QVERIFY(entry0->isChecked());
-        window.findChild<QAction *>(QStringLiteral("mnuNew"))->trigger();
-        frmEdit *edit = window.editWindow();
-        QVERIFY(edit);
-        QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
-
-        f.drives.list.clear();
-        window.SysInfo1_DeviceChange();
-        QVERIFY(!entry0->isChecked());
-        QCOMPARE(entry0->text(), QStringLiteral("Nothing"));
-        QVERIFY(f.state->CardSlot.isEmpty());
-        QVERIFY(!f.state->CardSlotValid);
-        for (const char *name : {"cmdCaWrite", "cmdTCaPc", "cmdTCaFormat"})
-            QVERIFY(!findControl<QPushButton>(edit, QLatin1String(name))->isEnabled());
-
-        // The card comes back: chosen again, the buttons follow.
-        f.drives.list = cards(1);
-        window.SysInfo1_DeviceChange();
-        QVERIFY(entry0->isChecked());
-        QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
-        QVERIFY(f.msgBox.unexpected.isEmpty());
-    }
-
     void removingTheChosenCardAmongOthers_data()
     {
         QTest::addColumn<int>("others");
         QTest::newRow("one left") << 1;
         QTest::newRow("two left") << 2;
-        QTest::newRow("three left") << 3;
     }
     void removingTheChosenCardAmongOthers()
     {

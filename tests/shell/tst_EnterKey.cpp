@@ -4,7 +4,6 @@
 #include "dlgPcCa.h"
 #include "frmPjName.h"
 #include "frmPrintPage.h"
-#include "frmSetPath.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -31,8 +30,6 @@ class tst_EnterKey : public QObject
             return std::make_unique<dlgCaPc>(f->context, nullptr);
         if (name == QLatin1String("frmPjName"))
             return std::make_unique<frmPjName>(f->context, nullptr);
-        if (name == QLatin1String("frmSetPath"))
-            return std::make_unique<frmSetPath>(f->home.path(), nullptr);
         if (name == QLatin1String("frmPrintPage"))
             return std::make_unique<frmPrintPage>(f->context, PrintKind::AllSettingData, 1, nullptr);
         if (name == QLatin1String("dlgErrLog"))
@@ -59,33 +56,15 @@ private slots:
         QTest::newRow("sentence table box") << "dlgPcCa"
                                             << "TxtPcCa_1"
                                             << "";
-        QTest::newRow("sentence table, last box") << "dlgPcCa"
-                                                  << "TxtPcCa_127"
-                                                  << "";
         QTest::newRow("card to PC folder name") << "dlgCaPc"
                                                 << "txtCaPcAllInp"
                                                 << "Backup";
-        QTest::newRow("card to PC file name") << "dlgCaPc"
-                                              << "txtCaPcSelInp"
-                                              << "S001.MP2";
         QTest::newRow("project name") << "frmPjName"
                                       << "txtPjName"
                                       << "Gate";
-        QTest::newRow("folder list") << "frmSetPath"
-                                     << "Dir1"
-                                     << "";
-        QTest::newRow("drive list") << "frmSetPath"
-                                    << "Drive1"
-                                    << "";
-        QTest::newRow("printer") << "frmPrintPage"
-                                 << "cmbPrinter"
-                                 << "";
         QTest::newRow("first page") << "frmPrintPage"
                                     << "txtFromPage"
                                     << "1";
-        QTest::newRow("last page") << "frmPrintPage"
-                                   << "txtToPage"
-                                   << "2";
         QTest::newRow("missing file list") << "dlgErrLog"
                                            << "listErr"
                                            << "";
