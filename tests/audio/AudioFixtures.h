@@ -1,11 +1,8 @@
 #pragma once
 
-// Recordings made at test time, so that no audio is kept in the repository: tones and
-// speech-like sound written through libsndfile as WAV, FLAC or MP3, and speech from espeak-ng.
+// Recordings made at test time (no audio kept in the repository), written through libsndfile.
 
 #include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QString>
 
 #include <cmath>
@@ -84,14 +81,5 @@ inline bool write(const QString &path, const Sound &sound, int format)
 constexpr int Wav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
 constexpr int Flac16 = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
 constexpr int Mp3 = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
-
-/// Speech from espeak-ng as a WAV file; false when espeak-ng is not installed.
-inline bool speak(const QString &text, const QString &path)
-{
-    const QString espeak = QStandardPaths::findExecutable(QStringLiteral("espeak-ng"));
-    if (espeak.isEmpty())
-        return false;
-    return QProcess::execute(espeak, {QStringLiteral("-w"), path, text}) == 0 && QFile::exists(path);
-}
 
 } // namespace AudioFixtures

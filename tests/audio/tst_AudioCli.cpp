@@ -65,9 +65,6 @@ private slots:
         QTest::newRow("named after the recording")
             << QStringList {"hello.wav"} << QStringList() << 0 << "HELLO.MP2  0:02.0  -16.0 LUFS\n"
             << "" << QStringList {"HELLO.MP2"};
-        QTest::newRow("loudness target") << QStringList {"hello.wav"} << QStringList {"--loudness", "-23"}
-                                         << 0 << "HELLO.MP2  0:02.0  -23.0 LUFS\n"
-                                         << "" << QStringList {"HELLO.MP2"};
         QTest::newRow("name that does not fit")
             << QStringList {"good morning.flac"} << QStringList() << 2 << ""
             << "its name does not fit a sentence (at most 8 characters before .MP2, no blanks or \\ / : * ? "
@@ -78,18 +75,6 @@ private slots:
             << QStringList {"good morning.flac"} << QStringList {"--name", "morning"} << 0
             << "MORNING.MP2  0:01.5  -16.0 LUFS\n"
             << "" << QStringList {"MORNING.MP2"};
-        QTest::newRow("--name too long")
-            << QStringList {"hello.wav"} << QStringList {"--name", "greetings"} << 2 << ""
-            << "Not a sentence name: greetings" << QStringList();
-        QTest::newRow("--name with two recordings")
-            << QStringList {"hello.wav", "silence.wav"} << QStringList {"--name", "x"} << 2 << ""
-            << "--name names one sentence" << QStringList();
-        QTest::newRow("unknown quality")
-            << QStringList {"hello.wav"} << QStringList {"--quality", "best"} << 2 << ""
-            << "Unknown quality: best" << QStringList();
-        QTest::newRow("not a loudness")
-            << QStringList {"hello.wav"} << QStringList {"--loudness", "loud"} << 2 << ""
-            << "Not a loudness: loud" << QStringList();
         QTest::newRow("a silent one among good ones")
             << QStringList {"hello.wav", "silence.wav", "good morning.flac"} << QStringList() << 2
             << "HELLO.MP2  0:02.0  -16.0 LUFS\n"
@@ -116,21 +101,6 @@ private slots:
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), written);
         for (const QString &name : written)
             QVERIFY(IsValidMp2File(folder.filePath(name)));
-    }
-
-    void highQualityIs44kHz128k()
-    {
-        QTemporaryDir folder;
-        const Run run
-            = cli({QStringLiteral("import"), recording(QStringLiteral("hello.wav")), QStringLiteral("--to"),
-                   folder.path(), QStringLiteral("--quality"), QStringLiteral("high")});
-        QCOMPARE(run.code, 0);
-        QFile file(folder.filePath(QStringLiteral("HELLO.MP2")));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray header = file.read(4);
-        QCOMPARE(quint8(header[2]) & 0xF0, 0x80); // 128 kbit/s
-        QCOMPARE(quint8(header[2]) & 0x0C, 0x00); // 44.1 kHz
-        QCOMPARE(quint8(header[3]) & 0xC0, 0xC0); // mono
     }
 
     void existingSentenceNeedsForce()
@@ -172,16 +142,6 @@ private slots:
         QVERIFY(run.out.contains(QStringLiteral("  device:    plays it\n")));
         QVERIFY(run.out.contains(QStringLiteral("WAV (Microsoft), Signed 16 bit PCM, 48000 Hz, stereo\n")));
         QVERIFY(run.out.contains(QStringLiteral("  device:    refuses it")));
-    }
-
-    void infoOnWhatIsNotAudio()
-    {
-        const Run run = cli({QStringLiteral("info"), QStringLiteral(DQ480_CLI)});
-        QCOMPARE(run.code, 2);
-        QVERIFY2(
-            run.err.startsWith(QStringLiteral("Cannot read %1: it is not a recording this program can read")
-                                   .arg(QStringLiteral(DQ480_CLI))),
-            qPrintable(run.err));
     }
 
     // The sample project the README offers: its script runs into any folder, and its project goes
@@ -233,14 +193,6 @@ private slots:
             QCOMPARE(readAll(contents.filePath(name)),
                      readAll(folder.filePath(QStringLiteral("home/SAMPLE/") + name)));
         }
-    }
-
-    void helpTellsImportAndInfo()
-    {
-        const Run run = cli({QStringLiteral("--help")});
-        QVERIFY(run.out.contains(
-            QStringLiteral("  import IN... --to FOLDER [--name NAME] [--quality standard|high]")));
-        QVERIFY(run.out.contains(QStringLiteral("  info FILE...")));
     }
 };
 

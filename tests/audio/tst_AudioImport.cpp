@@ -16,7 +16,7 @@ using namespace AudioFixtures;
 
 namespace {
 
-enum class Source { SineWav48Stereo, SpeechEspeak, SpeechFlac, SpeechMp3, SineWav44Mono, ShortChime };
+enum class Source { SineWav48Stereo, SpeechFlac, SpeechMp3, ShortChime };
 
 // The loudness an MP2 plays at, measured as the import measures: one channel at its own rate.
 double playedLoudness(const QString &mp2)
@@ -57,33 +57,19 @@ class tst_AudioImport : public QObject
 
     QString makeSource(Source source)
     {
+        const auto made = [&](const char *name, const Sound &sound, int format) {
+            const QString path = m_dir.filePath(QLatin1String(name));
+            return write(path, sound, format) ? path : QString();
+        };
         switch (source) {
-        case Source::SineWav48Stereo: {
-            const QString path = m_dir.filePath(QStringLiteral("sine48.wav"));
-            return write(path, atLoudness(sine(1000.0, 4.0, 48000, 2, 0.1), -30.0), Wav16) ? path : QString();
-        }
-        case Source::SpeechEspeak: {
-            const QString path = m_dir.filePath(QStringLiteral("espeak.wav"));
-            return speak(QStringLiteral("The next train to the airport leaves from platform three."), path)
-                ? path
-                : QString();
-        }
-        case Source::SpeechFlac: {
-            const QString path = m_dir.filePath(QStringLiteral("speech.flac"));
-            return write(path, speechLike(5.0, 48000, 2), Flac16) ? path : QString();
-        }
-        case Source::SpeechMp3: {
-            const QString path = m_dir.filePath(QStringLiteral("speech.mp3"));
-            return write(path, speechLike(5.0, 44100, 2), Mp3) ? path : QString();
-        }
-        case Source::SineWav44Mono: {
-            const QString path = m_dir.filePath(QStringLiteral("sine44.wav"));
-            return write(path, sine(440.0, 3.3, 44100, 1, 0.3), Wav16) ? path : QString();
-        }
-        case Source::ShortChime: {
-            const QString path = m_dir.filePath(QStringLiteral("chime.wav"));
-            return write(path, sine(880.0, 0.25, 48000, 1, 0.1), Wav16) ? path : QString();
-        }
+        case Source::SineWav48Stereo:
+            return made("sine48.wav", atLoudness(sine(1000.0, 4.0, 48000, 2, 0.1), -30.0), Wav16);
+        case Source::SpeechFlac:
+            return made("speech.flac", speechLike(5.0, 48000, 2), Flac16);
+        case Source::SpeechMp3:
+            return made("speech.mp3", speechLike(5.0, 44100, 2), Mp3);
+        case Source::ShortChime:
+            return made("chime.wav", sine(880.0, 0.25, 48000, 1, 0.1), Wav16);
         }
         return {};
     }
@@ -97,16 +83,11 @@ private slots:
         QTest::addColumn<int>("rate");
         QTest::newRow("sine 48 kHz stereo at -30 LUFS")
             << Source::SineWav48Stereo << Mp2Quality::Standard << -16.0 << 32000;
-        QTest::newRow("sine 48 kHz stereo, high")
-            << Source::SineWav48Stereo << Mp2Quality::High << -16.0 << 44100;
-        // The synthesizer's peaks stand close to full scale: a target that the ceiling allows.
-        QTest::newRow("espeak-ng speech") << Source::SpeechEspeak << Mp2Quality::Standard << -23.0 << 32000;
         QTest::newRow("FLAC speech") << Source::SpeechFlac << Mp2Quality::Standard << -20.0 << 32000;
         QTest::newRow("MP3 speech") << Source::SpeechMp3 << Mp2Quality::High << -20.0 << 44100;
         // Shorter than the 400 ms the loudness meter needs.
         QTest::newRow("chime of a quarter second")
             << Source::ShortChime << Mp2Quality::Standard << -16.0 << 32000;
-        QTest::newRow("WAV 44.1 kHz mono") << Source::SineWav44Mono << Mp2Quality::Standard << -18.0 << 32000;
     }
     void roundTrip()
     {
@@ -116,7 +97,7 @@ private slots:
         QFETCH(int, rate);
         const QString input = makeSource(source);
         if (input.isEmpty())
-            QSKIP("this machine cannot make the recording (espeak-ng, or libsndfile without MP3)");
+            QSKIP("libsndfile cannot write MP3 here");
         DecodedAudio original;
         QString error;
         QVERIFY2(decodeAudioFile(input, original, error), qPrintable(error));
@@ -176,43 +157,18 @@ private slots:
                  qPrintable(QString::number(*mp2Duration(output))));
     }
 
-    void loudnessOffKeepsLevel()
-    {
-        const QString input = m_dir.filePath(QStringLiteral("quiet.wav"));
-        QVERIFY(write(input, atLoudness(sine(1000.0, 3.0, 32000, 1, 0.1), -30.0), Wav16));
-        ImportOptions options;
-        options.targetLufs.reset();
-        ImportResult result;
-        QString error;
-        const QString output = m_dir.filePath(QStringLiteral("QUIET.MP2"));
-        QVERIFY2(importRecording(input, output, options, result, error), qPrintable(error));
-        QVERIFY(std::fabs(playedLoudness(output) - -30.0) <= 1.0);
-    }
-
     void refusedInputLeavesNothing_data()
     {
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("reason");
-        QTest::newRow("missing") << "missing"
-                                 << "it cannot be read";
         QTest::newRow("not audio") << "text"
                                    << "it is not a recording this program can read";
-        QTest::newRow("corrupt WAV") << "corrupt"
-                                     << "it is not a recording this program can read";
         QTest::newRow("truncated WAV") << "truncatedWav"
                                        << "it is truncated";
-        QTest::newRow("truncated FLAC") << "truncatedFlac"
-                                        << "it is truncated";
-        QTest::newRow("MPEG name, no MPEG inside") << "fakeMp3"
-                                                   << "no MPEG audio found";
-        QTest::newRow("digital silence") << "silent"
-                                         << "it is silent";
         QTest::newRow("hiss under -50 dBFS") << "hiss"
                                              << "it is silent";
         QTest::newRow("31 minutes") << "tooLong"
                                     << "it is longer than 30 minutes";
-        QTest::newRow("cancelled") << "cancelled"
-                                   << "the import was cancelled";
     }
     void refusedInputLeavesNothing()
     {
@@ -220,52 +176,25 @@ private slots:
         QFETCH(QString, reason);
         QTemporaryDir inputs;
         QTemporaryDir outputs;
-        const QString good = inputs.filePath(QStringLiteral("good.wav"));
-        QVERIFY(write(good, sine(440.0, 2.0, 48000, 2, 0.3), Wav16));
-        QString input = inputs.filePath(QStringLiteral("rec.wav"));
+        const QString input = inputs.filePath(QStringLiteral("rec.wav"));
         std::atomic<bool> cancel = false;
-        const auto truncatedCopy = [&](const QString &whole, int keep) {
-            QFile file(whole);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            QFile cut(input);
-            QVERIFY(cut.open(QIODevice::WriteOnly));
-            cut.write(file.read(keep));
-        };
-        if (kind == QLatin1String("missing")) {
-        } else if (kind == QLatin1String("text")) {
+        if (kind == QLatin1String("text")) {
             QFile file(input);
             QVERIFY(file.open(QIODevice::WriteOnly));
             file.write("These are the words of the announcement, not their sound.\n");
-        } else if (kind == QLatin1String("corrupt")) {
-            QFile source(good);
-            QVERIFY(source.open(QIODevice::ReadOnly));
-            QByteArray bytes = source.readAll();
-            bytes.replace(0, 20, QByteArray(20, '\x5a'));
-            QFile file(input);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(bytes);
         } else if (kind == QLatin1String("truncatedWav")) {
-            truncatedCopy(good, 50000);
-        } else if (kind == QLatin1String("truncatedFlac")) {
-            const QString flac = inputs.filePath(QStringLiteral("whole.flac"));
-            QVERIFY(write(flac, speechLike(3.0, 48000, 2), Flac16));
-            input = inputs.filePath(QStringLiteral("rec.flac"));
-            truncatedCopy(flac, int(QFileInfo(flac).size() / 2));
-        } else if (kind == QLatin1String("fakeMp3")) {
-            input = inputs.filePath(QStringLiteral("rec.mp3"));
-            QFile file(input);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(QByteArray(20000, '\x11'));
-        } else if (kind == QLatin1String("silent")) {
-            QVERIFY(write(input, sine(440.0, 2.0, 48000, 2, 0.0), Wav16));
+            const QString good = inputs.filePath(QStringLiteral("good.wav"));
+            QVERIFY(write(good, sine(440.0, 2.0, 48000, 2, 0.3), Wav16));
+            QFile file(good);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QFile cut(input);
+            QVERIFY(cut.open(QIODevice::WriteOnly));
+            cut.write(file.read(50000));
         } else if (kind == QLatin1String("hiss")) {
             QVERIFY(write(input, sine(3000.0, 2.0, 48000, 2, 0.002), Wav16));
         } else if (kind == QLatin1String("tooLong")) {
             // 31 minutes at a low rate keeps the file small; the length is what counts.
             QVERIFY(write(input, sine(100.0, 31 * 60, 1000, 1, 0.3), SF_FORMAT_WAV | SF_FORMAT_PCM_U8));
-        } else if (kind == QLatin1String("cancelled")) {
-            input = good;
-            cancel = true;
         }
         ImportOptions options;
         options.cancel = &cancel;
@@ -304,62 +233,17 @@ private slots:
         QCOMPARE(old.readAll(), QByteArray("old sentence"));
     }
 
-    void infoProbe()
-    {
-        const QString input = m_dir.filePath(QStringLiteral("probe.wav"));
-        QVERIFY(write(input, atLoudness(sine(1000.0, 2.5, 48000, 2, 0.1), -30.0), Wav16));
-        AudioInfo info;
-        QString error;
-        QVERIFY2(probeAudioFile(input, info, error), qPrintable(error));
-        QVERIFY(info.format.startsWith(QStringLiteral("WAV")));
-        QCOMPARE(info.sampleRate, 48000);
-        QCOMPARE(info.channels, 2);
-        QCOMPARE(formatDuration(info.seconds), QStringLiteral("0:02.5"));
-        QVERIFY(std::fabs(info.integratedLufs - -30.0) < 0.1);
-        QVERIFY(!info.deviceAccepts);
-
-        const QString mp2 = m_dir.filePath(QStringLiteral("PROBE.MP2"));
-        ImportResult result;
-        QVERIFY2(importRecording(input, mp2, ImportOptions(), result, error), qPrintable(error));
-        QVERIFY2(probeAudioFile(mp2, info, error), qPrintable(error));
-        QCOMPARE(info.format, QStringLiteral("MPEG-1 Layer II, 64 kbit/s"));
-        QCOMPARE(info.sampleRate, 32000);
-        QCOMPARE(info.channels, 1);
-        QVERIFY(info.deviceAccepts);
-    }
-
-    void durationText_data()
-    {
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("zero") << 0.0 << "0:00.0";
-        QTest::newRow("rounds to a tenth") << 3.46 << "0:03.5";
-        QTest::newRow("a minute and more") << 65.3 << "1:05.3";
-        QTest::newRow("59.96 rounds up to the next minute") << 59.96 << "1:00.0";
-        QTest::newRow("half an hour") << 1800.0 << "30:00.0";
-    }
-    void durationText()
-    {
-        QFETCH(double, seconds);
-        QFETCH(QString, text);
-        QCOMPARE(formatDuration(seconds), text);
-    }
-
     void sentenceNames_data()
     {
         QTest::addColumn<QString>("recording");
         QTest::addColumn<bool>("fits");
         QTest::addColumn<QString>("proposed");
-        QTest::newRow("short, lower case") << "hello.wav" << true << "HELLO.MP2";
         QTest::newRow("eight characters") << "Platform.flac" << true << "PLATFORM.MP2";
         QTest::newRow("nine characters") << "platforms.wav" << false << "PLATFORM.MP2";
         QTest::newRow("blank") << "good morning.wav" << false << "GOOD_MOR.MP2";
-        QTest::newRow("comma") << "a,b.mp3" << false << "A_B.MP2";
-        QTest::newRow("semicolon") << "x;y.ogg" << false << "X_Y.MP2";
         QTest::newRow("not ASCII") << QStringLiteral("ansage\u00e4.wav") << false << "ANSAGE.MP2";
         QTest::newRow("nothing usable")
             << QStringLiteral("\u304a\u77e5\u3089\u305b.wav") << false << "SENTENCE.MP2";
-        QTest::newRow("only full stops") << "...wav" << false << "SENTENCE.MP2";
     }
     void sentenceNames()
     {
@@ -369,13 +253,6 @@ private slots:
         QCOMPARE(isFittingSentenceName(QFileInfo(recording).completeBaseName()), fits);
         QCOMPARE(proposeSentenceName(recording), proposed);
         QVERIFY(isFittingSentenceName(proposed));
-    }
-
-    void proposalAvoidsTakenNames()
-    {
-        const QStringList taken {QStringLiteral("GOOD_MOR.MP2"), QStringLiteral("good_mo2.mp2")};
-        QCOMPARE(proposeSentenceName(QStringLiteral("/rec/Good morning.wav"), taken),
-                 QStringLiteral("GOOD_MO3.MP2"));
     }
 };
 

@@ -6,7 +6,6 @@
 #include "Mp2File.h"
 #include "RecordingImport.h"
 #include "SentenceFolders.h"
-#include "SentencePlayer.h"
 #include "TestFiles.h"
 #include "TestMounts.h"
 #include "dlgPcCa.h"
@@ -104,51 +103,6 @@ private slots:
         findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaOk"))->click();
         QCOMPARE(state().Setting.SentenceFileName[3], QStringLiteral("GOOD_MOR.MP2"));
         QVERIFY(SentenceFilesPresent(state()));
-    }
-
-    // Each entry shows its sentence's playing time beside it, and screen readers hear it with the
-    // box; the times follow the entries when they move.
-    void everyEntryShowsItsTime_data()
-    {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QStringList>("times");
-        QTest::newRow("as dropped") << QString() << QStringList {"0:01.5", "", "0:02.0", ""};
-        QTest::newRow("insert") << "cmdPcCaIns" << QStringList {"", "0:01.5", "", "0:02.0"};
-        QTest::newRow("delete") << "cmdPcCaDel" << QStringList {"", "0:02.0", "", ""};
-        QTest::newRow("move forward") << "cmdPcCaMov" << QStringList {"0:01.5", "0:02.0", "", ""};
-    }
-    void everyEntryShowsItsTime()
-    {
-        QFETCH(QString, command);
-        QFETCH(QStringList, times);
-        dlgPcCa dialog(f->context, nullptr);
-        dropOn(dialog.box(2), {recording(QStringLiteral("good morning.flac"))});
-        dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
-        if (!command.isEmpty())
-            findControl<QPushButton>(&dialog, command)->click();
-        QCOMPARE(shownTimes(dialog, 4), times);
-        for (int i = 0; i < 4; ++i)
-            QCOMPARE(dialog.box(i)->accessibleDescription(),
-                     times[i].isEmpty() ? QString() : QStringLiteral("Playing time ") + times[i]);
-    }
-
-    // Applied sentences show their times when the table opens again; a name without a file, or
-    // a box emptied, shows none.
-    void timesOfStoredSentences()
-    {
-        {
-            dlgPcCa dialog(f->context, nullptr);
-            dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
-            findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaOk"))->click();
-        }
-        state().SettingBuffer.SentenceFileName[1] = QStringLiteral("GONE.MP2");
-        state().Setting.SentenceFileName[1] = QStringLiteral("GONE.MP2");
-        dlgPcCa dialog(f->context, nullptr);
-        QCOMPARE(shownTimes(dialog, 2), (QStringList {QStringLiteral("0:01.5"), QString()}));
-        dialog.box(0)->clear();
-        QVERIFY(dialog.TxtPcCa_LostFocus(0));
-        QCOMPARE(shownTimes(dialog, 1), QStringList {QString()});
-        QCOMPARE(dialog.box(0)->accessibleDescription(), QString());
     }
 
     // Recordings chosen in the file dialog are imported from the current box on, as dropped ones
@@ -277,30 +231,6 @@ private slots:
         for (const RecordingJob &job : jobs)
             QCOMPARE(job.error, QStringLiteral("The import was cancelled."));
         QCOMPARE(QDir(out.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
-    }
-
-    void playNeedsAnAudioOutput()
-    {
-        dlgPcCa dialog(f->context, nullptr);
-        auto *play = findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaPlay"));
-        QCOMPARE(play->isEnabled(), SentencePlayer::hasOutput());
-        if (!play->isEnabled())
-            QCOMPARE(play->toolTip(), QStringLiteral("This PC has no audio output."));
-    }
-
-    // A sentence named in the table is found where the dialog keeps it: the work folder before the
-    // project's folder and the sentence folder.
-    void soundFileOfAnEntry()
-    {
-        QTemporaryDir voice;
-        state().SentencePath = voice.path() + QLatin1Char('/');
-        writeTestFile(voice.filePath(QStringLiteral("a.mp2")), "voice");
-        QCOMPARE(sentenceSoundFile(state(), QStringLiteral("A.MP2")),
-                 voice.filePath(QStringLiteral("a.mp2")));
-        QDir().mkpath(f->home.filePath(QStringLiteral("SoundTmp")));
-        writeTestFile(workFile(QStringLiteral("A.MP2")), "work");
-        QCOMPARE(sentenceSoundFile(state(), QStringLiteral("a.mp2")), workFile(QStringLiteral("A.MP2")));
-        QVERIFY(sentenceSoundFile(state(), QStringLiteral("B.MP2")).isEmpty());
     }
 
     void mp2FilesAreStillCopied()

@@ -6,28 +6,24 @@ import subprocess
 
 from desktop import JourneyFailed, wait_until
 
+WINDOW_ROLES = ("frame", "dialog", "alert", "window", "internal frame", "file chooser")
+
 
 class Operator:
-    def __init__(self, pyatspi, app_name="dq480", on_message=None):
+    def __init__(self, pyatspi):
         self.at = pyatspi
-        self.app_name = app_name
-        self.on_message = on_message  # called with each message's text before it is answered
 
     # --- looking -------------------------------------------------------------------------------
 
-    def events(self):
-        """Lets libatspi take in what the bus has announced (windows and applications coming and
-        going), which it does only while its main loop runs."""
+    def app(self):
+        # libatspi takes in windows and applications coming and going only while its loop runs.
         from gi.repository import GLib
 
         context = GLib.MainContext.default()
         while context.pending():
             context.iteration(False)
-
-    def app(self):
-        self.events()
         for app in self.at.Registry.getDesktop(0):
-            if app is not None and app.name == self.app_name:
+            if app is not None and app.name == "dq480":
                 return app
         return None
 
@@ -49,44 +45,33 @@ class Operator:
                 continue
             stack.extend(reversed(children))
 
-    def find_all(self, root, role, name=None, description=None):
+    def find_all(self, root, role, name=None):
         found = []
         for node in self.walk(root):
             try:
-                if node.getRoleName() != role:
-                    continue
-                if name is not None and node.name != name:
-                    continue
-                if description is not None and node.description != description:
-                    continue
+                if node.getRoleName() == role and (name is None or node.name == name):
+                    found.append(node)
             except Exception:
                 continue
-            found.append(node)
         return found
 
     def windows(self):
         """The top-level windows and the document windows inside the main window, newest last."""
         app = self.app()
-        if app is None:
-            return []
         result = []
-        for node in self.walk(app):
+        for node in self.walk(app) if app is not None else []:
             try:
-                role = node.getRoleName()
+                if node.getRoleName() in WINDOW_ROLES:
+                    result.append(node)
             except Exception:
                 continue
-            if role in ("frame", "dialog", "alert", "window", "internal frame", "file chooser"):
-                result.append(node)
         return result
 
     def main_window(self, timeout=30.0):
         """The main window, looked up afresh: its accessible object is replaced while it starts."""
 
         def match():
-            app = self.app()
-            if app is None:
-                return None
-            for node in app:
+            for node in self.app() or []:
                 if node is not None and node.getRoleName() == "frame" and self.showing(node) \
                         and self.find_all(node, "menu bar"):
                     return node
@@ -94,31 +79,29 @@ class Operator:
 
         return wait_until(match, "the main window", timeout)
 
+    def started(self):
+        """The main window once the splash has closed by itself."""
+        main = self.main_window()
+        wait_until(lambda: not any(w.getRoleName() == "dialog" for w in self.windows()),
+                   "the splash window to close", timeout=10)
+        return main
+
     def window(self, title, timeout=15.0, exact=False):
         """The showing window whose title starts with (or is) `title`."""
-
-        def match():
-            for node in reversed(self.windows()):
-                if node.name == title or (not exact and node.name.startswith(title)):
-                    return node
-            return None
-
-        return wait_until(match, f"the window '{title}'", timeout)
+        return wait_until(lambda: next((w for w in reversed(self.windows()) if w.name == title
+                                        or (not exact and w.name.startswith(title))), None),
+                          f"the window '{title}'", timeout)
 
     def gone(self, title, timeout=15.0):
         wait_until(lambda: not any(w.name.startswith(title) for w in self.windows()),
                    f"the window '{title}' to close", timeout)
 
-    def control(self, root, role, name=None, description=None, index=0, timeout=15.0):
-        def match():
-            found = self.find_all(root, role, name, description)
-            return found[index] if len(found) > index else None
-
-        return wait_until(match, f"{role} '{name or description or ''}' in '{root.name}'", timeout)
+    def control(self, root, role, name=None, timeout=15.0):
+        return wait_until(lambda: next(iter(self.find_all(root, role, name)), None),
+                          f"{role} '{name or ''}' in '{root.name}'", timeout)
 
     def beside(self, root, label, role="text", timeout=15.0):
-        """The control right of the label `label` on the same line: how an operator finds a box
-        whose name the accessibility tree does not carry."""
+        """The control right of the label `label` on the same line (the tree does not name it)."""
 
         def match():
             caption = self.find_all(root, "label", label)
@@ -149,29 +132,10 @@ class Operator:
     def focused(self, acc):
         return acc.getState().contains(self.at.STATE_FOCUSED)
 
-    def checked(self, acc):
-        return acc.getState().contains(self.at.STATE_CHECKED)
-
-    def message_box(self, text, timeout=15.0):
-        """The message box showing exactly `text`."""
-
-        def match():
-            for node in reversed(self.windows()):
-                if node.getRoleName() not in ("dialog", "alert"):
-                    continue
-                for label in self.find_all(node, "label"):
-                    if label.name == text or self.text_of(label) == text:
-                        return node
-            return None
-
-        return wait_until(match, f"the message '{text}'", timeout)
-
-    def message_texts(self):
-        texts = []
-        for node in self.windows():
-            if node.getRoleName() in ("dialog", "alert"):
-                texts.extend(self.text_of(label) for label in self.find_all(node, "label"))
-        return texts
+    def message_labels(self):
+        """(message box, label) for every label of every showing message box, newest box last."""
+        return [(node, label) for node in self.windows()
+                if node.getRoleName() in ("dialog", "alert") for label in self.find_all(node, "label")]
 
     # --- acting --------------------------------------------------------------------------------
 
@@ -190,20 +154,21 @@ class Operator:
         x, y = self.centre(acc)
         self.xdotool("mousemove", "--sync", str(x), str(y), "click", "1")
 
-    def press(self, root, caption, description=None, timeout=15.0):
-        """Clicks the enabled push button `caption` of `root`."""
-        button = self.control(root, "push button", caption, description, timeout=timeout)
+    def press(self, root, caption, timeout=15.0):
+        """Clicks the push button `caption` of `root` once it is enabled."""
+        button = self.control(root, "push button", caption, timeout=timeout)
         wait_until(lambda: self.enabled(button), f"the button '{caption}' to be enabled", timeout)
         self.click(button)
         return button
 
     def answer(self, text, caption):
-        """Answers the message box `text` by clicking its button `caption`, and waits for it to go."""
-        box = self.message_box(text)
-        if self.on_message:
-            self.on_message(text)
+        """Answers the message box showing exactly `text` with its button `caption`."""
+        box = wait_until(lambda: next((b for b, label in reversed(self.message_labels())
+                                       if label.name == text or self.text_of(label) == text), None),
+                         f"the message '{text}'")
         self.press(box, caption)
-        wait_until(lambda: text not in self.message_texts(), f"the message '{text}' to close")
+        wait_until(lambda: text not in [self.text_of(label) for _, label in self.message_labels()],
+                   f"the message '{text}' to close")
 
     def key(self, *keys):
         self.xdotool("key", "--delay", "30", *keys)
@@ -212,7 +177,6 @@ class Operator:
         self.xdotool("type", "--delay", "15", text)
 
     def focus(self, acc):
-        """Clicks into an input and waits until it has the keyboard."""
         self.click(acc)
         wait_until(lambda: self.focused(acc), f"'{acc.name}' to take the focus")
 
@@ -225,11 +189,9 @@ class Operator:
     def menu(self, *path):
         """Opens the main window's menus along `path` and clicks the last item."""
         bar = self.control(self.main_window(), "menu bar")
-        item = self.control(bar, "menu item", path[0])
-        self.click(item)
+        self.click(self.control(bar, "menu item", path[0]))
         for caption in path[1:]:
-            item = wait_until(lambda: self._menu_item(caption), f"the menu item '{caption}'")
-            self.click(item)
+            self.click(wait_until(lambda: self._menu_item(caption), f"the menu item '{caption}'"))
 
     def _menu_item(self, caption):
         """The showing item `caption` of an open menu (the menu bar's own items have other names)."""
@@ -243,10 +205,8 @@ class Operator:
         return None
 
     def bring_forward(self, frame):
-        """Makes the document window `frame` the active one (Ctrl+Tab through the main window's
-        documents, as on the keyboard), so clicks land on it and not on a window over it."""
-        siblings = [w for w in frame.parent if w is not None and self.showing(w)]
-        if len(siblings) == 1:
+        """Makes the document window `frame` the active one with Ctrl+Tab, as on the keyboard."""
+        if len([w for w in frame.parent if w is not None and self.showing(w)]) == 1:
             return frame
         for _ in range(10):
             if self.focused(frame):

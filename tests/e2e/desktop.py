@@ -2,7 +2,9 @@
 and accessibility bus, a FAT16 card image mounted through fusefat, and helpers that find controls in
 the accessibility tree and press them with the real mouse and keyboard."""
 
+import argparse
 import ctypes
+import importlib.util
 import math
 import os
 import shutil
@@ -185,6 +187,14 @@ class Desktop:
         self.processes.append(process)
         return process
 
+    def step(self, name, action):
+        """Runs one step of a journey and keeps a screenshot of where it ended."""
+        print(f"--- {name}", flush=True)
+        try:
+            return action()
+        finally:
+            self.screenshot(name)
+
     def screenshot(self, name):
         self.shots += 1
         path = os.path.join(self.artifacts, f"{self.shots:02d}-{name}.png")
@@ -235,3 +245,28 @@ def run_journey(args, prefix, body):
     if result == 0:
         print(f"PASS in {time.monotonic() - started:.0f} s")
     return result
+
+
+def journey_main(doc, prefix, check, body, extra=()):
+    """The command line of a journey: --dq480, the `extra` options, --artifacts and --keep; `check`
+    raises Skip for what the machine lacks, then `body(args, desktop, workdir)` runs."""
+    parser = argparse.ArgumentParser(description=doc.splitlines()[0])
+    parser.add_argument("--dq480", required=True)
+    for name, options in extra:
+        parser.add_argument(name, **options)
+    parser.add_argument("--artifacts", required=True)
+    parser.add_argument("--keep", action="store_true", help="keep the screenshots after success")
+    args = parser.parse_args()
+    try:
+        require_tools(["Xvfb", "dbus-daemon", "xdotool", "import"])
+        # Imported only once the private session bus exists: it binds to the bus it finds.
+        if importlib.util.find_spec("pyatspi") is None:
+            raise Skip("python3-pyatspi is not installed")
+        check(args)
+    except Skip as reason:
+        print(f"SKIP: {reason}")
+        return SKIP
+    except JourneyFailed as error:
+        print(f"FAILED: {error}")
+        return 1
+    return run_journey(args, prefix, lambda desktop, workdir: body(args, desktop, workdir))

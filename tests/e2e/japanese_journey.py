@@ -6,19 +6,20 @@ a Japanese message box, and the program's end through the menus.
 
 Usage: japanese_journey.py --dq480 PATH --artifacts DIR [--scale N] [--keep]"""
 
-import argparse
-import importlib.util
 import os
 import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from desktop import SKIP, Skip, require_tools, run_journey, wait_until  # noqa: E402
+from desktop import journey_main, wait_until  # noqa: E402
 
 INCORRECT_VALUE = "不正な値が入力されました。"
 
 
 def journey(args, desktop, workdir):
+    # The same room in device-independent pixels at every scale, as a HiDPI screen gives.
+    scale = float(args.scale)
+    desktop.start(f"{round(1280 * scale)}x{round(1024 * scale)}x24")
     import pyatspi  # needs the session bus chosen by the desktop
 
     from atspi_operator import Operator
@@ -29,7 +30,7 @@ def journey(args, desktop, workdir):
 
         def centre(self, acc):
             x, y = super().centre(acc)
-            return round(x * float(args.scale)), round(y * float(args.scale))
+            return round(x * scale), round(y * scale)
 
     op = ScaledOperator(pyatspi)
     home = os.path.join(workdir, "dq480-home")
@@ -38,21 +39,8 @@ def journey(args, desktop, workdir):
     os.environ["LANGUAGE"] = "ja"
     os.environ["QT_SCALE_FACTOR"] = args.scale
 
-    def step(name, action):
-        print(f"--- {name}", flush=True)
-        try:
-            return action()
-        finally:
-            desktop.screenshot(name)
-
     app = desktop.launch(args.dq480)
-
-    def start():
-        op.main_window()
-        wait_until(lambda: not any(w.getRoleName() == "dialog" for w in op.windows()),
-                   "the splash window to close", timeout=10)
-
-    step("start", start)
+    desktop.step("start", op.started)
 
     def new_project():
         op.menu("ファイル(F)", "新規作成(N)")
@@ -62,16 +50,15 @@ def journey(args, desktop, workdir):
         op.select_tab(edit, "データ情報", "text", "作成者:")
         return edit
 
-    edit = step("new-project", new_project)
+    edit = desktop.step("new-project", new_project)
 
     def refused_program_number():
         op.select_tab(edit, "プログラム", "push button", "開く")
-        box = op.control(edit, "text", "プログラム番号")
-        op.replace_text(box, "99")
+        op.replace_text(op.control(edit, "text", "プログラム番号"), "99")
         op.key("Return")
         op.answer(INCORRECT_VALUE, "OK")
 
-    step("refused-program-number", refused_program_number)
+    desktop.step("refused-program-number", refused_program_number)
 
     def leave():
         op.press(edit, "終了")
@@ -79,32 +66,9 @@ def journey(args, desktop, workdir):
         op.menu("ファイル(F)", "終了")
         wait_until(lambda: app.poll() is not None, "the program to end")
 
-    step("exit", leave)
-
-
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--dq480", required=True)
-    parser.add_argument("--artifacts", required=True)
-    parser.add_argument("--scale", default="1")
-    parser.add_argument("--keep", action="store_true", help="keep the screenshots after success")
-    args = parser.parse_args()
-    try:
-        require_tools(["Xvfb", "dbus-daemon", "xdotool", "import"])
-        if importlib.util.find_spec("pyatspi") is None:
-            raise Skip("python3-pyatspi is not installed")
-    except Skip as reason:
-        print(f"SKIP: {reason}")
-        return SKIP
-
-    def body(desktop, workdir):
-        # The same room in device-independent pixels at every scale, as a HiDPI screen gives.
-        scale = float(args.scale)
-        desktop.start(f"{round(1280 * scale)}x{round(1024 * scale)}x24")
-        journey(args, desktop, workdir)
-
-    return run_journey(args, "dq480-japanese-", body)
+    desktop.step("exit", leave)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(journey_main(__doc__, "dq480-japanese-", lambda args: None, journey,
+                          [("--scale", {"default": "1"})]))

@@ -8,23 +8,19 @@ checked with mtools and fsck.fat against dq480-cli's own conversion of the saved
 Usage: operator_journey.py --dq480 PATH --cli PATH --artifacts DIR [--keep]
 Screenshots of every step stay in DIR when the journey fails (always with --keep)."""
 
-import argparse
-import importlib.util
 import os
 import sys
-import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from desktop import (  # noqa: E402
-    SKIP,
     JourneyFailed,
     Skip,
     detach_foreign_mounts,
     isolate_mounts,
+    journey_main,
     require_tools,
     run,
-    run_journey,
     wait_until,
     write_mp2,
 )
@@ -52,23 +48,8 @@ class Journey:
         self.card = os.path.join(workdir, "card")
         self.saved = os.path.join(workdir, "projects", "harbour.stf")
         self.pdf = os.path.join(workdir, "projects", "all-settings.pdf")
-        self.op = Operator(pyatspi, on_message=self.message_shown)
+        self.op = Operator(pyatspi)
         self.app = None
-
-    def message_shown(self, text):
-        words = "".join(c if c.isalnum() else "-" for c in text.lower()).strip("-")
-        self.desktop.screenshot("message-" + "-".join(w for w in words.split("-") if w)[:40])
-
-    # --- steps -------------------------------------------------------------------------------
-
-    def step(self, name, action):
-        print(f"--- {name}", flush=True)
-        started = time.monotonic()
-        try:
-            action()
-        finally:
-            self.desktop.screenshot(name)
-        print(f"    {time.monotonic() - started:.1f} s", flush=True)
 
     def prepare(self):
         os.makedirs(self.home)
@@ -81,10 +62,7 @@ class Journey:
 
     def start_program(self):
         self.app = self.desktop.launch(self.args.dq480)
-        self.op.main_window()
-        # The splash closes by itself; the operator starts on the bare main window.
-        wait_until(lambda: not any(w.getRoleName() == "dialog" for w in self.op.windows()),
-                   "the splash window to close", timeout=10)
+        self.op.started()
 
     def new_project(self):
         self.op.menu("File(F)", "New(N)")
@@ -102,31 +80,36 @@ class Journey:
         wait_until(lambda: os.path.isdir(os.path.join(self.home, PROJECT)), "the project's folder")
 
     def sentence_table(self, edit):
-        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
-        self.op.press(edit, "Start sentence copy PC -> Card")
-        table = self.op.window("Card creation Sentence data copy PC -> Card")
+        table = self.open_sentence_table(edit)
         self.op.focus(self.op.control(table, "text", "001:"))
-        for number, name in enumerate(SENTENCES):
-            self.op.type(name)
-            self.op.key("Return")
-            # Enter takes the operator to the next box and leaves the table open.
-            box = self.op.control(table, "text", f"{number + 2:03d}:")
-            wait_until(lambda: self.op.focused(box), f"Enter to move on to box {number + 2:03d}")
+        self.type_with_enter(table, SENTENCES)
         self.check_boxes(table, SENTENCES)
         apply = self.op.press(table, "Apply")
         wait_until(lambda: not self.op.enabled(apply), "Apply to have been done")
         for name in SENTENCES:
             wait_until(lambda: os.path.isfile(os.path.join(self.home, PROJECT, name)),
                        f"{name} in the project's sentence folder")
-        self.desktop.screenshot("sentence-table-applied")
         self.op.press(table, "OK")
         self.op.gone("Card creation Sentence data copy PC -> Card")
+
+    def open_sentence_table(self, edit):
+        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
+        self.op.press(edit, "Start sentence copy PC -> Card")
+        return self.op.window("Card creation Sentence data copy PC -> Card")
 
     def check_boxes(self, window, expected):
         for number, text in enumerate(expected):
             box = self.op.control(window, "text", f"{number + 1:03d}:")
             wait_until(lambda: self.op.text_of(box) == text,
                        f"box {number + 1:03d} to read {text} (it reads {self.op.text_of(box)!r})", 2)
+
+    def type_with_enter(self, window, texts):
+        for number, text in enumerate(texts):
+            self.op.type(text)
+            self.op.key("Return")
+            # Enter takes the operator to the next box and leaves the window open.
+            box = self.op.control(window, "text", f"{number + 2:03d}:")
+            wait_until(lambda: self.op.focused(box), f"Enter to move on to box {number + 2:03d}")
 
     def program_one(self, edit):
         self.op.select_tab(edit, "Program", "push button", "Open")
@@ -144,12 +127,7 @@ class Journey:
         steps = self.op.window("Repeat - Step Input")
         self.op.focus(self.op.control(steps, "text", "001:"))
         self.op.key("ctrl+a")
-        for number, step in enumerate(STEPS):
-            self.op.type(step)
-            self.op.key("Return")
-            box = self.op.control(steps, "text", f"{number + 2:03d}:")
-            wait_until(lambda: self.op.focused(box), f"Enter to move on to step {number + 2:03d}")
-        self.desktop.screenshot("steps-typed")
+        self.type_with_enter(steps, STEPS)
         self.op.press(steps, "OK")
         self.op.gone("Repeat - Step Input")
         # The program window is where the operator goes on: in front, not under the card edit window.
@@ -183,7 +161,6 @@ class Journey:
         self.op.window(os.path.basename(self.saved), exact=True)
         if self.op.text_of(creator) != CREATOR + " and Bob":
             raise JourneyFailed("Cancel lost the pending edit")
-        self.desktop.screenshot("exit-cancelled")
         self.op.menu("File(F)", "Exit")
         self.op.answer(CONTENTS_QUESTION, "OK")
         wait_until(lambda: self.app.poll() is not None, "the program to end")
@@ -201,9 +178,7 @@ class Journey:
             field = self.op.control(edit, "text", caption)
             wait_until(lambda: self.op.text_of(field) == value,
                        f"{caption} to read {value!r} (it reads {self.op.text_of(field)!r})", 2)
-        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
-        self.op.press(edit, "Start sentence copy PC -> Card")
-        table = self.op.window("Card creation Sentence data copy PC -> Card")
+        table = self.open_sentence_table(edit)
         self.check_boxes(table, SENTENCES + [""])
         self.op.press(table, "Cancel")
         self.op.gone("Card creation Sentence data copy PC -> Card")
@@ -222,7 +197,6 @@ class Journey:
         self.op.press(program, "Step input")
         steps = self.op.window("Repeat - Step Input")
         self.check_boxes(steps, STEPS + [""])
-        self.desktop.screenshot(f"program-{number}-read-back")
         self.op.press(steps, "Close")
         self.op.gone("Repeat - Step Input")
         self.op.press(self.op.bring_forward(program), "Cancel")
@@ -291,67 +265,44 @@ class Journey:
             run(["cmp", os.path.join(self.home, name), os.path.join(copied, name)])
         run(["cmp", os.path.join(self.home, "SIN1KHZ.MP2"), os.path.join(copied, "SIN1KHZ.MP2")])
 
-    # --- the whole day -----------------------------------------------------------------------
-
     def run(self):
-        self.step("prepare", self.prepare)
-        self.step("start", self.start_program)
-        self.step("new-project", self.new_project)
+        self.desktop.step("prepare", self.prepare)
+        self.desktop.step("start", self.start_program)
+        self.desktop.step("new-project", self.new_project)
         edit = self.op.window("New File", exact=True)
-        self.step("sentence-table", lambda: self.sentence_table(edit))
-        self.step("program-1", lambda: self.program_one(edit))
-        self.step("save-as", self.save_as)
-        self.step("exit-with-pending-edit", self.exit_with_pending_edit)
-        self.step("open-again", self.open_again)
+        self.desktop.step("sentence-table", lambda: self.sentence_table(edit))
+        self.desktop.step("program-1", lambda: self.program_one(edit))
+        self.desktop.step("save-as", self.save_as)
+        self.desktop.step("exit-with-pending-edit", self.exit_with_pending_edit)
+        self.desktop.step("open-again", self.open_again)
         edit = self.op.window(os.path.basename(self.saved), exact=True)
-        self.step("card-write", lambda: self.card_write(edit))
-        self.step("card-to-pc", lambda: self.card_to_pc(edit))
-        self.step("program-copy", lambda: self.program_copy(edit))
-        self.step("print-all", self.print_all)
-        self.step("exit", self.last_exit)
-        self.step("check-card", self.check_card)
-
-
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--dq480", required=True)
-    parser.add_argument("--cli", required=True)
-    parser.add_argument("--artifacts", required=True)
-    parser.add_argument("--keep", action="store_true", help="keep the screenshots after success")
-    args = parser.parse_args()
-
-    try:
-        check_machine(args)
-        isolate_mounts([sys.executable, *sys.argv])
-    except Skip as reason:
-        print(f"SKIP: {reason}")
-        return SKIP
-    except JourneyFailed as error:
-        print(f"FAILED: {error}")
-        return 1
-
-    def body(desktop, workdir):
-        detach_foreign_mounts([args.dq480, args.cli, __file__])
-        desktop.start()
-        Journey(args, desktop, workdir).run()
-
-    return run_journey(args, "dq480-journey-", body)
+        self.desktop.step("card-write", lambda: self.card_write(edit))
+        self.desktop.step("card-to-pc", lambda: self.card_to_pc(edit))
+        self.desktop.step("program-copy", lambda: self.program_copy(edit))
+        self.desktop.step("print-all", self.print_all)
+        self.desktop.step("exit", self.last_exit)
+        self.desktop.step("check-card", self.check_card)
 
 
 def check_machine(args):
     if os.geteuid() != 0:
         raise Skip("mounting the card image through fusefat needs root")
-    require_tools(["Xvfb", "dbus-daemon", "xdotool", "import", "mkfs.fat", "fsck.fat", "fusefat",
-                   "fusermount", "mdir", "mcopy", "pdftotext", "unshare", "umount", "cmp"])
+    require_tools(["mkfs.fat", "fsck.fat", "fusefat", "fusermount", "mdir", "mcopy", "pdftotext",
+                   "unshare", "umount", "cmp"])
     if not os.path.exists("/dev/fuse"):
         raise Skip("no /dev/fuse on this machine")
-    # Imported only once the private session bus exists: it binds to the bus it finds.
-    if importlib.util.find_spec("pyatspi") is None:
-        raise Skip("python3-pyatspi is not installed")
     for program in (args.dq480, args.cli):
         if not os.access(program, os.X_OK):
             raise JourneyFailed(f"{program} is not built")
+    isolate_mounts([sys.executable, *sys.argv])
+
+
+def body(args, desktop, workdir):
+    detach_foreign_mounts([args.dq480, args.cli, __file__])
+    desktop.start()
+    Journey(args, desktop, workdir).run()
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(journey_main(__doc__, "dq480-journey-", check_machine, body,
+                          [("--cli", {"required": True})]))
