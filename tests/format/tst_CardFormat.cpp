@@ -1,6 +1,4 @@
-#include "CardFormatter.h"
 #include "FatVariant.h"
-#include "FormatCommand.h"
 #include "FuseImage.h"
 #include "GuiFixture.h"
 #include "InitialControlFile.h"
@@ -16,7 +14,6 @@
 #include <QMdiArea>
 #include <QProcess>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
 #include <QThread>
@@ -120,30 +117,6 @@ class tst_CardFormat : public QObject
     Q_OBJECT
 
 private slots:
-    void commandLine_data()
-    {
-        QTest::addColumn<bool>("fixed");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("command");
-        QTest::newRow("removable card") << false << ""
-                                        << "C:\\WINDOWS\\system32\\cmd.exe /c format.com E:/X "
-                                           "/FS:FAT<C:\\WINDOWS\\system32\\DQ480tmp\\FMT.tmp";
-        QTest::newRow("fixed drive keeps its label")
-            << true << "VOICE"
-            << "C:\\WINDOWS\\system32\\cmd.exe /c format.com E: /V:VOICE/X "
-               "/FS:FAT<C:\\WINDOWS\\system32\\DQ480tmp\\FMT_HDD.tmp";
-    }
-    void commandLine()
-    {
-        QFETCH(bool, fixed);
-        QFETCH(QString, label);
-        QFETCH(QString, command);
-        QCOMPARE(FormatCommand::commandLine(QStringLiteral("C:\\WINDOWS\\system32"), QStringLiteral("E:"),
-                                            fixed, label),
-                 command);
-        QCOMPARE(FormatCommand::fixedDriveAnswers(QStringLiteral("VOICE")), QStringLiteral("VOICE\r\nY\r\n"));
-    }
-
     void initialControlFileLeavesTheProjectAsItWas_data()
     {
         QTest::addColumn<bool>("cardReady");
@@ -266,66 +239,6 @@ private slots:
         QVERIFY(fsck.waitForFinished(30000));
         QVERIFY2(fsck.exitCode() == 0, fsck.readAllStandardOutput().constData());
         QVERIFY(f.msgBox.unexpected.isEmpty());
-    }
-
-    void aDriveThatIsGoneLeavesExitDisabled()
-    {
-        GuiFixture f;
-        f.state->CardSlot = QStringLiteral("/media/gone");
-        dlgFMT dialog(f.context, nullptr);
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("Format"));
-        QCOMPARE(dialog.progressText(), QStringLiteral(" Format FAT16 file system /media/gone"));
-        QVERIFY(!dialog.Form_Activate());
-        QVERIFY(!findControl<QPushButton>(&dialog, QStringLiteral("cmdOK"))->isEnabled());
-        QCOMPARE(dialog.progressText(), QStringLiteral(" Format FAT16 file system /media/gone"));
-    }
-
-    void aFatImageFormattedAndGivenItsControlFile()
-    {
-        if (QStandardPaths::findExecutable(QStringLiteral("mkfs.fat")).isEmpty()
-            || QStandardPaths::findExecutable(QStringLiteral("fsck.fat")).isEmpty())
-            QSKIP("mkfs.fat and fsck.fat (dosfstools) are not installed");
-        QTemporaryDir dir;
-        const QString image = dir.filePath(QStringLiteral("card.img"));
-        QFile file(image);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QVERIFY(file.resize(64 * 1024 * 1024));
-        file.close();
-
-        DriveInfo drive;
-        drive.path = dir.filePath(QStringLiteral("mnt"));
-        drive.device = image;
-        drive.type = DriveInfo::Removable;
-        CardFormatter formatter;
-        QSignalSpy finished(&formatter, &CardFormatter::finished);
-        QString error;
-        QVERIFY2(formatter.start(drive, error), qPrintable(error));
-        QVERIFY(finished.wait(30000));
-        QVERIFY2(finished.first().at(0).toBool(), qPrintable(finished.first().at(1).toString()));
-        QVERIFY(run(QStringLiteral("fsck.fat"), {QStringLiteral("-n"), image}));
-
-        if (geteuid() != 0 || QStandardPaths::findExecutable(QStringLiteral("fusefat")).isEmpty())
-            QSKIP("writing the control file onto the image needs root and fusefat");
-        QDir().mkpath(drive.path);
-        if (!run(QStringLiteral("fusefat"), {QStringLiteral("-o"), QStringLiteral("rw+"), image, drive.path}))
-            QSKIP("this machine does not allow FUSE mounts");
-        GuiFixture f;
-        f.msgBox.answerOkBoxes = true;
-        fillSentences(f.state->Setting, 128, 3);
-        const SettingData before = f.state->Setting;
-        f.state->CardSlot = drive.path;
-        CardWriteHooks hooks;
-        hooks.slotTest = [&] {
-            f.state->CardFreeSpace = QString::number(60'000'000);
-            return true;
-        };
-        const bool written = WriteInitialControlFile(*f.state, f.msgBox, hooks);
-        const QByteArray control = readTestFile(drive.path + QStringLiteral("/CONTENTS/DQ480.CSV"));
-        run(QStringLiteral("fusermount"), {QStringLiteral("-u"), drive.path});
-        QVERIFY(written);
-        QVERIFY(control.contains("PRGOPT,2F01,"));
-        QVERIFY(settingSectionEquals(f.state->Setting, before, SettingSection::All));
-        QVERIFY(run(QStringLiteral("fsck.fat"), {QStringLiteral("-n"), image}));
     }
 };
 

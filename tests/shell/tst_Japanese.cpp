@@ -1,10 +1,7 @@
-// The program in Japanese: captions and message boxes come from the built-in translation, no
-// caption is cut off (also at twice the pixel density), and nothing written to a setting file or
-// a card depends on the language of the windows.
+// The program in Japanese: no caption is cut off (also at twice the pixel density), the project's
+// window still fits in the main window, and nothing written to a setting file or a card depends
+// on the language of the windows.
 #include "AppTranslation.h"
-#include "OperatorMessages.h"
-#include "QtMsgBox.h"
-#include "ToolbarIcons.h"
 #include "TypeText.h"
 #include "WindowBench.h"
 
@@ -13,28 +10,16 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLibraryInfo>
 #include <QLineEdit>
 #include <QMdiArea>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStandardPaths>
-#include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
-#include <QTimer>
-#include <QToolBar>
 #include <QTranslator>
-
-#include <functional>
 
 namespace {
 
@@ -101,87 +86,6 @@ private slots:
         closeWindows();
         f.reset();
         removeTranslators();
-    }
-
-    void theLanguageFollowsTheAskOrTheSystem_data()
-    {
-        QTest::addColumn<QString>("asked");
-        QTest::addColumn<QString>("chosen");
-        QTest::newRow("English asked") << "en"
-                                       << "en";
-        QTest::newRow("Japanese asked") << "ja"
-                                        << "ja";
-        QTest::newRow("unknown asked") << "xx"
-                                       << "";
-    }
-    void theLanguageFollowsTheAskOrTheSystem()
-    {
-        QFETCH(QString, asked);
-        QFETCH(QString, chosen);
-        QCOMPARE(AppTranslation::choose(asked), chosen);
-    }
-
-    void menusSpeakJapanese_data()
-    {
-        QTest::addColumn<QString>("menu");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("File") << "mnuFile" << QStringLiteral("ファイル(&F)");
-        QTest::newRow("Tool") << "mnuTool" << QStringLiteral("ツール(&T)");
-        QTest::newRow("Help") << "mnuHelpMenu" << QStringLiteral("ヘルプ(&H)");
-        QTest::newRow("Print") << "mnuPrint" << QStringLiteral("印刷");
-        QTest::newRow("Card slot") << "mnuCardSlot" << QStringLiteral("カードスロット設定");
-    }
-    void menusSpeakJapanese()
-    {
-        QFETCH(QString, menu);
-        QFETCH(QString, caption);
-        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
-        startMain();
-        QCOMPARE(findControl<QMenu>(main.get(), menu)->title(), caption);
-        QCOMPARE(main->findChild<QAction *>(QStringLiteral("mnuNew"))->text(),
-                 QStringLiteral("新規作成(&N)"));
-        QCOMPARE(findControl<QLabel>(main->statusBar(), QStringLiteral("lblCardSlot"))->text(),
-                 QStringLiteral("カードスロット: なし"));
-        QCOMPARE(findControl<QLabel>(main->statusBar(), QStringLiteral("lblFileName"))->text(),
-                 QStringLiteral("新規ファイル"));
-    }
-
-    void englishStaysTheDefault()
-    {
-        startMain();
-        QCOMPARE(findControl<QMenu>(main.get(), QStringLiteral("mnuFile"))->title(),
-                 QStringLiteral("File(&F)"));
-    }
-
-    void messageBoxSpeaksJapanese()
-    {
-        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
-        QString text;
-        QStringList buttons;
-        auto *poll = new QTimer(this);
-        connect(poll, &QTimer::timeout, this, [&] {
-            for (QWidget *w : QApplication::topLevelWidgets()) {
-                auto *box = qobject_cast<QMessageBox *>(w);
-                if (box && box->isVisible()) {
-                    poll->stop();
-                    text = box->text();
-                    for (QAbstractButton *b : box->buttons())
-                        buttons << b->text();
-                    box->button(QMessageBox::Cancel)->click();
-                    return;
-                }
-            }
-        });
-        poll->start(10);
-        QtMsgBox msgBox;
-        // A message of the core library, which knows no windows, reaches the box translated.
-        QCOMPARE(msgBox.show(contentsOfEditQuestion(), MsgBox::Buttons::OkCancel), MsgBox::Answer::Cancel);
-        QCOMPARE(text, QStringLiteral("編集内容が更新されていません。閉じますか?"));
-        // Qt's own button texts come from the system's Qt translation, where it is installed.
-        if (QFileInfo::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath)
-                              + QStringLiteral("/qtbase_ja.qm")))
-            QVERIFY2(buttons.contains(QStringLiteral("キャンセル")),
-                     qPrintable(buttons.join(QLatin1Char(','))));
     }
 
     // The device reads the card control file and the operator's other PCs read the setting file:
@@ -275,56 +179,6 @@ private slots:
             const QRect onArea(button->mapTo(area->viewport(), QPoint(0, 0)), button->size());
             QVERIFY2(area->viewport()->rect().contains(onArea), name);
         }
-    }
-
-    // The print-out's headings follow the windows' language; the data in it stays as typed.
-    void printOutSpeaksJapanese()
-    {
-        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
-            QSKIP("pdftotext (poppler-utils) is not installed");
-        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
-        f->state->Setting.Creator = QStringLiteral("山田");
-        frmPrintPage dialog(f->context, PrintKind::FileInformation, 1, nullptr);
-        auto *printers = findControl<QComboBox>(&dialog, QStringLiteral("cmbPrinter"));
-        const int pdfChoice = printers->findText(QStringLiteral("PDF として保存"));
-        QVERIFY(pdfChoice >= 0);
-        printers->setCurrentIndex(pdfChoice);
-        const QString pdf = f->home.filePath(QStringLiteral("info.pdf"));
-        f->fileDialogs.answers << pdf;
-        QVERIFY(dialog.cmdPrint_Click());
-        QProcess text;
-        text.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
-        QVERIFY(text.waitForFinished());
-        const QString printed = QString::fromUtf8(text.readAllStandardOutput());
-        for (const QString &expected :
-             {QStringLiteral("ファイル情報印刷"), QStringLiteral("作成者"), QStringLiteral("山田")})
-            QVERIFY2(printed.contains(expected),
-                     qPrintable(expected + QStringLiteral(" not in: ") + printed));
-    }
-
-    void toolbarIconsAreSharpAtEveryPixelDensity_data()
-    {
-        QTest::addColumn<qreal>("ratio");
-        QTest::newRow("normal screen") << 1.0;
-        QTest::newRow("twice the pixels") << 2.0;
-        QTest::newRow("three times the pixels") << 3.0;
-    }
-    void toolbarIconsAreSharpAtEveryPixelDensity()
-    {
-        QFETCH(qreal, ratio);
-        startMain();
-        auto *toolbar = findControl<QToolBar>(main.get(), QStringLiteral("TbrMain"));
-        QStringList blurred;
-        for (QAction *action : toolbar->actions()) {
-            // A pixmap with fewer device pixels than the button shows would be scaled up, blurred.
-            const QPixmap pixmap = action->icon().pixmap(toolbar->iconSize(), ratio);
-            if (pixmap.width() < qRound(toolbar->iconSize().width() * ratio))
-                blurred << QStringLiteral("%1 (%2 px)").arg(action->text()).arg(pixmap.width());
-        }
-        const QPixmap frameIcon = ToolbarIcons::application().pixmap(QSize(64, 64), ratio);
-        if (frameIcon.width() < qRound(64 * ratio))
-            blurred << QStringLiteral("program icon (%1 px)").arg(frameIcon.width());
-        QVERIFY2(blurred.isEmpty(), qPrintable(blurred.join(QStringLiteral(", "))));
     }
 
     void noCaptionIsCutOff_data()
