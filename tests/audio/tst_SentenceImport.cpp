@@ -105,6 +105,26 @@ private slots:
         QVERIFY(SentenceFilesPresent(state()));
     }
 
+    // Each box shows its own playing time, and the times move with the entries.
+    void everyEntryShowsItsTime_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QStringList>("times");
+        QTest::newRow("as dropped") << QString() << QStringList {"0:01.5", "", "0:02.0", ""};
+        QTest::newRow("delete") << "cmdPcCaDel" << QStringList {"", "0:02.0", "", ""};
+    }
+    void everyEntryShowsItsTime()
+    {
+        QFETCH(QString, command);
+        QFETCH(QStringList, times);
+        dlgPcCa dialog(f->context, nullptr);
+        dropOn(dialog.box(2), {recording(QStringLiteral("good morning.flac"))});
+        dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
+        if (!command.isEmpty())
+            findControl<QPushButton>(&dialog, command)->click();
+        QCOMPARE(shownTimes(dialog, 4), times);
+    }
+
     // Recordings chosen in the file dialog are imported from the current box on, as dropped ones
     // are; what is not a recording is left out, and Cancel changes nothing.
     void chosenRecordingsAreImported()
