@@ -66,7 +66,8 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
     }
     const int rate = mp2SampleRate(options.quality);
     std::vector<float> resampled;
-    if (!resampleMono(mono, inputRate, rate, resampled, reason, options.resampling))
+    if (!resampleMono(mono, inputRate, rate, resampled, reason,
+                      options.resampling.value_or(converterFor(options.quality))))
         return false;
     mono = std::vector<float>();
     if (cancelled(options)) {
@@ -119,6 +120,11 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
 }
 
 } // namespace
+
+ResampleQuality converterFor(Mp2Quality quality)
+{
+    return quality == Mp2Quality::Standard ? ResampleQuality::Medium : ResampleQuality::Best;
+}
 
 bool importRecording(const QString &inputPath, const QString &outputPath, const ImportOptions &options,
                      ImportResult &result, QString &error)

@@ -4,8 +4,7 @@
 
 #include <vector>
 
-/// libsamplerate's sinc converters. Best keeps 97 % of the band at 145 dB SNR; medium keeps 90 %
-/// at 121 dB (for 32 kHz still 14.4 kHz, above what a 64 kbit/s MP2 carries) in a quarter of the
+/// libsamplerate's sinc converters: best keeps 97 % of the band, medium 90 % in a third of the
 /// time.
 enum class ResampleQuality { Best, Medium };
 
