@@ -161,12 +161,15 @@ class Operator:
         self.click(button)
         return button
 
+    def message(self, text):
+        """The message box showing exactly `text`, once it shows."""
+        return wait_until(lambda: next((b for b, label in reversed(self.message_labels())
+                                        if label.name == text or self.text_of(label) == text), None),
+                          f"the message '{text}'")
+
     def answer(self, text, caption):
         """Answers the message box showing exactly `text` with its button `caption`."""
-        box = wait_until(lambda: next((b for b, label in reversed(self.message_labels())
-                                       if label.name == text or self.text_of(label) == text), None),
-                         f"the message '{text}'")
-        self.press(box, caption)
+        self.press(self.message(text), caption)
         wait_until(lambda: text not in [self.text_of(label) for _, label in self.message_labels()],
                    f"the message '{text}' to close")
 

@@ -10,6 +10,7 @@ import os
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 import time
 import traceback
@@ -116,6 +117,47 @@ def detach_foreign_mounts(keep):
             points.append(point)
     for point in sorted(points, key=len, reverse=True):
         subprocess.run(["umount", "-l", point], capture_output=True)
+
+
+def require_card_journey(programs, tools=()):
+    """What a journey that writes a card image needs: root for fusefat, the FAT tools, /dev/fuse and
+    the built `programs`. Then goes on in a mount namespace of its own (see isolate_mounts)."""
+    if os.geteuid() != 0:
+        raise Skip("mounting the card image through fusefat needs root")
+    require_tools(["mkfs.fat", "fsck.fat", "fusefat", "fusermount", "mdir", "mcopy", "unshare", "umount",
+                   "cmp", *tools])
+    if not os.path.exists("/dev/fuse"):
+        raise Skip("no /dev/fuse on this machine")
+    for program in programs:
+        if not os.access(program, os.X_OK):
+            raise JourneyFailed(f"{program} is not built")
+    isolate_mounts([sys.executable, *sys.argv])
+
+
+def check_card_image(image, cli, project, sentences, workdir):
+    """Checks an unmounted card image as the device would meet it: a sound FAT (fsck.fat), CONTENTS
+    holding the control file, the test tone and the sentences and nothing else, the control file
+    byte for byte dq480-cli's conversion of `project`, and each file of `sentences` (card name to
+    the PC file it came from) byte for byte its source."""
+    fsck = run(["fsck.fat", "-n", image], check=False)
+    if fsck.returncode != 0:
+        raise JourneyFailed("fsck.fat finds faults on the card:\n" + fsck.stdout + fsck.stderr)
+    # fusefat leaves the FAT's second entry as 0x8000, which mtools would take for damage.
+    os.environ["MTOOLS_SKIP_CHECK"] = "1"
+    listing = run(["mdir", "-b", "-i", image, "::CONTENTS"]).stdout.split()
+    on_card = sorted(os.path.basename(line) for line in listing)
+    expected = sorted(["DQ480.CSV", *sentences])
+    if on_card != expected:
+        raise JourneyFailed(f"the card holds {on_card}, not {expected}")
+    copied = os.path.join(workdir, "from-card")
+    converted = os.path.join(workdir, "converted")
+    os.makedirs(copied)
+    os.makedirs(converted)
+    run(["mcopy", "-n", "-i", image, *[f"::CONTENTS/{n}" for n in expected], copied])
+    run([cli, "convert", project, os.path.join(converted, "DQ480.CSV")])
+    run(["cmp", os.path.join(converted, "DQ480.CSV"), os.path.join(copied, "DQ480.CSV")])
+    for name, source in sentences.items():
+        run(["cmp", source, os.path.join(copied, name)])
 
 
 class Desktop:

@@ -16,10 +16,10 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from desktop import (  # noqa: E402
     JourneyFailed,
     Skip,
+    check_card_image,
     detach_foreign_mounts,
-    isolate_mounts,
     journey_main,
-    require_tools,
+    require_card_journey,
     run,
     wait_until,
     write_mp2,
@@ -244,26 +244,8 @@ class Journey:
 
     def check_card(self):
         self.desktop.unmount(self.card)
-        fsck = run(["fsck.fat", "-n", self.image], check=False)
-        if fsck.returncode != 0:
-            raise JourneyFailed("fsck.fat finds faults on the card:\n" + fsck.stdout + fsck.stderr)
-        # fusefat leaves the FAT's second entry as 0x8000, which mtools would take for damage.
-        os.environ["MTOOLS_SKIP_CHECK"] = "1"
-        listing = run(["mdir", "-b", "-i", self.image, "::CONTENTS"]).stdout.split()
-        on_card = sorted(os.path.basename(line) for line in listing)
-        expected = sorted(["DQ480.CSV", "SIN1KHZ.MP2", *SENTENCES])
-        if on_card != expected:
-            raise JourneyFailed(f"the card holds {on_card}, not {expected}")
-        copied = os.path.join(self.work, "from-card")
-        converted = os.path.join(self.work, "converted")
-        os.makedirs(copied)
-        os.makedirs(converted)
-        run(["mcopy", "-n", "-i", self.image, *[f"::CONTENTS/{n}" for n in expected], copied])
-        run([self.args.cli, "convert", self.saved, os.path.join(converted, "DQ480.CSV")])
-        run(["cmp", os.path.join(converted, "DQ480.CSV"), os.path.join(copied, "DQ480.CSV")])
-        for name in SENTENCES:
-            run(["cmp", os.path.join(self.home, name), os.path.join(copied, name)])
-        run(["cmp", os.path.join(self.home, "SIN1KHZ.MP2"), os.path.join(copied, "SIN1KHZ.MP2")])
+        sentences = {name: os.path.join(self.home, name) for name in SENTENCES + ["SIN1KHZ.MP2"]}
+        check_card_image(self.image, self.args.cli, self.saved, sentences, self.work)
 
     def run(self):
         self.desktop.step("prepare", self.prepare)
@@ -285,16 +267,7 @@ class Journey:
 
 
 def check_machine(args):
-    if os.geteuid() != 0:
-        raise Skip("mounting the card image through fusefat needs root")
-    require_tools(["mkfs.fat", "fsck.fat", "fusefat", "fusermount", "mdir", "mcopy", "pdftotext",
-                   "unshare", "umount", "cmp"])
-    if not os.path.exists("/dev/fuse"):
-        raise Skip("no /dev/fuse on this machine")
-    for program in (args.dq480, args.cli):
-        if not os.access(program, os.X_OK):
-            raise JourneyFailed(f"{program} is not built")
-    isolate_mounts([sys.executable, *sys.argv])
+    require_card_journey([args.dq480, args.cli], ["pdftotext"])
 
 
 def body(args, desktop, workdir):

@@ -1,0 +1,135 @@
+#!/usr/bin/env python3
+"""The sample project from the README's commands to a card image, as a newcomer goes: make-sample.sh
+speaks and imports three sentences, the real dq480 opens SAMPLE.stf named on its command line, the
+sentence table gives each sentence's playing time and program 1 its total, and Card write puts the
+project onto a FAT16 card image, which is then checked with fsck.fat and mtools.
+
+Usage: sample_journey.py --dq480 PATH --cli PATH --artifacts DIR [--shots DIR] [--keep]
+--shots DIR writes the README's pictures there: the program's window at each step."""
+
+import os
+import subprocess
+import sys
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+
+from desktop import (  # noqa: E402
+    JourneyFailed,
+    check_card_image,
+    detach_foreign_mounts,
+    journey_main,
+    require_card_journey,
+    run,
+    wait_until,
+)
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+MAKE_SAMPLE = os.path.join(HERE, "..", "..", "scripts", "make-sample.sh")
+SENTENCES = ["WELCOME", "PLATFORM", "CLOSING"]
+TABLE = "Card creation Sentence data copy PC -> Card"
+
+
+class Journey:
+    def __init__(self, args, desktop, workdir):
+        import pyatspi  # needs the session bus chosen by the desktop
+
+        from atspi_operator import Operator
+
+        self.args = args
+        self.desktop = desktop
+        self.work = workdir
+        self.sample = os.path.join(workdir, "dq480-sample")
+        self.project = os.path.join(self.sample, "SAMPLE.stf")
+        self.image = os.path.join(workdir, "card.img")
+        self.card = os.path.join(workdir, "card")
+        self.op = Operator(pyatspi)
+
+    def shot(self, name):
+        """The README's picture: the screen cut to the main window, so that a message box over it
+        is in the picture too."""
+        if not self.args.shots:
+            return
+        window = run(["xdotool", "search", "--onlyvisible", "--name", "DQ-480 Setting Software"]).stdout.split()[0]
+        geometry = dict(line.split("=") for line in
+                        run(["xdotool", "getwindowgeometry", "--shell", window]).stdout.split())
+        os.makedirs(self.args.shots, exist_ok=True)
+        subprocess.run(["import", "-window", "root", "-crop",
+                        f"{geometry['WIDTH']}x{geometry['HEIGHT']}+{geometry['X']}+{geometry['Y']}",
+                        "-strip", "-colors", "128", os.path.join(self.args.shots, f"first-card-{name}.png")],
+                       check=True)
+
+    def make_sample(self):
+        run([MAKE_SAMPLE, self.sample], env={**os.environ, "DQ480_CLI": self.args.cli})
+        os.environ["DQ480_HOME"] = os.path.join(self.sample, "home")
+        self.desktop.mount_card(self.image, self.card)
+
+    def open_project(self):
+        self.desktop.launch(self.args.dq480, self.project)
+        self.op.started()
+        edit = self.op.window("SAMPLE.stf", exact=True)
+        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
+        self.shot("1-project")
+        return edit
+
+    def sentence_table(self, edit):
+        self.op.press(edit, "Start sentence copy PC -> Card")
+        table = self.op.window(TABLE)
+        for number, name in enumerate(SENTENCES):
+            box = self.op.control(table, "text", f"{number + 1:03d}:")
+            wait_until(lambda: self.op.text_of(box) == name + ".MP2", f"box {number + 1:03d} to read {name}.MP2")
+            wait_until(lambda: box.description.startswith("Playing time 0:0"),
+                       f"the playing time of {name} (it says {box.description!r})")
+        self.shot("2-sentences")
+        self.op.press(table, "Cancel")
+        self.op.gone(TABLE)
+
+    def program_one(self, edit):
+        self.op.select_tab(edit, "Program", "push button", "Open")
+        self.op.press(edit, "Open")
+        program = self.op.window("Program : ")
+        time = wait_until(lambda: next((label for label in self.op.find_all(program, "label")
+                                        if label.name.startswith("Playing time: 0:")), None),
+                          "program 1's playing time")
+        if "not found" in time.name:
+            raise JourneyFailed(f"program 1 misses a sentence: {time.name}")
+        self.shot("3-program")
+        self.op.press(program, "Cancel")
+        self.op.gone("Program : ")
+
+    def card_write(self, edit):
+        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
+        self.op.press(edit, "Card write")
+        self.op.answer(f"Write setting file at drive:{self.card}?", "OK")
+        self.op.message("Card write is complete")
+        self.shot("4-written")
+        self.op.answer("Card write is complete", "OK")
+
+    def check_card(self):
+        self.desktop.unmount(self.card)
+        home = os.path.join(self.sample, "home")
+        sentences = {f"{name}.MP2": os.path.join(home, "SAMPLE", f"{name}.MP2") for name in SENTENCES}
+        sentences["SIN1KHZ.MP2"] = os.path.join(home, "SIN1KHZ.MP2")
+        check_card_image(self.image, self.args.cli, self.project, sentences, self.work)
+
+    def run(self):
+        self.desktop.step("make-sample", self.make_sample)
+        edit = self.desktop.step("open-project", self.open_project)
+        self.desktop.step("sentence-table", lambda: self.sentence_table(edit))
+        self.desktop.step("program-1", lambda: self.program_one(edit))
+        self.desktop.step("card-write", lambda: self.card_write(edit))
+        self.desktop.step("check-card", self.check_card)
+
+
+def check_machine(args):
+    require_card_journey([args.dq480, args.cli], ["espeak-ng"])
+
+
+def body(args, desktop, workdir):
+    detach_foreign_mounts([args.dq480, args.cli, __file__])
+    desktop.start("1024x768x24")
+    Journey(args, desktop, workdir).run()
+
+
+if __name__ == "__main__":
+    sys.exit(journey_main(__doc__, "dq480-sample-", check_machine, body,
+                          [("--cli", {"required": True}), ("--shots", {})]))
