@@ -134,6 +134,38 @@ def require_card_journey(programs, tools=()):
     isolate_mounts([sys.executable, *sys.argv])
 
 
+class CardJourney:
+    """A journey that ends on a card image: the operator's hands and eyes (the accessibility bus of
+    the desktop), the FAT image and its mount point in the journey's folder. A subclass's run()
+    takes the steps."""
+
+    def __init__(self, args, desktop, workdir):
+        import pyatspi  # needs the session bus chosen by the desktop
+
+        from atspi_operator import Operator
+
+        self.args = args
+        self.desktop = desktop
+        self.work = workdir
+        self.image = os.path.join(workdir, "card.img")
+        self.card = os.path.join(workdir, "card")
+        self.op = Operator(pyatspi)
+
+    @classmethod
+    def main(cls, doc, prefix, tools=(), screen="1280x1024x24", extra=()):
+        """The command line of a card journey (--dq480, --cli and `extra`); returns its exit code."""
+
+        def check(args):
+            require_card_journey([args.dq480, args.cli], tools)
+
+        def body(args, desktop, workdir):
+            detach_foreign_mounts([args.dq480, args.cli, sys.argv[0]])
+            desktop.start(screen)
+            cls(args, desktop, workdir).run()
+
+        return journey_main(doc, prefix, check, body, [("--cli", {"required": True}), *extra])
+
+
 def check_card_image(image, cli, project, sentences, workdir):
     """Checks an unmounted card image as the device would meet it: a sound FAT (fsck.fat), CONTENTS
     holding the control file, the test tone and the sentences and nothing else, the control file

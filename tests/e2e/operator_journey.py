@@ -13,17 +13,7 @@ import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from desktop import (  # noqa: E402
-    JourneyFailed,
-    Skip,
-    check_card_image,
-    detach_foreign_mounts,
-    journey_main,
-    require_card_journey,
-    run,
-    wait_until,
-    write_mp2,
-)
+from desktop import CardJourney, JourneyFailed, check_card_image, run, wait_until, write_mp2  # noqa: E402
 
 CONTENTS_QUESTION = "Updating the contents of edit has not been continued. Does close it?"
 SETTING_QUESTION = "Updating the setting data has not been continued. Does close it?"
@@ -34,21 +24,12 @@ CREATOR = "Ann Operator"
 EXPLANATION = ["Platform announcements", "for the morning shift"]
 
 
-class Journey:
+class Journey(CardJourney):
     def __init__(self, args, desktop, workdir):
-        import pyatspi  # needs the session bus chosen by the desktop
-
-        from atspi_operator import Operator
-
-        self.args = args
-        self.desktop = desktop
-        self.work = workdir
+        super().__init__(args, desktop, workdir)
         self.home = os.path.join(workdir, "dq480-home")
-        self.image = os.path.join(workdir, "card.img")
-        self.card = os.path.join(workdir, "card")
         self.saved = os.path.join(workdir, "projects", "harbour.stf")
         self.pdf = os.path.join(workdir, "projects", "all-settings.pdf")
-        self.op = Operator(pyatspi)
         self.app = None
 
     def prepare(self):
@@ -266,16 +247,5 @@ class Journey:
         self.desktop.step("check-card", self.check_card)
 
 
-def check_machine(args):
-    require_card_journey([args.dq480, args.cli], ["pdftotext"])
-
-
-def body(args, desktop, workdir):
-    detach_foreign_mounts([args.dq480, args.cli, __file__])
-    desktop.start()
-    Journey(args, desktop, workdir).run()
-
-
 if __name__ == "__main__":
-    sys.exit(journey_main(__doc__, "dq480-journey-", check_machine, body,
-                          [("--cli", {"required": True})]))
+    sys.exit(Journey.main(__doc__, "dq480-journey-", ["pdftotext"]))

@@ -13,15 +13,7 @@ import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from desktop import (  # noqa: E402
-    JourneyFailed,
-    check_card_image,
-    detach_foreign_mounts,
-    journey_main,
-    require_card_journey,
-    run,
-    wait_until,
-)
+from desktop import CardJourney, JourneyFailed, check_card_image, run, wait_until  # noqa: E402
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 MAKE_SAMPLE = os.path.join(HERE, "..", "..", "scripts", "make-sample.sh")
@@ -29,20 +21,11 @@ SENTENCES = ["WELCOME", "PLATFORM", "CLOSING"]
 TABLE = "Card creation Sentence data copy PC -> Card"
 
 
-class Journey:
+class Journey(CardJourney):
     def __init__(self, args, desktop, workdir):
-        import pyatspi  # needs the session bus chosen by the desktop
-
-        from atspi_operator import Operator
-
-        self.args = args
-        self.desktop = desktop
-        self.work = workdir
+        super().__init__(args, desktop, workdir)
         self.sample = os.path.join(workdir, "dq480-sample")
         self.project = os.path.join(self.sample, "SAMPLE.stf")
-        self.image = os.path.join(workdir, "card.img")
-        self.card = os.path.join(workdir, "card")
-        self.op = Operator(pyatspi)
 
     def shot(self, name):
         """The README's picture: the screen cut to the main window, so that a message box over it
@@ -120,16 +103,5 @@ class Journey:
         self.desktop.step("check-card", self.check_card)
 
 
-def check_machine(args):
-    require_card_journey([args.dq480, args.cli], ["espeak-ng"])
-
-
-def body(args, desktop, workdir):
-    detach_foreign_mounts([args.dq480, args.cli, __file__])
-    desktop.start("1024x768x24")
-    Journey(args, desktop, workdir).run()
-
-
 if __name__ == "__main__":
-    sys.exit(journey_main(__doc__, "dq480-sample-", check_machine, body,
-                          [("--cli", {"required": True}), ("--shots", {})]))
+    sys.exit(Journey.main(__doc__, "dq480-sample-", ["espeak-ng"], "1024x768x24", [("--shots", {})]))
