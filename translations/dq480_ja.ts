@@ -758,6 +758,41 @@
         <source>Recordings (%1)</source>
         <translation>録音 (%1)</translation>
     </message>
+    <message>
+        <source>The table has no entry from %1 on: nothing was imported.</source>
+        <translation>%1 以降に項目がありません。何も取り込みませんでした。</translation>
+    </message>
+    <message>
+        <source>The recordings replace these entries:</source>
+        <translation>次の項目は録音で置き換えられます:</translation>
+    </message>
+    <message>
+        <source>The table ends at entry %1; these recordings are left out:</source>
+        <translation>テーブルは項目 %1 で終わります。次の録音は取り込まれません:</translation>
+    </message>
+    <message>
+        <source>Import the recordings?</source>
+        <translation>録音を取り込みますか?</translation>
+    </message>
+</context>
+<context>
+    <name>dlgSentenceNames</name>
+    <message>
+        <source>Sentence names</source>
+        <translation>センテンス名</translation>
+    </message>
+    <message>
+        <source>These recordings need another sentence name: at most 8 characters before .MP2, no blanks or \ / : * ? &lt; &gt; | , &quot; ;, and not the name of another entry. The names below fit; change them if you like.</source>
+        <translation>次の録音には別のセンテンス名が必要です。.MP2 の前は 8 文字以内で、空白と \ / : * ? &lt; &gt; | , &quot; ; は使えず、ほかの項目の名前とも重ならないこと。下の名前はこの条件に合っています。必要なら変更してください。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
 </context>
 <context>
     <name>frmAbout</name>

@@ -69,6 +69,11 @@ private:
     int indexOfBox(QObject *object) const;
     /// Makes sentences of dropped recordings in the work folder and enters them from box `index` on.
     void importRecordings(int index, const QStringList &paths);
+    /// Before an import of `count` of `paths` from box `index` on: asks when entries would be
+    /// replaced or recordings left out at the table's end; says so when none fits. True to go on.
+    bool confirmImportInto(int index, const QStringList &paths, int count);
+    /// Scrolls the table so that box `index` shows.
+    void revealBox(int index);
     /// Shows the current box's sentence and its playing time under the table.
     void showDuration(int index);
     /// Shows the playing time of box `index`'s sentence beside it, found through `times`.

@@ -9,6 +9,7 @@
 #include "TestFiles.h"
 #include "TestMounts.h"
 #include "dlgPcCa.h"
+#include "dlgSentenceNames.h"
 
 #include <QApplication>
 #include <QDir>
@@ -17,6 +18,7 @@
 #include <QMimeData>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
@@ -61,6 +63,27 @@ class tst_SentenceImport : public QObject
         return times;
     }
 
+    // Answers the sentence-name offer the next import shows: keeps the proposals it shows in
+    // `offered`, types `names` over them one after the other (a refused name is answered by the
+    // scripted message box and the next one is tried), then OK; Cancel for no names at all.
+    QStringList offered;
+    void answerNames(const QStringList &names)
+    {
+        QTimer::singleShot(0, this, [this, names] {
+            auto *offer = qobject_cast<dlgSentenceNames *>(QApplication::activeModalWidget());
+            QVERIFY(offer);
+            for (int i = 0; offer->findChild<QLineEdit *>(QStringLiteral("txtSentenceName_%1").arg(i)); ++i)
+                offered << offer->nameBox(i)->text();
+            if (names.isEmpty())
+                findControl<QPushButton>(offer, QStringLiteral("cmdSentenceNamesCancel"))->click();
+            for (const QString &name : names) {
+                if (name != QLatin1String("="))
+                    offer->nameBox(0)->setText(name);
+                findControl<QPushButton>(offer, QStringLiteral("cmdSentenceNamesOk"))->click();
+            }
+        });
+    }
+
     static void makeCurrent(QWidget *box)
     {
         QFocusEvent in(QEvent::FocusIn);
@@ -73,8 +96,13 @@ private slots:
         QVERIFY(write(recording(QStringLiteral("hello.wav")), sine(440.0, 1.5, 48000, 2, 0.1), Wav16));
         QVERIFY(write(recording(QStringLiteral("good morning.flac")), speechLike(2.0, 44100, 1), Flac16));
         QVERIFY(write(recording(QStringLiteral("quiet.wav")), sine(440.0, 1.0, 48000, 1, 0.0), Wav16));
+        QVERIFY(write(recording(QStringLiteral("tone.wav")), sine(880.0, 1.0, 32000, 1, 0.1), Wav16));
     }
-    void init() { f = std::make_unique<GuiFixture>(); }
+    void init()
+    {
+        f = std::make_unique<GuiFixture>();
+        offered.clear();
+    }
     void cleanup()
     {
         QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
@@ -84,8 +112,10 @@ private slots:
     void droppedRecordingsBecomeSentences()
     {
         dlgPcCa dialog(f->context, nullptr);
+        answerNames({QStringLiteral("=")});
         dropOn(dialog.box(2),
                {recording(QStringLiteral("hello.wav")), recording(QStringLiteral("good morning.flac"))});
+        QCOMPARE(offered, QStringList {QStringLiteral("GOOD_MOR")});
         QCOMPARE(dialog.box(2)->text(), QStringLiteral("HELLO.MP2"));
         QCOMPARE(dialog.box(3)->text(), QStringLiteral("GOOD_MOR.MP2"));
         QCOMPARE(state().SettingBuffer.SentenceFileName[2], QStringLiteral("HELLO.MP2"));
@@ -110,19 +140,27 @@ private slots:
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QStringList>("times");
-        QTest::newRow("as dropped") << QString() << QStringList {"0:01.5", "", "0:02.0", ""};
-        QTest::newRow("delete") << "cmdPcCaDel" << QStringList {"", "0:02.0", "", ""};
+        QTest::addColumn<QString>("current");
+        QTest::newRow("as dropped") << QString() << QStringList {"0:01.5", "", "0:02.0", ""}
+                                    << "HELLO.MP2  0:01.5";
+        QTest::newRow("delete") << "cmdPcCaDel" << QStringList {"", "0:02.0", "", ""} << "";
+        QTest::newRow("insert") << "cmdPcCaIns" << QStringList {"", "0:01.5", "", "0:02.0"} << "";
     }
     void everyEntryShowsItsTime()
     {
         QFETCH(QString, command);
         QFETCH(QStringList, times);
+        QFETCH(QString, current);
         dlgPcCa dialog(f->context, nullptr);
+        answerNames({QStringLiteral("=")});
         dropOn(dialog.box(2), {recording(QStringLiteral("good morning.flac"))});
         dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
         if (!command.isEmpty())
             findControl<QPushButton>(&dialog, command)->click();
         QCOMPARE(shownTimes(dialog, 4), times);
+        // What the current box holds is said under the table and to a screen reader.
+        QCOMPARE(findControl<QLabel>(&dialog, QStringLiteral("lblPcCaDuration"))->text(), current);
+        QCOMPARE(dialog.box(0)->toolTip(), times.first());
     }
 
     // Recordings chosen in the file dialog are imported from the current box on, as dropped ones
@@ -140,6 +178,7 @@ private slots:
         import->click();
         QCOMPARE(shownTimes(dialog, 8), QStringList(8));
         QVERIFY(!findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaApp"))->isEnabled());
+        answerNames({QStringLiteral("=")});
         import->click();
         QCOMPARE(dialog.box(5)->text(), QStringLiteral("HELLO.MP2"));
         QCOMPARE(dialog.box(6)->text(), QStringLiteral("GOOD_MOR.MP2"));
@@ -214,18 +253,80 @@ private slots:
                  QStringList {QStringLiteral("HELLO.MP2")});
     }
 
-    // A recording named like a sentence the table holds elsewhere gets a name of its own, so that
-    // it does not replace the other sentence's sound.
+    // A recording named like a sentence the table holds elsewhere is offered a name of its own, so
+    // that it does not replace the other sentence's sound; the operator may change the offer.
     void nameTakenElsewhereGetsAnother()
     {
         dlgPcCa dialog(f->context, nullptr);
         dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
+        f->msgBox.script({MsgBox::Answer::Ok});
+        answerNames({QStringLiteral("hello"), QStringLiteral("greet")});
         dropOn(dialog.box(5), {recording(QStringLiteral("hello.wav"))});
+        QCOMPARE(offered, QStringList {QStringLiteral("HELLO2")});
+        QCOMPARE(f->msgBox.shown, QStringList {QStringLiteral("Incorrect value has been entered.")});
         QCOMPARE(dialog.box(0)->text(), QStringLiteral("HELLO.MP2"));
-        QCOMPARE(dialog.box(5)->text(), QStringLiteral("HELLO2.MP2"));
-        // Dropped again on its own box, it keeps its name.
-        dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
-        QCOMPARE(dialog.box(0)->text(), QStringLiteral("HELLO.MP2"));
+        QCOMPARE(dialog.box(5)->text(), QStringLiteral("GREET.MP2"));
+        QVERIFY(IsValidMp2File(workFile(QStringLiteral("GREET.MP2"))));
+        QVERIFY(!QFile::exists(workFile(QStringLiteral("HELLO2.MP2"))));
+    }
+
+    // Entries that hold sentences are replaced, and recordings past the table's end left out, only
+    // when the operator says so; Cancel leaves the table and the work folder as they were.
+    void importAsksBeforeReplacingOrLeavingOut_data()
+    {
+        QTest::addColumn<int>("box");
+        QTest::addColumn<QStringList>("dropped");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("question");
+        QTest::addColumn<QString>("entered");
+        const QString replace
+            = "The recordings replace these entries:\n006: OLD.MP2\nImport the recordings?";
+        const QString leftOut = "The table ends at entry 128; these recordings are left out:\ntone.wav\n"
+                                "Import the recordings?";
+        const QStringList one {"tone.wav"};
+        const QStringList two {"hello.wav", "tone.wav"};
+        QTest::newRow("filled entry, Cancel") << 5 << one << false << replace << "OLD.MP2";
+        QTest::newRow("filled entry, OK") << 5 << one << true << replace << "TONE.MP2";
+        QTest::newRow("table's end, Cancel") << 127 << two << false << leftOut << "";
+        QTest::newRow("table's end, OK") << 127 << two << true << leftOut << "HELLO.MP2";
+    }
+    void importAsksBeforeReplacingOrLeavingOut()
+    {
+        QFETCH(int, box);
+        QFETCH(QStringList, dropped);
+        QFETCH(bool, ok);
+        QFETCH(QString, question);
+        QFETCH(QString, entered);
+        state().SettingBuffer.SentenceFileName[5] = QStringLiteral("OLD.MP2");
+        dlgPcCa dialog(f->context, nullptr);
+        QStringList paths;
+        for (const QString &name : dropped)
+            paths << recording(name);
+        f->msgBox.script({ok ? MsgBox::Answer::Ok : MsgBox::Answer::Cancel});
+        dropOn(dialog.box(box), paths);
+        QCOMPARE(f->msgBox.shown, QStringList {question});
+        QCOMPARE(dialog.box(box)->text(), entered);
+        QCOMPARE(state().SettingBuffer.SentenceFileName[box], entered);
+        QCOMPARE(QDir(f->home.filePath(QStringLiteral("SoundTmp"))).entryList(QDir::Files),
+                 ok ? QStringList {entered} : QStringList());
+        // The entry filled is scrolled into view, even in the table's last column.
+        const int first = findControl<QScrollBar>(&dialog, QStringLiteral("hscCaPc"))->value();
+        QVERIFY2(
+            !ok || (first <= box / dlgPcCa::Rows && box / dlgPcCa::Rows < first + dlgPcCa::VisibleColumns),
+            qPrintable(QString::number(first)));
+    }
+
+    // Cancel in the name offer imports nothing.
+    void cancelledNameOfferImportsNothing()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        answerNames({});
+        dropOn(dialog.box(0),
+               {recording(QStringLiteral("hello.wav")), recording(QStringLiteral("good morning.flac"))});
+        QCOMPARE(offered, QStringList {QStringLiteral("GOOD_MOR")});
+        QVERIFY(dialog.box(0)->text().isEmpty());
+        QVERIFY(!findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaApp"))->isEnabled());
+        QCOMPARE(QDir(f->home.filePath(QStringLiteral("SoundTmp"))).entryList(QDir::Files), QStringList());
     }
 
     // Cancel in the progress dialog stops the imports under way and removes what this run wrote.
