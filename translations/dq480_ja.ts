@@ -405,6 +405,17 @@
     </message>
 </context>
 <context>
+    <name>ProgramDuration</name>
+    <message>
+        <source>%1 (%2 not found)</source>
+        <translation>%1 (%2 が見つかりません)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 and %3 more not found)</source>
+        <translation>%1 (%2 ほか %3 件が見つかりません)</translation>
+    </message>
+</context>
+<context>
     <name>ProgramFieldRules</name>
     <message>
         <source>Endless</source>

@@ -53,6 +53,15 @@ QString sndfileFormatName(int format)
     return name;
 }
 
+// A library's message inside our sentence, which ends with its own full stop.
+QString libraryReason(const char *message)
+{
+    QString reason = QString::fromUtf8(message).trimmed();
+    while (reason.endsWith(QLatin1Char('.')))
+        reason.chop(1);
+    return reason;
+}
+
 struct SndfileCloser
 {
     void operator()(SNDFILE *file) const { sf_close(file); }
@@ -67,7 +76,7 @@ bool decodeWithSndfile(const QString &path, DecodedAudio &audio, QString &error,
     if (!file) {
         error
             = QCoreApplication::translate("AudioImport", "it is not a recording this program can read (%1).")
-                  .arg(QString::fromUtf8(sf_strerror(nullptr)));
+                  .arg(libraryReason(sf_strerror(nullptr)));
         return false;
     }
     if (info.channels <= 0 || info.samplerate <= 0) {
@@ -107,7 +116,7 @@ bool decodeWithSndfile(const QString &path, DecodedAudio &audio, QString &error,
     }
     if (sf_error(file.get()) != SF_ERR_NO_ERROR) {
         error = QCoreApplication::translate("AudioImport", "it is damaged or truncated (%1).")
-                    .arg(QString::fromUtf8(sf_strerror(file.get())));
+                    .arg(libraryReason(sf_strerror(file.get())));
         return false;
     }
     if (info.frames > 0 && audio.frames() < info.frames) {
@@ -211,7 +220,7 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
             break;
         if (status != MPG123_OK && status != MPG123_NEW_FORMAT) {
             error = QCoreApplication::translate("AudioImport", "it is damaged (%1).")
-                        .arg(QString::fromUtf8(mpg123_strerror(handle.get())));
+                        .arg(libraryReason(mpg123_strerror(handle.get())));
             return false;
         }
     }

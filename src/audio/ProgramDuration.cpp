@@ -5,6 +5,8 @@
 #include "SettingData.h"
 #include "SharedState.h"
 
+#include <QCoreApplication>
+
 QStringList sentenceSoundFolders(const SharedState &state)
 {
     QStringList folders {workFolder(state), projectSentenceFolder(state)};
@@ -83,20 +85,25 @@ ProgramDuration programPlayingTime(const SettingData &data, int program, Sentenc
         const int slot = step.mid(1).toInt() - 1;
         const QString name
             = slot >= 0 && slot < int(data.SentenceFileName.size()) ? data.SentenceFileName[slot] : QString();
+        const QString shown = QLatin1Char('A') + step.mid(1);
         if (const std::optional<double> seconds = times.seconds(name))
             total.seconds += *seconds;
-        else
-            ++total.missing;
+        else if (!total.missing.contains(shown))
+            total.missing << shown;
     }
     return total;
 }
 
 QString programPlayingTimeText(const ProgramDuration &duration)
 {
+    constexpr int Named = 3;
     const QString time = formatDuration(duration.seconds);
-    if (duration.missing == 0)
+    if (duration.missing.isEmpty())
         return time;
-    return duration.missing == 1
-        ? QStringLiteral("%1 (1 sentence not found)").arg(time)
-        : QStringLiteral("%1 (%2 sentences not found)").arg(time).arg(duration.missing);
+    const QString named = duration.missing.mid(0, Named).join(QStringLiteral(", "));
+    if (duration.missing.size() <= Named)
+        return QCoreApplication::translate("ProgramDuration", "%1 (%2 not found)").arg(time, named);
+    return QCoreApplication::translate("ProgramDuration", "%1 (%2 and %3 more not found)")
+        .arg(time, named)
+        .arg(duration.missing.size() - Named);
 }

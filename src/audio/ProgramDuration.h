@@ -38,7 +38,9 @@ private:
 struct ProgramDuration
 {
     double seconds = 0.0; // sentences' playing times and waits
-    int missing = 0; // sentence steps whose file was not found (or is not MPEG audio)
+    /// Sentence steps whose file was not found (or is not MPEG audio), as the step window shows
+    /// them ("A020"), each once.
+    QStringList missing;
 };
 
 /// Adds up a program's steps (`program` 0-63): a sentence step ("0NNN") its sentence's playing
@@ -47,5 +49,5 @@ struct ProgramDuration
 ProgramDuration programPlayingTime(const SettingData &data, int program, const QStringList &folders);
 ProgramDuration programPlayingTime(const SettingData &data, int program, SentenceTimes &times);
 
-/// "0:07.8", or "0:07.8 (1 sentence not found)".
+/// "0:07.8", or "0:07.8 (A020 not found)"; past three missing steps, how many more.
 QString programPlayingTimeText(const ProgramDuration &duration);

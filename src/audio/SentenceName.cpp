@@ -45,7 +45,11 @@ QString proposeSentenceName(const QString &recordingPath, const QStringList &tak
 {
     QString base;
     bool gap = false;
-    for (const QChar c : QFileInfo(recordingPath).completeBaseName()) {
+    // "Überfahrt" gives "UBERFAHR": accented letters keep their base letter.
+    for (const QChar c :
+         QFileInfo(recordingPath).completeBaseName().normalized(QString::NormalizationForm_KD)) {
+        if (c.category() == QChar::Mark_NonSpacing)
+            continue;
         if (c.unicode() < 127 && c.isLetterOrNumber()) {
             if (gap && !base.isEmpty())
                 base += QLatin1Char('_');

@@ -63,7 +63,8 @@ int runImport(CliContext &cli, const QStringList &args, const AudioOptions &give
         return ExitCode::UsageOrFileError;
     }
     if (!QFileInfo(given.to).isDir()) {
-        cli.err << "Not a folder: " << QDir::toNativeSeparators(given.to) << "\n";
+        cli.err << (QFileInfo::exists(given.to) ? "Not a folder: " : "No such folder: ")
+                << QDir::toNativeSeparators(given.to) << "\n";
         return ExitCode::UsageOrFileError;
     }
     ImportOptions options;

@@ -270,7 +270,7 @@ private slots:
         QTest::newRow("eight characters") << "Platform.flac" << true << "PLATFORM.MP2";
         QTest::newRow("nine characters") << "platforms.wav" << false << "PLATFORM.MP2";
         QTest::newRow("blank") << "good morning.wav" << false << "GOOD_MOR.MP2";
-        QTest::newRow("not ASCII") << QStringLiteral("ansage\u00e4.wav") << false << "ANSAGE.MP2";
+        QTest::newRow("accented letter") << QStringLiteral("\u00dcberfahrt.wav") << false << "UBERFAHR.MP2";
         QTest::newRow("nothing usable")
             << QStringLiteral("\u304a\u77e5\u3089\u305b.wav") << false << "SENTENCE.MP2";
     }

@@ -76,9 +76,12 @@ private slots:
         QTest::newRow("a sentence twice around a wait of 2.5 s")
             << QStringList {"0001", "2225", "0001"} << "0:05.5";
         QTest::newRow("a sentence without its file")
-            << QStringList {"0001", "0003"} << "0:01.5 (1 sentence not found)";
+            << QStringList {"0001", "0003"} << "0:01.5 (A003 not found)";
         QTest::newRow("sentence 000 and an empty slot")
-            << QStringList {"0000", "0004", "0002"} << "0:02.0 (2 sentences not found)";
+            << QStringList {"0000", "0004", "0002"} << "0:02.0 (A000, A004 not found)";
+        QTest::newRow("more missing than named")
+            << QStringList {"0005", "0006", "0004", "0007", "0005", "0008"}
+            << "0:00.0 (A005, A006, A004 and 2 more not found)";
     }
     void programTime()
     {
@@ -124,7 +127,7 @@ private slots:
                                QStringLiteral("GONE.MP2 not found")}));
         // Program 3 has no steps and so no time; 4-64 keep their new-project step.
         QCOMPARE(times.mid(0, 2),
-                 (QStringList {QStringLiteral("0:03.5"), QStringLiteral("0:00.0 (1 sentence not found)")}));
+                 (QStringList {QStringLiteral("0:03.5"), QStringLiteral("0:00.0 (A003 not found)")}));
         QCOMPARE(times.size(), 63);
     }
 

@@ -279,8 +279,7 @@ private slots:
         QTest::addColumn<bool>("ok");
         QTest::addColumn<QString>("question");
         QTest::addColumn<QString>("entered");
-        const QString replace
-            = "The recordings replace these entries:\n006: OLD.MP2\nImport the recordings?";
+        const QString replace = "The recordings replace these entries:\n006: OLD.MP2\nImport the recordings?";
         const QString leftOut = "The table ends at entry 128; these recordings are left out:\ntone.wav\n"
                                 "Import the recordings?";
         const QStringList one {"tone.wav"};
