@@ -32,10 +32,12 @@ bool isRecordingToImport(const QString &path)
 
 QString recordingNamePatterns()
 {
+    QStringList endings = recordingEndings();
+    endings << QStringLiteral("mp2");
     QStringList patterns;
-    for (const QString &ending : recordingEndings())
+    for (const QString &ending : endings)
         patterns << QStringLiteral("*.") + ending;
-    for (const QString &ending : recordingEndings())
+    for (const QString &ending : endings)
         patterns << QStringLiteral("*.") + ending.toUpper();
     return patterns.join(QLatin1Char(' '));
 }

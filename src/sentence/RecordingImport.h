@@ -7,12 +7,15 @@
 
 class QWidget;
 
-/// True for a recording the sentence table imports rather than copies: WAV, AIFF, FLAC, OGG,
-/// Opus or MP3, by its name's ending. MP2 files are copied as they are; card write checks them.
+/// True for a recording the sentence table imports rather than copies when dropped: WAV, AIFF,
+/// FLAC, OGG, Opus or MP3, by its name's ending. A dropped MP2 is copied as it is; card write
+/// checks it.
 bool isRecordingToImport(const QString &path);
 
-/// The name patterns of those recordings for a file dialog's filter, "*.wav *.WAV ...": both cases,
-/// as file systems that tell them apart hold either.
+/// The name patterns of what "Import..." takes, for a file dialog's filter, "*.wav *.WAV ...": the
+/// recordings and MP2 files too (chosen there, an MP2 is made into a standard sentence at the
+/// matched loudness, which also mends one the device refuses). Both cases, as file systems that
+/// tell them apart hold either.
 QString recordingNamePatterns();
 
 /// One recording to make into a sentence.

@@ -413,7 +413,8 @@ void dlgPcCa::cmdPcCaImport_Click()
         this, tr("Import recordings"), tr("Recordings (%1)").arg(recordingNamePatterns()));
     QStringList recordings;
     for (const QString &path : chosen)
-        if (isRecordingToImport(path))
+        if (isRecordingToImport(path)
+            || QFileInfo(path).suffix().compare(QLatin1String("mp2"), Qt::CaseInsensitive) == 0)
             recordings << QDir::fromNativeSeparators(path);
     if (!recordings.isEmpty())
         importRecordings(m_current, recordings);

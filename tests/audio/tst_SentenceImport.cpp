@@ -1,5 +1,6 @@
 #include "AudioDecode.h"
 #include "AudioFixtures.h"
+#include "AudioImport.h"
 #include "CardWrite.h"
 #include "GuiFixture.h"
 #include "Loudness.h"
@@ -191,6 +192,31 @@ private slots:
         for (const char *pattern : {"*.wav", "*.WAV", "*.flac", "*.mp3", "*.MP3", "*.opus", "*.aiff"})
             QVERIFY2(f->fileDialogs.filters.first().contains(QLatin1String(pattern)), pattern);
         QVERIFY(f->msgBox.shown.isEmpty());
+    }
+
+    // An MP2 chosen in Import... is made into a standard sentence at the matched loudness; the
+    // same file dropped is copied as it is.
+    void chosenMp2IsMadeStandard()
+    {
+        const QString high = recording(QStringLiteral("HIGH.MP2"));
+        ImportOptions options;
+        options.quality = Mp2Quality::High;
+        ImportResult result;
+        QString error;
+        QVERIFY2(importRecording(recording(QStringLiteral("hello.wav")), high, options, result, error),
+                 qPrintable(error));
+        dlgPcCa dialog(f->context, nullptr);
+        f->fileDialogs.answers = {high};
+        findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaImport"))->click();
+        QVERIFY2(f->fileDialogs.filters.first().contains(QLatin1String("*.mp2")),
+                 qPrintable(f->fileDialogs.filters.first()));
+        QCOMPARE(dialog.box(0)->text(), QStringLiteral("HIGH.MP2"));
+        DecodedAudio made;
+        QVERIFY2(decodeAudioFile(workFile(QStringLiteral("HIGH.MP2")), made, error), qPrintable(error));
+        QCOMPARE(made.sampleRate, 32000);
+
+        dropOn(dialog.box(1), {high});
+        QCOMPARE(readTestFile(workFile(QStringLiteral("HIGH.MP2"))), readTestFile(high));
     }
 
     // What the table promises: a recording dropped on it plays from the card at the device's
