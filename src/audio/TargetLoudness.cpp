@@ -23,18 +23,16 @@ bool levelToTarget(const std::vector<float> &samples, int sampleRate, double mea
 {
     const double plainDb = targetLufs - measuredLufs;
     const float limit = float(dbToGain(peakLimitDb));
+    PeakLimiter limiter(samples, sampleRate);
     double gainDb = plainDb;
     // How much louder the limited sound gets per dB of gain, from the last two rounds: less than
     // 1, since the limiter takes back part of each step. The first step assumes all of it.
     double previousGainDb = 0.0;
     double previousLufs = 0.0;
     for (int round = 0; round < MaxRounds; ++round) {
-        const float gain = float(dbToGain(gainDb));
-        out.resize(samples.size());
-        std::transform(samples.begin(), samples.end(), out.begin(), [gain](float s) { return s * gain; });
         levelled.gainDb = gainDb;
         // Nothing limited: the loudness moved exactly by the gain.
-        if (limitPeaks(out, sampleRate, limit) >= 1.0f) {
+        if (limiter.apply(float(dbToGain(gainDb)), limit, out) >= 1.0f) {
             levelled.loudnessLufs = measuredLufs + gainDb;
             return true;
         }

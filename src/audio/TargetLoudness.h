@@ -14,7 +14,7 @@ struct LevelledGain
 };
 
 /// Puts into `out` mono `samples` (measured at `measuredLufs`) brought to `targetLufs`, their
-/// peaks held at or under `peakLimitDb` (dBFS) by the peak limiter. Limiting takes a little
+/// true peaks held at or under `peakLimitDb` (dB of full scale) by the peak limiter. Limiting takes a little
 /// loudness away, so the gain is raised by what is missing and the sound limited again from the
 /// start, a few rounds at most, until it lands within a tenth of a LU of the target; a sound
 /// whose peaks stay under the limit is only scaled. False with `error` when the meter fails.

@@ -187,7 +187,8 @@ private slots:
         for (size_t i = burst; i < burst + Rate / 50; ++i)
             samples[i] += float(0.8 * std::sin(6.283185307179586 * 3000.0 * double(i) / Rate));
         const std::vector<float> input = samples;
-        QVERIFY(limitPeaks(samples, Rate, 0.5f) < 1.0f);
+        PeakLimiter limiter(input, Rate);
+        QVERIFY(limiter.apply(1.0f, 0.5f, samples) < 1.0f);
         const size_t lookAhead = Rate * 5 / 1000;
         float highest = 0.0f;
         for (size_t i = 0; i < samples.size(); ++i) {
