@@ -5,6 +5,7 @@
 #include "Loudness.h"
 #include "Mp2File.h"
 #include "Resample.h"
+#include "TargetLoudness.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,6 +13,18 @@
 #include <cmath>
 
 namespace {
+
+// The limiter holds the samples and the midpoints between them; the wave rises a little higher
+// still, and coding at a low bit rate adds noise onto the peaks (up to a dB on sharp speech).
+// Starting this far under the ceiling keeps nearly every coded sentence under it at the first try.
+constexpr double InterSamplePeakRoomDb = 1.0;
+// When the coded sentence still passes the ceiling, the limit goes down by the excess and this.
+constexpr double CeilingMarginDb = 0.3;
+// Coding again when the coded sentence misses the target loudness by more than this.
+constexpr double LoudnessToleranceLu = 0.5;
+// Encodings at most: the first nearly always fits, each further one corrects by what the one
+// before measured.
+constexpr int MaxEncodings = 4;
 
 bool cancelled(const ImportOptions &options)
 {
@@ -44,6 +57,24 @@ void fitToWholeFrames(std::vector<float> &mono)
     mono.resize(frames * Mp2FrameSamples, 0.0f);
 }
 
+// Encodes the sentence and measures it as the device will play it and as `dq480-cli info`
+// measures the file: decoded, one channel at its own rate.
+bool encodeAndMeasure(const std::vector<float> &mono, Mp2Quality quality, QByteArray &mp2,
+                      LoudnessMeasure &written, QString &reason)
+{
+    mp2 = encodeMp2(mono, quality, reason);
+    if (mp2.isEmpty())
+        return false;
+    if (!isAcceptedMp2Header(mp2)) {
+        reason = QCoreApplication::translate("AudioImport",
+                                             "the encoded sentence fails the device's MP2 check.");
+        return false;
+    }
+    DecodedAudio played;
+    return decodeMpegBytes(mp2, played, reason)
+        && measureLoudness(played.samples, played.channels, played.sampleRate, written, reason);
+}
+
 bool importInto(const QString &inputPath, const QString &outputPath, const ImportOptions &options,
                 ImportResult &result, QString &reason)
 {
@@ -74,33 +105,54 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
         reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
     }
+    // The true peak of the recording is not needed: the limiter looks at every sample, and the
+    // file made is measured in full below.
     LoudnessMeasure measure;
-    if (!measureLoudness(resampled, 1, rate, measure, reason))
+    if (!measureLoudness(resampled, 1, rate, measure, reason, PeakMeasure::None))
         return false;
     if (!std::isfinite(measure.integratedLufs)) {
         reason = QCoreApplication::translate("AudioImport",
                                              "it is silent (quieter than the loudness meter's gate).");
         return false;
     }
+    QByteArray mp2;
+    LoudnessMeasure written;
     double gainDb = 0.0;
-    if (options.targetLufs)
-        gainDb = std::min(*options.targetLufs - measure.integratedLufs,
-                          options.truePeakCeilingDb - measure.truePeakDb);
-    const float gain = float(dbToGain(gainDb));
-    for (float &s : resampled)
-        s *= gain;
-    fitToWholeFrames(resampled);
-    if (cancelled(options)) {
-        reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
-        return false;
-    }
-    const QByteArray mp2 = encodeMp2(resampled, options.quality, reason);
-    if (mp2.isEmpty())
-        return false;
-    if (!isAcceptedMp2Header(mp2)) {
-        reason = QCoreApplication::translate("AudioImport",
-                                             "the encoded sentence fails the device's MP2 check.");
-        return false;
+    double peakLimitDb = options.truePeakCeilingDb - InterSamplePeakRoomDb;
+    double codingShiftLu = 0.0;
+    std::vector<float> levelled;
+    for (int encoding = 1;; ++encoding) {
+        LevelledGain gain;
+        if (options.targetLufs) {
+            if (!levelToTarget(resampled, rate, measure.integratedLufs, *options.targetLufs - codingShiftLu,
+                               peakLimitDb, levelled, gain, reason))
+                return false;
+            gainDb = gain.gainDb;
+        } else {
+            levelled = std::move(resampled); // the only round: no gain, no limiter
+        }
+        fitToWholeFrames(levelled);
+        if (cancelled(options)) {
+            reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
+            return false;
+        }
+        // Coding moves the peaks and, a little, the loudness: what counts is the sentence made.
+        if (!encodeAndMeasure(levelled, options.quality, mp2, written, reason))
+            return false;
+        if (!options.targetLufs || encoding == MaxEncodings)
+            break;
+        const double excessDb = written.truePeakDb - options.truePeakCeilingDb;
+        // A loudness the limiter could not reach is not reached by coding again either.
+        const double shiftLu = written.integratedLufs - gain.loudnessLufs;
+        const bool codingMissed
+            = std::fabs(*options.targetLufs - written.integratedLufs) > LoudnessToleranceLu
+            && std::fabs(shiftLu) > LoudnessToleranceLu / 2;
+        if (excessDb <= 0.0 && !codingMissed)
+            break;
+        if (excessDb > 0.0)
+            peakLimitDb -= excessDb + CeilingMarginDb;
+        if (codingMissed)
+            codingShiftLu += shiftLu;
     }
     if (cancelled(options)) {
         reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
@@ -112,10 +164,10 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
         return false;
     }
     result.outputPath = outputPath;
-    result.seconds = double(resampled.size()) / rate;
+    result.seconds = double(levelled.size()) / rate;
     result.gainDb = gainDb;
-    result.loudnessLufs = measure.integratedLufs + gainDb;
-    result.truePeakDb = measure.truePeakDb + gainDb;
+    result.loudnessLufs = written.integratedLufs;
+    result.truePeakDb = written.truePeakDb;
     return true;
 }
 

@@ -14,7 +14,7 @@ struct ImportOptions
     Mp2Quality quality = Mp2Quality::Standard;
     /// The integrated loudness to reach, in LUFS; none keeps the recording's level.
     std::optional<double> targetLufs = -16.0;
-    /// The true peak the gain must keep under, in dBTP.
+    /// The true peak the written sentence keeps at or under, in dBTP, when a target is given.
     double truePeakCeilingDb = -1.0;
     /// The sample rate converter; none takes the one the quality needs (`converterFor`).
     std::optional<ResampleQuality> resampling;
@@ -29,9 +29,9 @@ struct ImportResult
 {
     QString outputPath;
     double seconds = 0.0;
-    double loudnessLufs = 0.0; // of the sound given to the encoder
-    double truePeakDb = 0.0;
-    double gainDb = 0.0;
+    double loudnessLufs = 0.0; // of the written sentence, decoded: what `dq480-cli info` shows
+    double truePeakDb = 0.0; // the same
+    double gainDb = 0.0; // before the peak limiter
 };
 
 /// The converter whose band covers all the encoder keeps at `quality`. A standard sentence (64
@@ -43,9 +43,11 @@ ResampleQuality converterFor(Mp2Quality quality);
 /// Level under which a recording counts as silence, at its ends or as a whole.
 constexpr double SilenceDb = -50.0;
 
-/// Makes one device-ready MP2 from a recording: mono, the quality's rate, the gain that reaches
-/// the target loudness without the true peak passing the ceiling, optionally trimmed, encoded,
-/// checked with the card write's MP2 rule and written atomically to `outputPath` (replacing a
-/// file there). False with `error` naming the recording and the reason; then nothing is written.
+/// Makes one device-ready MP2 from a recording: mono, the quality's rate, optionally trimmed,
+/// brought to the target loudness with the peaks that would pass the ceiling limited, encoded,
+/// decoded and measured (encoded again, a little lower, when coding pushed a peak over the
+/// ceiling), checked with the card write's MP2 rule and written atomically to `outputPath`
+/// (replacing a file there). False with `error` naming the recording and the reason; then nothing
+/// is written.
 bool importRecording(const QString &inputPath, const QString &outputPath, const ImportOptions &options,
                      ImportResult &result, QString &error);

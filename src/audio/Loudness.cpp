@@ -22,10 +22,11 @@ double toDb(double linear)
 } // namespace
 
 bool measureLoudness(const std::vector<float> &samples, int channels, int sampleRate,
-                     LoudnessMeasure &measure, QString &error)
+                     LoudnessMeasure &measure, QString &error, PeakMeasure peak)
 {
+    const int mode = peak == PeakMeasure::TruePeak ? EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK : EBUR128_MODE_I;
     std::unique_ptr<ebur128_state, StateCloser> state(
-        ebur128_init(unsigned(channels), unsigned(sampleRate), EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK));
+        ebur128_init(unsigned(channels), unsigned(sampleRate), mode));
     if (!state) {
         error = QCoreApplication::translate("AudioImport", "the loudness meter refused %1 channels at %2 Hz.")
                     .arg(channels)
@@ -41,7 +42,7 @@ bool measureLoudness(const std::vector<float> &samples, int channels, int sample
         return false;
     }
     double highest = 0.0;
-    for (int c = 0; c < channels; ++c) {
+    for (int c = 0; peak == PeakMeasure::TruePeak && c < channels; ++c) {
         double peak = 0.0;
         if (ebur128_true_peak(state.get(), unsigned(c), &peak) == EBUR128_SUCCESS)
             highest = std::max(highest, peak);

@@ -14,10 +14,14 @@ struct LoudnessMeasure
     double truePeakDb = -std::numeric_limits<double>::infinity();
 };
 
+/// What to measure: the true peak costs three times what the loudness alone does.
+enum class PeakMeasure { TruePeak, None };
+
 /// Measures interleaved samples; a sound shorter than the meter's 400 ms block is measured
-/// repeated until it fills one. False with `error` when libebur128 refuses them.
+/// repeated until it fills one. With `PeakMeasure::None` the true peak is left at minus infinity.
+/// False with `error` when libebur128 refuses them.
 bool measureLoudness(const std::vector<float> &samples, int channels, int sampleRate,
-                     LoudnessMeasure &measure, QString &error);
+                     LoudnessMeasure &measure, QString &error, PeakMeasure peak = PeakMeasure::TruePeak);
 
 /// The highest sample magnitude in dBFS (minus infinity for digital silence).
 double samplePeakDb(const std::vector<float> &samples);

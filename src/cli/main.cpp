@@ -38,12 +38,14 @@ Commands:
   import IN... --to FOLDER [--name NAME] [--quality standard|high] [--loudness LUFS|off] [--trim]
                         make a sentence the device plays from each recording (WAV, AIFF, FLAC,
                         OGG, Opus, MP3, MP2): mono MPEG-1 Layer II, standard = 32 kHz 64 kbit/s
-                        (default), high = 44.1 kHz 128 kbit/s, at -16 LUFS (true peak at most
-                        -1 dBTP) unless --loudness says otherwise; --trim cuts silence under
-                        -50 dBFS at both ends. The sentence is named after the recording, upper
-                        case; a name longer than 8 characters or holding a blank or
-                        \ / : * ? < > | , " ; is refused unless --name gives one. An existing
-                        sentence is replaced only with --force. Prints name, duration, loudness.
+                        (default), high = 44.1 kHz 128 kbit/s, at -16 LUFS unless --loudness
+                        says otherwise (off keeps the recording's level); a limiter holds the
+                        peaks so that the written file's true peak stays at most -1 dBTP;
+                        --trim cuts silence under -50 dBFS at both ends. The sentence is named
+                        after the recording, upper case; a name longer than 8 characters or
+                        holding a blank or \ / : * ? < > | , " ; is refused unless --name gives
+                        one. An existing sentence is replaced only with --force. Prints name,
+                        duration and the loudness the written file plays at.
                         A recording that cannot be read, is damaged, silent or longer than
                         30 minutes is refused with the reason; nothing is written for it.
   info FILE...          print an audio file's format, duration, integrated loudness (LUFS),

@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -52,6 +53,7 @@ private slots:
         QVERIFY(write(recording(QStringLiteral("hello.wav")), sine(440.0, 2.0, 48000, 2, 0.1), Wav16));
         QVERIFY(write(recording(QStringLiteral("good morning.flac")), speechLike(1.5, 44100, 1), Flac16));
         QVERIFY(write(recording(QStringLiteral("silence.wav")), sine(440.0, 1.0, 48000, 1, 0.0), Wav16));
+        QVERIFY(write(recording(QStringLiteral("plosive.wav")), speechWithPlosives(4.0, 48000, 1), Wav16));
     }
 
     void import_data()
@@ -142,6 +144,26 @@ private slots:
         QVERIFY(run.out.contains(QStringLiteral("  device:    plays it\n")));
         QVERIFY(run.out.contains(QStringLiteral("WAV (Microsoft), Signed 16 bit PCM, 48000 Hz, stereo\n")));
         QVERIFY(run.out.contains(QStringLiteral("  device:    refuses it")));
+    }
+
+    // Speech whose peaks stand far over its loudness: import prints the loudness that info then
+    // measures on the sentence, the default target, and the true peak stays under -1 dBTP.
+    void importPrintsWhatInfoMeasures()
+    {
+        QTemporaryDir folder;
+        const Run imported = cli({QStringLiteral("import"), recording(QStringLiteral("plosive.wav")),
+                                  QStringLiteral("--to"), folder.path()});
+        QCOMPARE(imported.code, 0);
+        const QRegularExpression printed(QStringLiteral("^PLOSIVE\\.MP2  0:04\\.0  (-1[56]\\.\\d) LUFS\n$"));
+        const QRegularExpressionMatch loudness = printed.match(imported.out);
+        QVERIFY2(loudness.hasMatch(), qPrintable(imported.out));
+        const Run info = cli({QStringLiteral("info"), folder.filePath(QStringLiteral("PLOSIVE.MP2"))});
+        QCOMPARE(info.code, 0);
+        QVERIFY2(info.out.contains(QStringLiteral("  loudness:  %1 LUFS\n").arg(loudness.captured(1))),
+                 qPrintable(info.out));
+        const QRegularExpressionMatch peak
+            = QRegularExpression(QStringLiteral("  true peak: (-?\\d+\\.\\d) dBTP\n")).match(info.out);
+        QVERIFY2(peak.hasMatch() && peak.captured(1).toDouble() <= -1.0, qPrintable(info.out));
     }
 
     // The sample project the README offers: its script runs into any folder, and its project goes
