@@ -154,6 +154,15 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
         if (codingMissed)
             codingShiftLu += shiftLu;
     }
+    // A sentence still over the ceiling after the last round is turned down as a whole: a little
+    // under the target rather than over the ceiling.
+    if (options.targetLufs && written.truePeakDb > options.truePeakCeilingDb) {
+        const float down = float(dbToGain(options.truePeakCeilingDb - written.truePeakDb - CeilingMarginDb));
+        for (float &s : levelled)
+            s *= down;
+        if (!encodeAndMeasure(levelled, options.quality, mp2, written, reason))
+            return false;
+    }
     if (cancelled(options)) {
         reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
