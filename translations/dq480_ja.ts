@@ -730,10 +730,6 @@
         <translation>パス :</translation>
     </message>
     <message>
-        <source>Importing recordings...</source>
-        <translation>録音を取り込んでいます...</translation>
-    </message>
-    <message>
         <source>The import was cancelled.</source>
         <translation>取り込みを中止しました。</translation>
     </message>
@@ -784,6 +780,10 @@
     <message>
         <source>Import the recordings?</source>
         <translation>録音を取り込みますか?</translation>
+    </message>
+    <message>
+        <source>Importing recordings... %1 of %2 done</source>
+        <translation>録音を取り込んでいます... %2 件中 %1 件完了</translation>
     </message>
 </context>
 <context>

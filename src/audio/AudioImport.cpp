@@ -26,6 +26,16 @@ constexpr double LoudnessToleranceLu = 0.5;
 // before measured.
 constexpr int MaxEncodings = 4;
 
+// The share of an import's time done after each stage, in thousandths, as a standard import of
+// speech spends it: decoding, rate conversion, levelling, coding and measuring.
+enum Done { Decoded = 150, Converted = 550, Levelled = 650, Coded = 950, Written = 1000 };
+
+void report(const ImportOptions &options, Done done)
+{
+    if (options.progress)
+        options.progress->store(done, std::memory_order_relaxed);
+}
+
 bool cancelled(const ImportOptions &options)
 {
     return options.cancel && options.cancel->load(std::memory_order_relaxed);
@@ -81,6 +91,7 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
     DecodedAudio audio;
     if (!decodeAudioFile(inputPath, audio, reason, options.cancel))
         return false;
+    report(options, Decoded);
     std::vector<float> mono = downmixToMono(audio);
     const int inputRate = audio.sampleRate;
     audio = DecodedAudio();
@@ -101,6 +112,7 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
                       options.resampling.value_or(converterFor(options.quality))))
         return false;
     mono = std::vector<float>();
+    report(options, Converted);
     if (cancelled(options)) {
         reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
@@ -132,6 +144,7 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
             levelled = std::move(resampled); // the only round: no gain, no limiter
         }
         fitToWholeFrames(levelled);
+        report(options, Levelled);
         if (cancelled(options)) {
             reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
             return false;
@@ -163,6 +176,7 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
         if (!encodeAndMeasure(levelled, options.quality, mp2, written, reason))
             return false;
     }
+    report(options, Coded);
     if (cancelled(options)) {
         reason = QCoreApplication::translate("AudioImport", "the import was cancelled.");
         return false;
@@ -177,6 +191,7 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
     result.gainDb = gainDb;
     result.loudnessLufs = written.integratedLufs;
     result.truePeakDb = written.truePeakDb;
+    report(options, Written);
     return true;
 }
 

@@ -22,6 +22,8 @@ struct ImportOptions
     bool trimSilence = false;
     /// Set from another thread to stop; the import then writes nothing.
     const std::atomic<bool> *cancel = nullptr;
+    /// Told how far the import has come, in thousandths, for a progress bar in another thread.
+    std::atomic<int> *progress = nullptr;
 };
 
 /// What was written.

@@ -48,14 +48,18 @@ bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent)
     std::atomic<bool> cancel = false;
     std::atomic<int> next = 0;
     std::atomic<int> finished = 0;
-    ImportOptions options;
-    options.cancel = &cancel;
+    // Each import tells how far it is, so that one long recording moves the bar too.
+    std::vector<std::atomic<int>> done(jobs.size());
     const auto work = [&] {
         for (int i = next++; i < total; i = next++) {
+            ImportOptions options;
+            options.cancel = &cancel;
+            options.progress = &done[size_t(i)];
             ImportResult result;
             QString error;
             if (!importRecording(jobs[size_t(i)].input, jobs[size_t(i)].output, options, result, error))
                 jobs[size_t(i)].error = error;
+            done[size_t(i)] = 1000;
             ++finished;
         }
     };
@@ -64,13 +68,22 @@ bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent)
     for (int t = 0; t < threads; ++t)
         workers.emplace_back(work);
 
-    QProgressDialog progress(QCoreApplication::translate("dlgPcCa", "Importing recordings..."),
-                             QCoreApplication::translate("dlgPcCa", "Cancel"), 0, total, parent);
+    const auto doneText = [&] {
+        return QCoreApplication::translate("dlgPcCa", "Importing recordings... %1 of %2 done")
+            .arg(int(finished))
+            .arg(total);
+    };
+    QProgressDialog progress(doneText(), QCoreApplication::translate("dlgPcCa", "Cancel"), 0, total * 1000,
+                             parent);
     progress.setObjectName(QStringLiteral("prgImport"));
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(500);
     while (finished < total) {
-        progress.setValue(finished);
+        int sum = 0;
+        for (const std::atomic<int> &part : done)
+            sum += part.load(std::memory_order_relaxed);
+        progress.setValue(std::min(sum, total * 1000 - 1));
+        progress.setLabelText(doneText());
         QCoreApplication::processEvents(QEventLoop::AllEvents, 30);
         if (progress.wasCanceled())
             cancel = true;
@@ -78,7 +91,7 @@ bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent)
     }
     for (std::thread &worker : workers)
         worker.join();
-    progress.setValue(total);
+    progress.setValue(total * 1000);
     if (!cancel && !progress.wasCanceled())
         return true;
     for (RecordingJob &job : jobs) {

@@ -379,6 +379,26 @@ private slots:
         QCOMPARE(QDir(out.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
     }
 
+    // One long recording moves the bar as it goes, not only when it is done.
+    void progressMovesWithinOneRecording()
+    {
+        const QString longer = recording(QStringLiteral("longer.wav"));
+        QVERIFY(write(longer, speechLike(30.0, 48000, 2), Wav16));
+        QTemporaryDir out;
+        std::vector<RecordingJob> jobs {{longer, out.filePath(QStringLiteral("L.MP2")), {}}};
+        QWidget parent;
+        QList<int> seen;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, &parent, [&] {
+            auto *progress = parent.findChild<QProgressDialog *>(QStringLiteral("prgImport"));
+            if (progress && progress->value() > 0 && progress->value() < progress->maximum())
+                seen << progress->value();
+        });
+        poll.start(2);
+        QVERIFY(runRecordingImports(jobs, &parent));
+        QVERIFY(!seen.isEmpty());
+    }
+
     void mp2FilesAreStillCopied()
     {
         QTemporaryDir elsewhere;
