@@ -14,7 +14,7 @@ constexpr int MaxRounds = 4;
 constexpr double ToleranceLu = 0.1;
 // The most the gain is raised over the plain one to make up for limiting. A target that needs
 // more would squash the whole sound against the ceiling; it stays short of the target instead.
-constexpr double MaxMakeUpDb = 4.0;
+constexpr double MaxMakeUpDb = 6.0;
 
 } // namespace
 

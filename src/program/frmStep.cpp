@@ -158,12 +158,7 @@ void frmStep::focusBox(int index)
 
 void frmStep::bringColumnIntoView(int index)
 {
-    const int column = m_columns->columnOf(index);
-    int first = m_hscStep->value();
-    if (column < first)
-        first = column;
-    else if (column >= first + VisibleColumns)
-        first = column - VisibleColumns + 1;
+    const int first = m_columns->firstColumnShowing(index, m_hscStep->value());
     const QSignalBlocker block(m_hscStep);
     m_hscStep->setValue(first);
     m_columns->showColumn(first);

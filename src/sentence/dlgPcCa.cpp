@@ -273,7 +273,9 @@ void dlgPcCa::TxtPcCa_KeyDown_Enter(int index)
 {
     // The last box of the table keeps the focus.
     const int last = Table::lastEntry(m_context.state.SettingBuffer);
-    m_boxes[qMin(index + 1, last)]->setFocus();
+    const int next = qMin(index + 1, last);
+    revealBox(next);
+    m_boxes[next]->setFocus();
 }
 
 void dlgPcCa::TxtPcCa_OLEDragDrop(int index, const QString &path)
@@ -390,12 +392,7 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
 
 void dlgPcCa::revealBox(int index)
 {
-    const int column = m_columns->columnOf(index);
-    const int first = m_hscCaPc->value();
-    if (column < first)
-        m_hscCaPc->setValue(column);
-    else if (column >= first + VisibleColumns)
-        m_hscCaPc->setValue(column - VisibleColumns + 1);
+    m_hscCaPc->setValue(m_columns->firstColumnShowing(index, m_hscCaPc->value()));
 }
 
 void dlgPcCa::showDuration(int index)
@@ -438,6 +435,7 @@ bool dlgPcCa::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::FocusIn:
         m_current = index;
+        revealBox(index);
         showDuration(index);
         break;
     case QEvent::DragEnter:

@@ -43,6 +43,16 @@ public:
     /// Slides the columns so that column `first` is the leftmost shown.
     void showColumn(int first);
 
+    /// The leftmost column to show so that box `index` is in view, moving as little as possible
+    /// from `first`.
+    int firstColumnShowing(int index, int first) const
+    {
+        const int column = columnOf(index);
+        return column < first                    ? column
+            : column >= first + m_visibleColumns ? column - m_visibleColumns + 1
+                                                 : first;
+    }
+
 private:
     QWidget *m_frame;
     int m_rows;

@@ -7,6 +7,7 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -109,6 +110,13 @@ private slots:
         QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
         QCOMPARE(dialog.focusWidget(), dialog.box(3));
         QVERIFY(dialog.isVisible());
+        // Past the last column in view, the table scrolls to the box Enter went to.
+        dialog.box(63)->setFocus();
+        QTest::keyClick(dialog.box(63), Qt::Key_Return);
+        QCOMPARE(dialog.focusWidget(), dialog.box(64));
+        const int first = findControl<QScrollBar>(&dialog, QStringLiteral("hscCaPc"))->value();
+        QVERIFY2(first <= 64 / dlgPcCa::Rows && 64 / dlgPcCa::Rows < first + dlgPcCa::VisibleColumns,
+                 qPrintable(QString::number(first)));
         dialog.box(127)->setFocus();
         QTest::keyClick(dialog.box(127), Qt::Key_Return);
         QCOMPARE(dialog.focusWidget(), dialog.box(127));
