@@ -30,15 +30,25 @@ constexpr int MaxEncodings = 4;
 // speech spends it: decoding, rate conversion, levelling, coding and measuring.
 enum Done { Decoded = 150, Converted = 550, Levelled = 650, Coded = 950, Written = 1000 };
 
-void report(const ImportOptions &options, Done done)
+bool cancelled(const ImportOptions &options)
+{
+    return options.cancel && options.cancel->load(std::memory_order_relaxed);
+}
+
+void report(const ImportOptions &options, int done)
 {
     if (options.progress)
         options.progress->store(done, std::memory_order_relaxed);
 }
 
-bool cancelled(const ImportOptions &options)
+// The progress of one long step that takes the import from `from` to `to`; it stops the step
+// when the import is cancelled.
+WorkProgress stepProgress(const ImportOptions &options, Done from, Done to)
 {
-    return options.cancel && options.cancel->load(std::memory_order_relaxed);
+    return [&options, from, to](double done) {
+        report(options, from + int((to - from) * done));
+        return !cancelled(options);
+    };
 }
 
 // Drops what lies under the silence level before the first and after the last louder sample,
@@ -70,9 +80,9 @@ void fitToWholeFrames(std::vector<float> &mono)
 // Encodes the sentence and measures it as the device will play it and as `dq480-cli info`
 // measures the file: decoded, one channel at its own rate.
 bool encodeAndMeasure(const std::vector<float> &mono, Mp2Quality quality, QByteArray &mp2,
-                      LoudnessMeasure &written, QString &reason)
+                      LoudnessMeasure &written, QString &reason, const WorkProgress &progress = {})
 {
-    mp2 = encodeMp2(mono, quality, reason);
+    mp2 = encodeMp2(mono, quality, reason, progress);
     if (mp2.isEmpty())
         return false;
     if (!isAcceptedMp2Header(mp2)) {
@@ -109,7 +119,8 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
     const int rate = mp2SampleRate(options.quality);
     std::vector<float> resampled;
     if (!resampleMono(mono, inputRate, rate, resampled, reason,
-                      options.resampling.value_or(converterFor(options.quality))))
+                      options.resampling.value_or(converterFor(options.quality)),
+                      stepProgress(options, Decoded, Converted)))
         return false;
     mono = std::vector<float>();
     report(options, Converted);
@@ -150,7 +161,8 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
             return false;
         }
         // Coding moves the peaks and, a little, the loudness: what counts is the sentence made.
-        if (!encodeAndMeasure(levelled, options.quality, mp2, written, reason))
+        if (!encodeAndMeasure(levelled, options.quality, mp2, written, reason,
+                              stepProgress(options, Levelled, Coded)))
             return false;
         if (!options.targetLufs || encoding == MaxEncodings)
             break;

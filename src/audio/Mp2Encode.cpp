@@ -27,7 +27,8 @@ struct EncoderCloser
 
 } // namespace
 
-QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString &error)
+QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString &error,
+                     const WorkProgress &progress)
 {
     std::unique_ptr<twolame_options, EncoderCloser> encoder(twolame_init());
     if (!encoder) {
@@ -61,6 +62,10 @@ QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString
             return {};
         }
         out.append(reinterpret_cast<const char *>(frames.data()), written);
+        if (progress && !progress(double(start + count) / double(mono.size()))) {
+            error = QCoreApplication::translate("AudioImport", "the import was cancelled.");
+            return {};
+        }
     }
     const int flushed = twolame_encode_flush(encoder.get(), frames.data(), int(frames.size()));
     if (flushed < 0) {

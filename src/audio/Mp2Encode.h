@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WorkProgress.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -18,5 +20,7 @@ int mp2BitrateKbps(Mp2Quality quality);
 constexpr int Mp2FrameSamples = 1152;
 
 /// Encodes mono samples (at `mp2SampleRate(quality)`, full scale 1.0; louder is clipped) as MPEG-1
-/// Layer II, mono. The encoder pads the last frame with silence. Empty with `error` on failure.
-QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString &error);
+/// Layer II, mono. The encoder pads the last frame with silence. Empty with `error` on failure or
+/// when `progress` stops it.
+QByteArray encodeMp2(const std::vector<float> &mono, Mp2Quality quality, QString &error,
+                     const WorkProgress &progress = {});

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WorkProgress.h"
+
 #include <QString>
 
 #include <vector>
@@ -9,6 +11,7 @@
 enum class ResampleQuality { Best, Medium };
 
 /// Converts mono samples from one rate to another; the same rate returns the samples as they are.
-/// False with `error` when the converter fails.
+/// False with `error` when the converter fails or `progress` stops it.
 bool resampleMono(const std::vector<float> &in, int fromRate, int toRate, std::vector<float> &out,
-                  QString &error, ResampleQuality quality = ResampleQuality::Best);
+                  QString &error, ResampleQuality quality = ResampleQuality::Best,
+                  const WorkProgress &progress = {});
