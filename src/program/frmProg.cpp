@@ -23,6 +23,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -174,6 +175,17 @@ void frmProg::buildControls()
     layout->addLayout(frames);
     layout->addStretch();
     layout->addLayout(buttons);
+
+    // Tab goes down the window as it is drawn, not in the order the controls were made.
+    const std::initializer_list<QWidget *> tabOrder {
+        m_txtProgName,  m_cmbPrgMethod, m_txtAutoVol,    m_txtPrgInt,     m_optPrgInt[0],
+        m_optPrgInt[1], m_txtPrgNo,     m_optPrgBusy[0], m_optPrgBusy[1], m_cmdProgStep,
+        cmdPrint,       cmdProgOk,      cmdProgClose,    m_cmdProgSave};
+    for (auto it = tabOrder.begin(); it + 1 != tabOrder.end(); ++it)
+        setTabOrder(*it, *(it + 1));
+    // Escape is the Cancel button, as in a dialog.
+    auto *escape = new QShortcut(QKeySequence::Cancel, this, cmdProgClose, &QPushButton::click);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
 
     connect(m_cmbPrgMethod, &QComboBox::activated, this, &frmProg::cmbPrgMethod_Click);
     m_cmbPrgMethod->installEventFilter(this);

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -66,6 +67,9 @@ frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
     connect(m_cmdStpSave, &QPushButton::clicked, this, &frmStep::cmdStpSave_Click);
     connect(cmdStepOk, &QPushButton::clicked, this, &frmStep::cmdStepOk_Click);
     connect(cmdStpClose, &QPushButton::clicked, this, &frmStep::cmdStpClose_Click);
+    // Escape is the Close button, as in a dialog.
+    auto *escape = new QShortcut(QKeySequence::Cancel, this, cmdStpClose, &QPushButton::click);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
     Form_Load();
 }
 

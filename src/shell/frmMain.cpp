@@ -42,6 +42,9 @@ frmMain::frmMain(AppContext &context)
     m_projectCommands->setParent(this); // the window owns its commands and ends them with it
     m_mdiArea->setObjectName(QStringLiteral("MDIClient"));
     m_mdiArea->viewport()->installEventFilter(this);
+    // A document window larger than the main window stays reachable: its buttons scroll into view.
+    m_mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(m_mdiArea);
     m_timer1->setObjectName(QStringLiteral("Timer1"));
     m_timer1->setInterval(SplashMilliseconds);
@@ -54,6 +57,8 @@ frmMain::frmMain(AppContext &context)
     setProjectMenusVisible(false);
 
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    // Room for the menus, the toolbar, the status bar and a corner of a document window.
+    setMinimumSize(qMin(480, screen.width()), qMin(360, screen.height()));
     resize(qMin(960, screen.width() - 40), qMin(720, screen.height() - 40));
     move(screen.center() - rect().center());
 }

@@ -4,6 +4,7 @@
 #include "frmProg.h"
 #include "frmStep.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -134,6 +135,34 @@ private slots:
         QCOMPARE(state().Setting.ProgramOption[4], option);
         QCOMPARE(state().Setting.RepeatInterval[4], qint16(0));
         QVERIFY(f->msgBox.shown.isEmpty());
+    }
+
+    // The keyboard alone works the window: Tab goes down it as drawn, Up steps a number as the
+    // bar's up arrow does, Escape is Cancel.
+    void keyboardWorksTheWindow()
+    {
+        open(1);
+        chooseMethod(2); // Repeat: every frame shows
+        QApplication::setActiveWindow(area.get());
+        control<QLineEdit>("txtProgName")->setFocus();
+        QStringList visited;
+        for (int i = 0; i < 7; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            visited << QApplication::focusWidget()->objectName();
+        }
+        QCOMPARE(visited,
+                 (QStringList {"cmbPrgMethod", "txtAutoVol", "txtPrgInt", "optPrgInt_0", "txtPrgNo",
+                               "optPrgBusy_0", "cmdProgStep"}));
+
+        auto *count = control<QLineEdit>("txtPrgNo");
+        count->setFocus();
+        QTest::keyClick(count, Qt::Key_Up);
+        QCOMPARE(count->text(), QStringLiteral("2"));
+
+        f->msgBox.script({MsgBox::Answer::Cancel});
+        QTest::keyClick(count, Qt::Key_Escape);
+        QCOMPARE(f->msgBox.shown.size(), 1);
+        QVERIFY(window);
     }
 
     void stepCaptionNamesItsOwnProgram()

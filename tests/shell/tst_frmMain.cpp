@@ -5,6 +5,8 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QMdiArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include "TestFiles.h"
@@ -78,6 +80,16 @@ private slots:
         QVERIFY(!cardWrite->isEnabled());
         window->mnuCardWrite_Click();
         QCOMPARE(f->msgBox.shown.size(), 1);
+    }
+
+    // On a small screen a document window larger than the main window scrolls into reach.
+    void smallMainWindowScrollsToItsDocuments()
+    {
+        window->show();
+        window->resize(window->minimumSize());
+        action("mnuNew")->trigger();
+        auto *area = findControl<QMdiArea>(window.get(), QStringLiteral("MDIClient"));
+        QTRY_VERIFY(area->verticalScrollBar()->maximum() > 0 || area->horizontalScrollBar()->maximum() > 0);
     }
 
     void openRefusesNamesThatWouldLeaveTheirFolder_data()
