@@ -12,7 +12,10 @@
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTextLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -179,6 +182,17 @@ QFont fontFor(const Layout &layout, PrintRow::Style style)
     return layout.normal;
 }
 
+// Wrapping at word boundaries, or anywhere when a single word (a long card name, say) is wider
+// than the cell: it then breaks at the edge instead of running off the page.
+int wrapFlags(const QFontMetricsF &metrics, const QString &text, qreal width)
+{
+    const QStringList words = text.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    const bool tooWide = std::any_of(words.begin(), words.end(), [&](const QString &word) {
+        return metrics.horizontalAdvance(word) > width;
+    });
+    return tooWide ? Qt::TextWrapAnywhere : Qt::TextWordWrap;
+}
+
 // The rectangle each cell of a row takes, from the left edge of the body; the last cell wraps.
 QList<QRectF> cellRects(const Layout &layout, const PrintRow &row, QPaintDevice *device)
 {
@@ -196,13 +210,14 @@ QList<QRectF> cellRects(const Layout &layout, const PrintRow &row, QPaintDevice 
     if (row.cells.size() == 2) {
         const qreal label = row.style == PrintRow::Steps ? metrics.horizontalAdvance(QStringLiteral("000: "))
                                                          : layout.labelWidth;
-        const QRectF text
-            = metrics.boundingRect(QRectF(0, 0, width - label, 1e6), Qt::TextWordWrap, row.cells[1]);
+        const QRectF text = metrics.boundingRect(
+            QRectF(0, 0, width - label, 1e6), wrapFlags(metrics, row.cells[1], width - label), row.cells[1]);
         rects << QRectF(0, 0, label, metrics.height())
               << QRectF(label, 0, width - label, qMax(text.height(), metrics.height()));
         return rects;
     }
-    const QRectF text = metrics.boundingRect(QRectF(0, 0, width, 1e6), Qt::TextWordWrap, row.cells.value(0));
+    const QRectF text = metrics.boundingRect(
+        QRectF(0, 0, width, 1e6), wrapFlags(metrics, row.cells.value(0), width), row.cells.value(0));
     rects << QRectF(0, 0, width, qMax(text.height(), metrics.height()));
     return rects;
 }
@@ -226,7 +241,7 @@ QStringList wrappedLines(const QString &text, const QFont &font, qreal width, QP
 {
     QStringList lines;
     QTextOption option;
-    option.setWrapMode(QTextOption::WordWrap);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     for (const QString &paragraph : text.split(QLatin1Char('\n'))) {
         QTextLayout textLayout(paragraph, font, device);
         textLayout.setTextOption(option);
@@ -371,9 +386,12 @@ int renderPrintOut(QPagedPaintDevice &device, const QList<PrintRow> &rows, const
             const bool spaced = row.style == PrintRow::Title || row.style == PrintRow::Heading;
             const qreal offset = spaced ? layout.gap * 2 : 0;
             const QList<QRectF> rects = cellRects(layout, row, &device);
+            const QFontMetricsF metrics(painter.font(), &device);
             for (int c = 0; c < rects.size() && c < row.cells.size(); ++c)
                 painter.drawText(rects[c].translated(0, top + offset),
-                                 Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop, row.cells[c]);
+                                 wrapFlags(metrics, row.cells[c], rects[c].width()) | Qt::AlignLeft
+                                     | Qt::AlignTop,
+                                 row.cells[c]);
             top += piece.height;
         }
     }

@@ -122,6 +122,35 @@ private slots:
         QCOMPARE(remarks, explanation);
     }
 
+    // A name without blanks wider than the page breaks at the edge; nothing runs off the paper.
+    void aLongNameBreaksAtThePageEdge()
+    {
+        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+            QSKIP("pdftotext (poppler-utils) is not installed");
+        SettingData project = newProject();
+        project.CardName = QString(80, QLatin1Char('W'));
+        QCOMPARE(printToPdf(saveProject(project), {QStringLiteral("--kind"), QStringLiteral("info")}), 0);
+        QXmlStreamReader xml(pdfToText({QStringLiteral("-bbox")}, pdfPath()));
+        qreal pageWidth = 0;
+        QString printed;
+        while (!xml.atEnd()) {
+            if (xml.readNext() != QXmlStreamReader::StartElement)
+                continue;
+            if (xml.name() == QLatin1String("page"))
+                pageWidth = xml.attributes().value("width").toDouble();
+            if (xml.name() != QLatin1String("word"))
+                continue;
+            const qreal right = xml.attributes().value("xMax").toDouble();
+            const QString word = xml.readElementText();
+            if (!word.startsWith(QLatin1String("WW")))
+                continue;
+            QVERIFY2(right <= pageWidth,
+                     qPrintable(QStringLiteral("%1 ends at %2 of %3").arg(word).arg(right).arg(pageWidth)));
+            printed += word;
+        }
+        QCOMPARE(printed, project.CardName);
+    }
+
     void theDialogRefusesPagesBeyondTheLast()
     {
         GuiFixture f;
