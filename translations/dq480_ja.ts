@@ -793,16 +793,16 @@
         <translation>センテンス名</translation>
     </message>
     <message>
-        <source>These recordings need another sentence name: at most 8 characters before .MP2, no blanks or \ / : * ? &lt; &gt; | , &quot; ;, and not the name of another entry. The names below fit; change them if you like.</source>
-        <translation>次の録音には別のセンテンス名が必要です。.MP2 の前は 8 文字以内で、空白と \ / : * ? &lt; &gt; | , &quot; ; は使えず、ほかの項目の名前とも重ならないこと。下の名前はこの条件に合っています。必要なら変更してください。</translation>
-    </message>
-    <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>
     <message>
         <source>Cancel</source>
         <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>These recordings need another sentence name: at most 8 characters before .MP2, no blanks, full stops or \ / : * ? &lt; &gt; | , &quot; ;, not a Windows device name such as CON, and not the name of another entry. The names below fit; change them if you like.</source>
+        <translation>次の録音には別のセンテンス名が必要です。.MP2 の前は 8 文字以内で、空白、ピリオド、\ / : * ? &lt; &gt; | , &quot; ; は使えず、CON などの Windows のデバイス名でもなく、ほかの項目の名前とも重ならないこと。下の名前はこの条件に合っています。必要なら変更してください。</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include "TextChecks.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace {
 
@@ -18,6 +19,14 @@ bool isPlainAscii(QChar c)
     return c.unicode() > 32 && c.unicode() < 127;
 }
 
+// Names Windows keeps for its devices: a sentence so named could not be stored on a Windows PC.
+bool isDeviceName(const QString &base)
+{
+    static const QRegularExpression Device(QStringLiteral("^(CON|PRN|AUX|NUL|COM[1-9]|LPT[1-9])$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    return Device.match(base).hasMatch();
+}
+
 } // namespace
 
 bool isFittingSentenceName(const QString &name)
@@ -25,10 +34,12 @@ bool isFittingSentenceName(const QString &name)
     const QString base = baseOf(name);
     if (base.isEmpty() || base.size() > LongestSentenceName)
         return false;
+    // A full stop before ".MP2" makes a name the card's FAT keeps only as a long name, which the
+    // device's eight-and-three names do not reach.
     for (const QChar c : base)
-        if (!isPlainAscii(c))
+        if (!isPlainAscii(c) || c == QLatin1Char('.'))
             return false;
-    return IsUsableNameText(base);
+    return IsUsableNameText(base) && !isDeviceName(base);
 }
 
 QString sentenceFileName(const QString &name)
@@ -64,7 +75,7 @@ QString proposeSentenceName(const QString &recordingPath, const QStringList &tak
         base = QStringLiteral("SENTENCE");
     const auto isTaken = [&](const QString &candidate) {
         return taken.contains(candidate + Extension, Qt::CaseInsensitive)
-            || taken.contains(candidate, Qt::CaseInsensitive);
+            || taken.contains(candidate, Qt::CaseInsensitive) || isDeviceName(candidate);
     };
     QString candidate = base;
     for (int number = 2; isTaken(candidate) && number < 10000000; ++number) {

@@ -6,9 +6,9 @@
 /// The longest sentence name before ".MP2": the card control file keeps eight characters.
 constexpr int LongestSentenceName = 8;
 
-/// True when `name` (with or without ".MP2", any case) can name a sentence: one to eight
-/// characters before the extension, printable ASCII without blanks, nothing IsValidFileNameText
-/// refuses, not only full stops.
+/// True when `name` (with or without ".MP2", any case) can name a sentence made from a recording:
+/// one to eight characters before the extension, printable ASCII without blanks or full stops,
+/// nothing IsValidFileNameText refuses, and not a name Windows keeps for a device (CON, NUL...).
 bool isFittingSentenceName(const QString &name);
 
 /// The sentence file name for `name`: upper case with ".MP2" ("hello" and "Hello.mp2" give

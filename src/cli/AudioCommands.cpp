@@ -57,9 +57,9 @@ int runImport(CliContext &cli, const QStringList &args, const AudioOptions &give
         return ExitCode::UsageOrFileError;
     }
     if (!given.name.isEmpty() && !isFittingSentenceName(given.name)) {
-        cli.err
-            << "Not a sentence name: " << given.name
-            << " (1 to 8 letters, digits or marks before .MP2, without blanks or \\ / : * ? < > | , \" ;)\n";
+        cli.err << "Not a sentence name: " << given.name
+                << " (1 to 8 letters, digits or marks before .MP2, without blanks, full stops or \\ / : * ? "
+                   "< > | , \" ;)\n";
         return ExitCode::UsageOrFileError;
     }
     if (!QFileInfo(given.to).isDir()) {

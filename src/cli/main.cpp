@@ -43,8 +43,8 @@ Commands:
                         peaks so that the written file's true peak stays at most -1 dBTP;
                         --trim cuts silence under -50 dBFS at both ends. The sentence is named
                         after the recording, upper case; a name longer than 8 characters or
-                        holding a blank or \ / : * ? < > | , " ; is refused unless --name gives
-                        one. An existing sentence is replaced only with --force. Prints name,
+                        holding a blank, a full stop or \ / : * ? < > | , " ;, or a Windows
+                        device name (CON, NUL, COM1...), is refused unless --name gives one. An existing sentence is replaced only with --force. Prints name,
                         duration and the loudness the written file plays at.
                         A recording that cannot be read, is damaged, silent or longer than
                         30 minutes is refused with the reason; nothing is written for it.

@@ -31,8 +31,9 @@ dlgSentenceNames::dlgSentenceNames(const std::vector<Offer> &offers, const QStri
     setObjectName(QStringLiteral("dlgSentenceNames"));
     setWindowTitle(tr("Sentence names"));
     auto *intro = new QLabel(tr("These recordings need another sentence name: at most 8 characters before "
-                                ".MP2, no blanks or \\ / : * ? < > | , \" ;, and not the name of another "
-                                "entry. The names below fit; change them if you like."),
+                                ".MP2, no blanks, full stops or \\ / : * ? < > | , \" ;, not a Windows "
+                                "device name such as CON, and not the name of another entry. The names "
+                                "below fit; change them if you like."),
                              this);
     intro->setWordWrap(true);
 

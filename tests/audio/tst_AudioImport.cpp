@@ -351,6 +351,8 @@ private slots:
         QTest::newRow("eight characters") << "Platform.flac" << true << "PLATFORM.MP2";
         QTest::newRow("nine characters") << "platforms.wav" << false << "PLATFORM.MP2";
         QTest::newRow("blank") << "good morning.wav" << false << "GOOD_MOR.MP2";
+        QTest::newRow("full stop") << "a.b.wav" << false << "A_B.MP2";
+        QTest::newRow("device name on Windows") << "con.wav" << false << "CON2.MP2";
         QTest::newRow("accented letter") << QStringLiteral("\u00dcberfahrt.wav") << false << "UBERFAHR.MP2";
         QTest::newRow("nothing usable")
             << QStringLiteral("\u304a\u77e5\u3089\u305b.wav") << false << "SENTENCE.MP2";
