@@ -37,6 +37,7 @@
 #include <QProgressDialog>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -72,6 +73,16 @@ frmEdit::frmEdit(AppContext &context, ProjectCommands &commands, QMdiArea *mdiAr
     m_mainTab->addTab(buildProgramTab(), tr("Program"));
     m_mainTab->addTab(buildCardEditTab(), tr("Card Edit"));
     m_mainTab->addTab(buildDataInformationTab(), tr("Data information"));
+    // Ctrl+Tab belongs to the document windows; the pages turn with Ctrl+PageDown and Ctrl+PageUp.
+    for (const auto &[keys, step] :
+         {std::pair {Qt::CTRL | Qt::Key_PageDown, 1}, {Qt::CTRL | Qt::Key_PageUp, -1}}) {
+        auto *turn = new QShortcut(QKeySequence(keys), this);
+        turn->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(turn, &QShortcut::activated, this, [this, step = step] {
+            const int pages = m_mainTab->count();
+            m_mainTab->setCurrentIndex((m_mainTab->currentIndex() + step + pages) % pages);
+        });
+    }
 
     m_cmdCaWrite = namedButton(tr("Card write"), "cmdCaWrite", this);
     auto *cmdSave = namedButton(tr("Save"), "cmdSave", this);

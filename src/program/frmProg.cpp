@@ -177,12 +177,9 @@ void frmProg::buildControls()
     layout->addLayout(buttons);
 
     // Tab goes down the window as it is drawn, not in the order the controls were made.
-    const std::initializer_list<QWidget *> tabOrder {
-        m_txtProgName,  m_cmbPrgMethod, m_txtAutoVol,    m_txtPrgInt,     m_optPrgInt[0],
-        m_optPrgInt[1], m_txtPrgNo,     m_optPrgBusy[0], m_optPrgBusy[1], m_cmdProgStep,
-        cmdPrint,       cmdProgOk,      cmdProgClose,    m_cmdProgSave};
-    for (auto it = tabOrder.begin(); it + 1 != tabOrder.end(); ++it)
-        setTabOrder(*it, *(it + 1));
+    chainTabOrder({m_txtProgName, m_cmbPrgMethod, m_txtAutoVol, m_txtPrgInt, m_optPrgInt[0], m_optPrgInt[1],
+                   m_txtPrgNo, m_optPrgBusy[0], m_optPrgBusy[1], m_cmdProgStep, cmdPrint, cmdProgOk,
+                   cmdProgClose, m_cmdProgSave});
     // Escape is the Cancel button, as in a dialog.
     auto *escape = new QShortcut(QKeySequence::Cancel, this, cmdProgClose, &QPushButton::click);
     escape->setContext(Qt::WidgetWithChildrenShortcut);

@@ -70,7 +70,14 @@ frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
     // Escape is the Close button, as in a dialog.
     auto *escape = new QShortcut(QKeySequence::Cancel, this, cmdStpClose, &QPushButton::click);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
+    QList<QWidget *> tabOrder;
+    for (QLineEdit *box : m_boxes)
+        tabOrder << box;
+    tabOrder << cmdStpIns << cmdStpDelte << cmdStpMov << cmdStepOk << cmdStpClose << m_cmdStpSave;
+    chainTabOrder(tabOrder);
     Form_Load();
+    // The operator starts in the steps, not on a button.
+    m_boxes[0]->setFocus();
 }
 
 QWidget *frmStep::buildStepFrame()

@@ -77,6 +77,7 @@ dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
     layout->addWidget(fraCaPcSel);
     layout->addLayout(buttonRow({cmdCaPcClose}));
     setMinimumWidth(460);
+    chainTabOrder({cmdCaPcDir, m_txtCaPcAllInp, cmdCaPcAll, m_txtCaPcSelInp, cmdCaPcSel, cmdCaPcClose});
 
     connect(cmdCaPcAll, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcAll_Click);
     connect(cmdCaPcSel, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcSel_Click);

@@ -98,6 +98,12 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     layout->addWidget(m_hscCaPc);
     layout->addLayout(edits);
     layout->addLayout(buttonRow({cmdPcCaOk, cmdPcCaClose, m_cmdPcCaApp}));
+    QList<QWidget *> tabOrder {cmdsentPath};
+    for (QLineEdit *box : m_boxes)
+        tabOrder << box;
+    tabOrder << cmdPcCaAll << cmdPcCaIns << cmdPcCaDel << cmdPcCaMov << cmdPcCaImport << m_cmdPcCaPlay
+             << cmdPcCaOk << cmdPcCaClose << m_cmdPcCaApp;
+    chainTabOrder(tabOrder);
 
     connect(cmdPcCaOk, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaOk_Click);
     connect(cmdsentPath, &QPushButton::clicked, this, &dlgPcCa::cmdsentPath_Click);
@@ -111,6 +117,8 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     connect(m_cmdPcCaPlay, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaPlay_Click);
     connect(cmdPcCaImport, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaImport_Click);
     Form_Load();
+    // The operator starts in the table, not on a button.
+    m_boxes[0]->setFocus();
 }
 
 dlgPcCa::~dlgPcCa()

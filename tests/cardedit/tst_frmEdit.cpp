@@ -3,12 +3,14 @@
 #include "TypeText.h"
 #include "frmEdit.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTest>
 
 namespace {
@@ -59,6 +61,21 @@ private slots:
         area.reset();
         commands.reset();
         f.reset();
+    }
+
+    // Ctrl+Tab belongs to the document windows; Ctrl+PageDown and Ctrl+PageUp turn the pages.
+    void pagesTurnWithCtrlPageKeys()
+    {
+        load();
+        auto *tabs = findControl<QTabWidget>(window, QStringLiteral("MainTab"));
+        const int first = tabs->currentIndex();
+        QApplication::setActiveWindow(area.get());
+        window->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+        QCOMPARE(tabs->currentIndex(), (first + 1) % tabs->count());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QCOMPARE(tabs->currentIndex(), (first + tabs->count() - 1) % tabs->count());
     }
 
     void switchingTo128AsksWhenSentencesAbove128AreUsed_data()

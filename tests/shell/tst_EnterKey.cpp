@@ -100,6 +100,33 @@ private slots:
         dialog->hide();
     }
 
+    // Enter on a button that has the focus presses it, as Space does.
+    void enterPressesTheFocusedButton()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        auto *cancel = findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaClose"));
+        cancel->setFocus();
+        QTest::keyClick(cancel, Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+    }
+
+    // The sentence table opens in its first box; Tab goes from the path to the boxes, then to the
+    // commands under them.
+    void tabGoesThroughTheSentenceTableAsDrawn()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QCOMPARE(dialog.focusWidget(), dialog.box(0));
+        QTest::keyClick(dialog.box(0), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(dialog.focusWidget()->objectName(), QStringLiteral("cmdsentPath"));
+        dialog.box(127)->setFocus();
+        QTest::keyClick(dialog.box(127), Qt::Key_Tab);
+        QCOMPARE(dialog.focusWidget()->objectName(), QStringLiteral("cmdPcCaAll"));
+    }
+
     void enterMovesThroughTheSentenceTable()
     {
         dlgPcCa dialog(f->context, nullptr);
