@@ -268,7 +268,10 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
         return false;
     }
     Table::setEntry(buffer, index, text);
-    showBox(index, buffer.SentenceFileName[index]);
+    // Taken as checked before a message about its file can move the focus; its time is looked up
+    // once the file is in the work folder.
+    m_boxes[index]->setText(buffer.SentenceFileName[index]);
+    m_checkedText[index] = buffer.SentenceFileName[index];
     takeIntoWorkFolder(buffer.SentenceFileName[index]);
     showBoxTime(index);
     return true;
@@ -310,11 +313,10 @@ void dlgPcCa::revealBox(int index)
 
 void dlgPcCa::showDuration(int index)
 {
-    const QString name = m_boxes[index]->text();
-    const QString file = sentenceSoundFile(m_context.state, name);
-    const std::optional<double> seconds = file.isEmpty() ? std::nullopt : mp2Duration(file);
-    const QString text = seconds ? QStringLiteral("%1  %2").arg(name, formatDuration(*seconds)) : QString();
-    m_lblPcCaDuration->setText(text);
+    // The time beside the box was found when its entry changed: no file is read again here.
+    const QString time = m_columns->note(index)->text();
+    m_lblPcCaDuration->setText(time.isEmpty() ? QString()
+                                              : QStringLiteral("%1  %2").arg(m_boxes[index]->text(), time));
 }
 
 void dlgPcCa::cmdPcCaPlay_Click()
