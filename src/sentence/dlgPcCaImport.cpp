@@ -56,11 +56,12 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
     const int count = std::clamp(Table::lastEntry(buffer) + 1 - index, 0, int(paths.size()));
     if (!confirmImportInto(index, paths, count))
         return;
-    // Names the table holds elsewhere are taken; the boxes being filled give theirs up.
-    QStringList taken;
+    // Names the table holds elsewhere stay; the boxes being filled give theirs up. Recordings named
+    // fittingly keep their names; the others are offered one.
+    QStringList kept;
     for (int i = 0; i < Entries; ++i)
         if ((i < index || i >= index + count) && !buffer.SentenceFileName[i].isEmpty())
-            taken << buffer.SentenceFileName[i];
+            kept << buffer.SentenceFileName[i];
     const QString folder = workFolder(m_context.state);
     QDir().mkpath(folder);
     std::vector<RecordingJob> jobs;
@@ -69,19 +70,20 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
     for (int k = 0; k < count; ++k) {
         const QString &path = paths[k];
         QString name = sentenceFileNameForRecording(path);
-        if (!isFittingSentenceName(QFileInfo(path).completeBaseName())
-            || taken.contains(name, Qt::CaseInsensitive)) {
+        QStringList taken = kept;
+        for (const dlgSentenceNames::Offer &offer : offers)
+            taken << offer.name;
+        if (isFittingSentenceName(QFileInfo(path).completeBaseName())
+            && !taken.contains(name, Qt::CaseInsensitive)) {
+            kept << name;
+        } else {
             name = proposeSentenceName(path, taken);
             offers.push_back({path, name});
             offered.push_back(jobs.size());
         }
-        taken << name;
         jobs.push_back({path, folder + name, QString()});
     }
     if (!offers.empty()) {
-        QStringList kept = taken;
-        for (const dlgSentenceNames::Offer &offer : offers)
-            kept.removeOne(offer.name);
         dlgSentenceNames names(offers, kept, m_context.msgBox, this);
         if (names.exec() != QDialog::Accepted)
             return;
