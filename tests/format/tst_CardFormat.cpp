@@ -1,7 +1,6 @@
 #include "FatVariant.h"
 #include "FuseImage.h"
 #include "GuiFixture.h"
-#include "InitialControlFile.h"
 #include "LinuxDriveSource.h"
 #include "ProjectCommands.h"
 #include "TestFiles.h"
@@ -117,61 +116,18 @@ class tst_CardFormat : public QObject
     Q_OBJECT
 
 private slots:
-    void initialControlFileLeavesTheProjectAsItWas_data()
-    {
-        QTest::addColumn<bool>("cardReady");
-        QTest::newRow("written") << true;
-        QTest::newRow("card write fails") << false;
-    }
-    void initialControlFileLeavesTheProjectAsItWas()
-    {
-        QFETCH(bool, cardReady);
-        GuiFixture f;
-        QTemporaryDir card;
-        SharedState &state = *f.state;
-        fillFullProject(state.Setting);
-        state.SentencePath = QStringLiteral("/voice/");
-        state.CardSlot = card.path();
-        state.SettingBuffer.CardName = QStringLiteral("untouched");
-        const SettingData before = state.Setting;
-        const SettingData bufferBefore = state.SettingBuffer;
-        f.msgBox.answerOkBoxes = true;
-        CardWriteHooks hooks;
-        hooks.slotTest = [&] {
-            state.CardFreeSpace = QString::number(10'000'000);
-            return cardReady;
-        };
-        QCOMPARE(WriteInitialControlFile(state, f.msgBox, hooks), cardReady);
-        QVERIFY(settingSectionEquals(state.Setting, before, SettingSection::All));
-        QVERIFY(settingSectionEquals(state.SettingBuffer, bufferBefore, SettingSection::All));
-        QCOMPARE(state.SentencePath, QStringLiteral("/voice/"));
-        if (cardReady) {
-            const QByteArray control = readTestFile(card.filePath(QStringLiteral("CONTENTS/DQ480.CSV")));
-            QVERIFY(control.startsWith("CARDNAME,,\r\nCARDATB,A6,\r\nSNTCTTL,SIN1KHZ ,\r\n"));
-            QVERIFY(control.contains("\r\nPRGDATA,3000,\r\n"));
-            QVERIFY(!control.contains("PRGDATA,0001"));
-            QCOMPARE(control.count("PRGOPT,2F01,"), 64);
-            QVERIFY(control.contains("PRGNAME,P064,"));
-        }
-    }
-
     void theCardSlotAmongTwoCardsIsFormatted_data()
     {
         QTest::addColumn<bool>("fat12Runner");
-        QTest::addColumn<bool>("cardTooLargeAfterwards");
         QTest::addColumn<QString>("progress");
         QTest::addColumn<QStringList>("messages"); // after the format question
-        QTest::newRow("FAT16") << false << false << " DQ-480 format complete" << QStringList {};
+        QTest::newRow("FAT16") << false << " DQ-480 format complete" << QStringList {};
         QTest::newRow("the runner gives FAT12")
-            << true << false << " DQ-480 format error" << QStringList {"DQ480 Format error end!"};
-        // The format went well; the control file's own message is all the operator sees.
-        QTest::newRow("control file refused")
-            << false << true << " DQ-480 format error" << QStringList {"The setting slot is not ready"};
+            << true << " DQ-480 format error" << QStringList {"DQ480 Format error end!"};
     }
     void theCardSlotAmongTwoCardsIsFormatted()
     {
         QFETCH(bool, fat12Runner);
-        QFETCH(bool, cardTooLargeAfterwards);
         QFETCH(QString, progress);
         QFETCH(QStringList, messages);
         const QString mkfs = QStandardPaths::findExecutable(QStringLiteral("mkfs.fat"));
@@ -199,8 +155,6 @@ private slots:
         f.state->CardSlot = cards.mounts[1];
         f.state->CardSlotValid = true;
         f.state->CurrentFilePath = QStringLiteral("New File");
-        if (cardTooLargeAfterwards)
-            f.drives.list[1].totalSize = 256 * 1024 * 1024;
 
         QTemporaryDir tools;
         const QByteArray path = qgetenv("PATH");
@@ -228,7 +182,7 @@ private slots:
         if (fat12Runner)
             QCOMPARE(exitWhenDone.reason, cards.images[1] + " did not receive a FAT16 file system.");
         const QByteArray control = readTestFile(cards.mounts[1] + QStringLiteral("/CONTENTS/DQ480.CSV"));
-        QCOMPARE(control.contains("PRGOPT,2F01,"), !fat12Runner && !cardTooLargeAfterwards);
+        QCOMPARE(control.contains("PRGOPT,2F01,"), !fat12Runner);
         cards.unmount();
         QCOMPARE(sha1Of(cards.images[0]), otherBefore);
         QCOMPARE(fatKindOf(cards.images[0]), std::optional(FatVariant::Fat12));

@@ -4,6 +4,15 @@
 
 Q_DECLARE_METATYPE(PathStyle)
 
+namespace {
+
+void row(const char *name, PathStyle style, const QString &a, const QString &b, const QString &c)
+{
+    QTest::newRow(name) << style << a << b << c;
+}
+
+} // namespace
+
 class tst_PathText : public QObject
 {
     Q_OBJECT
@@ -17,24 +26,11 @@ private slots:
         QTest::addColumn<QString>("joined");
         const PathStyle win = PathStyle::Windows;
         const PathStyle posix = PathStyle::Posix;
-        QTest::newRow("drive letter alone") << win << "E:"
-                                            << "CONTENTS"
-                                            << "E:\\CONTENTS";
-        QTest::newRow("control file at the root") << win << "E:"
-                                                  << "DQ480.CSV"
-                                                  << "E:\\DQ480.CSV";
-        QTest::newRow("mount point with slash") << posix << "/media/x/"
-                                                << "CONTENTS"
-                                                << "/media/x/CONTENTS";
-        QTest::newRow("network share") << win << "\\\\pc\\voice"
-                                       << "Station"
-                                       << "\\\\pc\\voice\\Station";
-        QTest::newRow("colon is a character") << posix << "/media/E:"
-                                              << "CONTENTS"
-                                              << "/media/E:/CONTENTS";
-        QTest::newRow("backslash is a character") << posix << "/media/a\\"
-                                                  << "b"
-                                                  << "/media/a\\/b";
+        row("drive letter alone", win, "E:", "CONTENTS", "E:\\CONTENTS");
+        row("mount point with slash", posix, "/media/x/", "CONTENTS", "/media/x/CONTENTS");
+        row("network share", win, "\\\\pc\\voice", "Station", "\\\\pc\\voice\\Station");
+        row("colon is a character", posix, "/media/E:", "CONTENTS", "/media/E:/CONTENTS");
+        row("backslash is a character", posix, "/media/a\\", "b", "/media/a\\/b");
     }
     void join()
     {
@@ -53,21 +49,11 @@ private slots:
         QTest::addColumn<QString>("without");
         const PathStyle win = PathStyle::Windows;
         const PathStyle posix = PathStyle::Posix;
-        QTest::newRow("drive letter alone") << win << "E:"
-                                            << "E:\\"
-                                            << "E:";
-        QTest::newRow("drive root keeps its separator") << win << "E:\\"
-                                                        << "E:\\"
-                                                        << "E:\\";
-        QTest::newRow("folder with two separators") << win << "C:\\Voice\\\\"
-                                                    << "C:\\Voice\\\\"
-                                                    << "C:\\Voice";
-        QTest::newRow("posix folder") << posix << "/media/x//"
-                                      << "/media/x//"
-                                      << "/media/x";
-        QTest::newRow("posix folder bare") << posix << "/media/x"
-                                           << "/media/x/"
-                                           << "/media/x";
+        row("drive letter alone", win, "E:", "E:\\", "E:");
+        row("drive root keeps its separator", win, "E:\\", "E:\\", "E:\\");
+        row("folder with two separators", win, "C:\\Voice\\\\", "C:\\Voice\\\\", "C:\\Voice");
+        row("posix folder", posix, "/media/x//", "/media/x//", "/media/x");
+        row("posix folder bare", posix, "/media/x", "/media/x/", "/media/x");
     }
     void trailingSeparator()
     {
@@ -85,18 +71,10 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("folder");
         QTest::addColumn<QString>("name");
-        QTest::newRow("windows file") << PathStyle::Windows << "C:\\a\\b.stf"
-                                      << "C:\\a\\"
-                                      << "b.stf";
-        QTest::newRow("drive-relative file") << PathStyle::Windows << "E:DQ480.CSV"
-                                             << "E:"
-                                             << "DQ480.CSV";
-        QTest::newRow("posix colon") << PathStyle::Posix << "/a/E:b"
-                                     << "/a/"
-                                     << "E:b";
-        QTest::newRow("name alone") << PathStyle::Posix << "b.stf"
-                                    << ""
-                                    << "b.stf";
+        row("windows file", PathStyle::Windows, "C:\\a\\b.stf", "C:\\a\\", "b.stf");
+        row("drive-relative file", PathStyle::Windows, "E:DQ480.CSV", "E:", "DQ480.CSV");
+        row("posix colon", PathStyle::Posix, "/a/E:b", "/a/", "E:b");
+        row("name alone", PathStyle::Posix, "b.stf", "", "b.stf");
     }
     void split()
     {

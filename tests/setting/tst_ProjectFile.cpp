@@ -24,34 +24,10 @@ class tst_ProjectFile : public QObject
     Q_OBJECT
 
 private slots:
-    void saveAsksForANameUnlessStf_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("asks");
-        QTest::newRow("new project") << "New File" << true;
-        QTest::newRow("upper-case extension") << "/home/op/A.STF" << true;
-        QTest::newRow("setting file") << "/home/op/a.stf" << false;
-    }
-    void saveAsksForANameUnlessStf()
-    {
-        QFETCH(QString, path);
-        QFETCH(bool, asks);
-        const auto state = makeTestState(QStringLiteral("/tmp"));
-        state->ProjectFilePath = path;
-        QCOMPARE(saveNeedsNewName(*state), asks);
-    }
-
     // A save whose bytes the disk cannot take must leave the old file byte for byte and say why;
-    // a small file fails only at the final flush, a large one at a write.
-    void aFullDiskKeepsTheOldFile_data()
-    {
-        QTest::addColumn<bool>("large");
-        QTest::newRow("new project") << false;
-        QTest::newRow("largest project") << true;
-    }
+    // a small file fails only at the final flush.
     void aFullDiskKeepsTheOldFile()
     {
-        QFETCH(bool, large);
         QString skip;
         const auto disk = TestMount::tmpfs("64k", skip);
         if (!disk)
@@ -64,8 +40,6 @@ private slots:
         disk->fill();
 
         state->Setting.ProjectName = QStringLiteral("changed");
-        if (large)
-            fillFullProject(state->Setting);
         QVERIFY(!SaveProjectTo(*state, path, error));
         QCOMPARE(error, QStringLiteral("Cannot write %1: No space left on device").arg(path));
         QCOMPARE(readTestFile(path), before);
