@@ -1,6 +1,5 @@
 #include "BoundedSpaceReader.h"
 #include "CardSlotTests.h"
-#include "FuseImage.h"
 #include "LinuxDriveSource.h"
 #include "TestFiles.h"
 
@@ -127,9 +126,6 @@ private slots:
         pc.addBlock(QStringLiteral("pci/usb3/block/sdd/sdd1"), 8, 49, true);
         pc.addMount(8, 49, QStringLiteral("/media/op/F32"), QStringLiteral("vfat"),
                     QStringLiteral("/dev/sdd1"), spaceOf(64 * MiB, 70000));
-        pc.addBlock(QStringLiteral("pci/usb4/block/sde/sde1"), 8, 65, true);
-        pc.addMount(8, 65, QStringLiteral("/media/op/EX"), QStringLiteral("exfat"),
-                    QStringLiteral("/dev/sde1"), spaceOf(64 * MiB));
         pc.addBlock(QStringLiteral("pci/ata1/block/sda/sda1"), 8, 1, false);
         pc.addMount(8, 1, QStringLiteral("/"), QStringLiteral("ext4"), QStringLiteral("/dev/sda1"),
                     spaceOf(100000 * MiB));
@@ -149,7 +145,6 @@ private slots:
             {"/media/op/EXACT", DriveInfo::Removable, "FAT", true},
             {"/media/op/BIG", DriveInfo::Removable, "FAT", false},
             {"/media/op/F32", DriveInfo::Removable, "FAT32", false},
-            {"/media/op/EX", DriveInfo::Removable, "exFAT", false},
             {"/", DriveInfo::Fixed, "ext4", false},
             {"/mnt/share", DriveInfo::Network, "cifs", false},
             {"/dev/sdg", DriveInfo::Removable, "", false},
@@ -164,42 +159,6 @@ private slots:
         }
         QVERIFY(!find(drives, QStringLiteral("/dev/sdg"))->ready);
         QCOMPARE(find(drives, QStringLiteral("/media/op/EXACT"))->totalSize, qint64(134'217'728));
-    }
-
-    void theImageBehindAFuseFatMount_data()
-    {
-        QTest::addColumn<QByteArray>("cmdline");
-        QTest::addColumn<QString>("cwd");
-        QTest::addColumn<QString>("mountPoint");
-        QTest::addColumn<QString>("image");
-        // fuse blanks out what it took from "-o rw+" in the process's own arguments.
-        QTest::newRow("as fusefat shows itself")
-            << QByteArrayLiteral("fusefat\0-o\0rw\0\0/cards/b.img\0/media/b\0") << "/"
-            << "/media/b"
-            << "/cards/b.img";
-        QTest::newRow("relative to its folder")
-            << QByteArrayLiteral("fusefat\0img/c.img\0../media/c\0") << "/home/ann"
-            << "/home/media/c"
-            << "/home/ann/img/c.img";
-        QTest::newRow("another mount point") << QByteArrayLiteral("fusefat\0/cards/b.img\0/media/b\0") << "/"
-                                             << "/media/x"
-                                             << "";
-    }
-    void theImageBehindAFuseFatMount()
-    {
-        QFETCH(QByteArray, cmdline);
-        QFETCH(QString, cwd);
-        QFETCH(QString, mountPoint);
-        QFETCH(QString, image);
-        QTemporaryDir proc;
-        QDir(proc.path()).mkpath(QStringLiteral("4711"));
-        QDir(proc.path()).mkpath(QStringLiteral("self"));
-        writeTestFile(proc.filePath(QStringLiteral("4711/cmdline")), cmdline);
-        QVERIFY(QFile::link(cwd, proc.filePath(QStringLiteral("4711/cwd"))));
-        writeTestFile(proc.filePath(QStringLiteral("self/cmdline")), "fusefat\0/wrong.img\0/media/b\0");
-        QCOMPARE(fuseFatImage(proc.path(), mountPoint), image);
-        if (!image.isEmpty())
-            QVERIFY(fuseFatServes(proc.path(), image));
     }
 
     void aVolumeThatDoesNotAnswerIsNotReady()

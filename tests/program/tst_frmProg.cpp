@@ -4,10 +4,8 @@
 #include "frmProg.h"
 #include "frmStep.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -77,43 +75,6 @@ private slots:
         f.reset();
     }
 
-    void endlessShowsTheCommittedPlayInterval()
-    {
-        state().Setting.ProgramOption[0] = 0xC018; // 3 seconds committed
-        state().SettingBuffer.ProgramOption[0] = qint32(0xFFFFC000); // as a file can give it
-        open(1);
-        QCOMPARE(control<QLineEdit>("txtPrgInt")->text(), QStringLiteral("3"));
-        QCOMPARE(state().SettingBuffer.ProgramOption[0], 0xC018);
-
-        state().SettingBuffer.ProgramOption[0] = qint32(0xFFFFC018);
-        window->cmbPrgMethod_LostFocus();
-        QCOMPARE(state().SettingBuffer.ProgramOption[0], 0xC018);
-    }
-
-    void applyAndOkOnAFileReadEndlessWord_data()
-    {
-        QTest::addColumn<bool>("ok");
-        QTest::newRow("Apply sets busy, count 0") << false;
-        QTest::newRow("OK leaves it") << true;
-    }
-    void applyAndOkOnAFileReadEndlessWord()
-    {
-        QFETCH(bool, ok);
-        for (SettingData *data : {&state().Setting, &state().SettingBuffer}) {
-            data->ProgramOption[20] = qint32(0xFFFFC010);
-            data->RepeatCount[20] = 5;
-        }
-        open(1);
-        control<QRadioButton>("optPrgBusy_1")->click(); // a change, so Apply is enabled
-        control<QPushButton>(ok ? "cmdProgOk" : "cmdProgSave")->click();
-        const SettingData &committed = state().Setting;
-        QCOMPARE(committed.ProgramOption[20], ok ? qint32(0xFFFFC010) : qint32(0xFFFFC011));
-        QCOMPARE(committed.RepeatCount[20], qint16(ok ? 5 : 0));
-        // Continuous gets its busy bit back from either normalisation.
-        QCOMPARE(committed.ProgramOption[0], 0x2D01);
-        QCOMPARE(table->ProgramWindowCount, ok ? 0 : 1);
-    }
-
     void endlessKeepsItsPlayIntervalThroughOk_data()
     {
         QTest::addColumn<qint32>("option");
@@ -137,34 +98,6 @@ private slots:
         QVERIFY(f->msgBox.shown.isEmpty());
     }
 
-    // The keyboard alone works the window: Tab goes down it as drawn, Up steps a number as the
-    // bar's up arrow does, Escape is Cancel.
-    void keyboardWorksTheWindow()
-    {
-        open(1);
-        chooseMethod(2); // Repeat: every frame shows
-        QApplication::setActiveWindow(area.get());
-        control<QLineEdit>("txtProgName")->setFocus();
-        QStringList visited;
-        for (int i = 0; i < 7; ++i) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            visited << QApplication::focusWidget()->objectName();
-        }
-        QCOMPARE(visited,
-                 (QStringList {"cmbPrgMethod", "txtAutoVol", "txtPrgInt", "optPrgInt_0", "txtPrgNo",
-                               "optPrgBusy_0", "cmdProgStep"}));
-
-        auto *count = control<QLineEdit>("txtPrgNo");
-        count->setFocus();
-        QTest::keyClick(count, Qt::Key_Up);
-        QCOMPARE(count->text(), QStringLiteral("2"));
-
-        f->msgBox.script({MsgBox::Answer::Cancel});
-        QTest::keyClick(count, Qt::Key_Escape);
-        QCOMPARE(f->msgBox.shown.size(), 1);
-        QVERIFY(window);
-    }
-
     void stepCaptionNamesItsOwnProgram()
     {
         state().ProjectFileName = QStringLiteral("station.stf");
@@ -185,28 +118,19 @@ private slots:
         QCOMPARE(first->programNumber(), 1);
     }
 
-    void discardingInTheStepWindowRevertsTheProgramWindow_data()
-    {
-        QTest::addColumn<bool>("editStep");
-        QTest::newRow("program edits only") << false;
-        QTest::newRow("program and step edits") << true;
-    }
     void discardingInTheStepWindowRevertsTheProgramWindow()
     {
-        QFETCH(bool, editStep);
         open(1);
         chooseMethod(2);
         control<QLineEdit>("txtProgName")->setText(QStringLiteral("Evening"));
         window->txtProgName_LostFocus();
         frmStep *steps = openSteps();
-        if (editStep)
-            typeStep(steps, 0, QStringLiteral("A005"));
+        typeStep(steps, 0, QStringLiteral("A005"));
         f->msgBox.script({MsgBox::Answer::Ok});
         findControl<QPushButton>(steps, QStringLiteral("cmdStpClose"))->click();
         QCOMPARE(f->msgBox.shown, QStringList {ContentsQuestion});
         QVERIFY(state().SettingEqualsBuffer(SettingSection::All));
 
-        // The program window shows what the working copy now holds, with nothing to apply.
         QCOMPARE(control<QComboBox>("cmbPrgMethod")->currentText(), QStringLiteral("1.Continuous"));
         QVERIFY(control<QGroupBox>("fraPrg1")->isHidden());
         QCOMPARE(control<QLineEdit>("txtProgName")->text(), QStringLiteral("P001"));

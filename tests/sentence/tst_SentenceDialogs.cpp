@@ -61,8 +61,6 @@ private slots:
         QTest::addColumn<QStringList>("messages");
         QTest::newRow("valid, lower case") << "rain.mp2"
                                            << "RAIN.MP2" << QStringList {};
-        QTest::newRow("13 characters are cut to 12") << "ABCDEFGHI.MP2"
-                                                     << "" << QStringList {Incorrect};
         QTest::newRow("comma empties the box") << "a,b.MP2"
                                                << "B.MP2" << QStringList {Incorrect};
     }
@@ -109,8 +107,6 @@ private slots:
     {
         QTest::addColumn<QStringList>("files");
         QTest::addColumn<QStringList>("entries");
-        QTest::newRow("case of the name")
-            << QStringList {"b.MP2", "A.mp2", "c.Mp2"} << QStringList {"A.MP2", "B.MP2", "C.MP2"};
         QTest::newRow("upper case before lower in byte order")
             << QStringList {"Zed.MP2", "apple.MP2", "Mango.mp2", "banana.MP2"}
             << QStringList {"APPLE.MP2", "BANANA.MP2", "MANGO.MP2", "ZED.MP2"};

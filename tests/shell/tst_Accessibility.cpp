@@ -95,10 +95,6 @@ private slots:
     {
         QTest::addColumn<WindowMaker>("make");
         addWindowRows([](const char *name) -> QTestData & { return QTest::newRow(name); });
-        QTest::newRow("dlgPcCa 512") << WindowMaker([this] {
-            f->state->SettingBuffer.CardAttribute = SettingData::Attribute512Sentences;
-            return dialog(std::make_unique<dlgPcCa>(f->context, nullptr));
-        });
     }
     void everyInputIsNamedAndNoTwoButtonsShareAName()
     {

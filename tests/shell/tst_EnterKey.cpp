@@ -1,13 +1,9 @@
 #include "GuiFixture.h"
-#include "dlgCaPc.h"
-#include "dlgErrLog.h"
 #include "dlgPcCa.h"
 #include "frmPjName.h"
-#include "frmPrintPage.h"
 
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -15,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-// Enter in a dialog's input belongs to that input (the sentence table moves to the next box); it
-// must never press a button of the dialog, least of all the one that stores and closes.
+// Enter in a dialog's input belongs to that input; it must never press a button of the dialog, least of all
+// the one that stores and closes.
 class tst_EnterKey : public QObject
 {
     Q_OBJECT
@@ -27,26 +23,11 @@ class tst_EnterKey : public QObject
     {
         if (name == QLatin1String("dlgPcCa"))
             return std::make_unique<dlgPcCa>(f->context, nullptr);
-        if (name == QLatin1String("dlgCaPc"))
-            return std::make_unique<dlgCaPc>(f->context, nullptr);
-        if (name == QLatin1String("frmPjName"))
-            return std::make_unique<frmPjName>(f->context, nullptr);
-        if (name == QLatin1String("frmPrintPage"))
-            return std::make_unique<frmPrintPage>(f->context, PrintKind::AllSettingData, 1, nullptr);
-        if (name == QLatin1String("dlgErrLog"))
-            return std::make_unique<dlgErrLog>(*f->state, nullptr);
-        qFatal("no dialog %s", qPrintable(name));
+        return std::make_unique<frmPjName>(f->context, nullptr);
     }
 
 private slots:
-    void init()
-    {
-        f = std::make_unique<GuiFixture>();
-        // A sentence named by the project but missing gives the error list a line to stand on.
-        f->state->Setting.SentenceFileName[0] = f->state->SettingBuffer.SentenceFileName[0]
-            = QStringLiteral("GONE.MP2");
-        f->state->SentencePath = f->home.path() + QLatin1Char('/');
-    }
+    void init() { f = std::make_unique<GuiFixture>(); }
     void cleanup() { f.reset(); }
 
     void enterStaysInTheInput_data()
@@ -57,18 +38,9 @@ private slots:
         QTest::newRow("sentence table box") << "dlgPcCa"
                                             << "TxtPcCa_1"
                                             << "";
-        QTest::newRow("card to PC folder name") << "dlgCaPc"
-                                                << "txtCaPcAllInp"
-                                                << "Backup";
         QTest::newRow("project name") << "frmPjName"
                                       << "txtPjName"
                                       << "Gate";
-        QTest::newRow("first page") << "frmPrintPage"
-                                    << "txtFromPage"
-                                    << "1";
-        QTest::newRow("missing file list") << "dlgErrLog"
-                                           << "listErr"
-                                           << "";
     }
     void enterStaysInTheInput()
     {
@@ -98,55 +70,6 @@ private slots:
         QVERIFY(f->msgBox.shown.isEmpty());
         QCOMPARE(f->fileDialogs.unexpected, 0);
         dialog->hide();
-    }
-
-    // Enter on a button that has the focus presses it, as Space does.
-    void enterPressesTheFocusedButton()
-    {
-        dlgPcCa dialog(f->context, nullptr);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        auto *cancel = findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaClose"));
-        cancel->setFocus();
-        QTest::keyClick(cancel, Qt::Key_Return);
-        QVERIFY(!dialog.isVisible());
-    }
-
-    // The sentence table opens in its first box; Tab goes from the path to the boxes, then to the
-    // commands under them.
-    void tabGoesThroughTheSentenceTableAsDrawn()
-    {
-        dlgPcCa dialog(f->context, nullptr);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        QCOMPARE(dialog.focusWidget(), dialog.box(0));
-        QTest::keyClick(dialog.box(0), Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(dialog.focusWidget()->objectName(), QStringLiteral("cmdsentPath"));
-        dialog.box(127)->setFocus();
-        QTest::keyClick(dialog.box(127), Qt::Key_Tab);
-        QCOMPARE(dialog.focusWidget()->objectName(), QStringLiteral("cmdPcCaAll"));
-    }
-
-    void enterMovesThroughTheSentenceTable()
-    {
-        dlgPcCa dialog(f->context, nullptr);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        dialog.box(1)->setFocus();
-        QTest::keyClick(dialog.box(1), Qt::Key_Return);
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-        QCOMPARE(dialog.focusWidget(), dialog.box(3));
-        QVERIFY(dialog.isVisible());
-        // Past the last column in view, the table scrolls to the box Enter went to.
-        dialog.box(63)->setFocus();
-        QTest::keyClick(dialog.box(63), Qt::Key_Return);
-        QCOMPARE(dialog.focusWidget(), dialog.box(64));
-        const int first = findControl<QScrollBar>(&dialog, QStringLiteral("hscCaPc"))->value();
-        QVERIFY2(first <= 64 / dlgPcCa::Rows && 64 / dlgPcCa::Rows < first + dlgPcCa::VisibleColumns,
-                 qPrintable(QString::number(first)));
-        dialog.box(127)->setFocus();
-        QTest::keyClick(dialog.box(127), Qt::Key_Return);
-        QCOMPARE(dialog.focusWidget(), dialog.box(127));
     }
 };
 

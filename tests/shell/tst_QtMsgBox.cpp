@@ -46,8 +46,6 @@ private slots:
         QTest::addColumn<MsgBox::Answer>("answer");
         QTest::newRow("OK of OK/Cancel")
             << MsgBox::Buttons::OkCancel << int(QMessageBox::Ok) << MsgBox::Answer::Ok;
-        QTest::newRow("Cancel of OK/Cancel")
-            << MsgBox::Buttons::OkCancel << int(QMessageBox::Cancel) << MsgBox::Answer::Cancel;
     }
 
     void clickingAButtonGivesItsAnswer()

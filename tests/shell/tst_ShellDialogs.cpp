@@ -1,14 +1,9 @@
 #include "GuiFixture.h"
-#include "SystemInfoProgram.h"
 #include "TypeText.h"
-#include "dlgErrLog.h"
-#include "frmAbout.h"
 #include "frmPjName.h"
 #include "frmSetPath.h"
 
 #include <QDir>
-#include <QFile>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -19,15 +14,9 @@ class tst_ShellDialogs : public QObject
     Q_OBJECT
 
 private slots:
-    void projectNameRefusesWhatTheFileOrTheFolderCannotTake_data()
+    void projectNameRefusesTheParentFolder()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::newRow("the parent folder") << "..";
-        QTest::newRow("the program folder") << ".";
-    }
-    void projectNameRefusesWhatTheFileOrTheFolderCannotTake()
-    {
-        QFETCH(QString, typed);
+        const QString typed = QStringLiteral(".."); // the parent folder
         GuiFixture f;
         frmPjName dialog(f.context, nullptr);
         auto *text = dialog.findChild<QLineEdit *>(QStringLiteral("txtPjName"));
@@ -41,15 +30,9 @@ private slots:
         QVERIFY(f.msgBox.unexpected.isEmpty());
     }
 
-    void folderListOpensAFolderWithEnter_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::newRow("Return") << int(Qt::Key_Return);
-        QTest::newRow("Enter") << int(Qt::Key_Enter);
-    }
     void folderListOpensAFolderWithEnter()
     {
-        QFETCH(int, key);
+        const auto key = Qt::Key_Return;
         QTemporaryDir dir;
         QDir(dir.path()).mkpath(QStringLiteral("voice/rain"));
         frmSetPath dialog(dir.filePath(QStringLiteral("voice")), nullptr);

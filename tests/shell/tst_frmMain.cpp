@@ -5,8 +5,6 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
-#include <QMdiArea>
-#include <QScrollBar>
 #include <QTest>
 
 #include "TestFiles.h"
@@ -47,49 +45,6 @@ private slots:
         window.reset();
         instance.reset();
         f.reset();
-    }
-
-    void cardWriteFollowsTheCardSlot()
-    {
-        action("mnuNew")->trigger();
-        QAction *cardWrite = action("mnuCardWrite");
-        QVERIFY(cardWrite->isVisible());
-        // No card: refused like the card edit window's disabled button, without a question.
-        QVERIFY(!f->state->CardSlotValid);
-        QVERIFY(!cardWrite->isEnabled());
-        cardWrite->trigger();
-        window->mnuCardWrite_Click();
-        QCOMPARE(f->msgBox.shown, QStringList {});
-
-        DriveInfo card;
-        card.path = path(QStringLiteral("card"));
-        card.type = DriveInfo::Removable;
-        card.ready = true;
-        card.fileSystem = QStringLiteral("FAT");
-        card.totalSize = 64 * 1024 * 1024;
-        f->drives.list = {card};
-        window->SysInfo1_DeviceChange();
-        QVERIFY(cardWrite->isEnabled());
-        f->msgBox.script({MsgBox::Answer::Cancel});
-        cardWrite->trigger();
-        QCOMPARE(f->msgBox.shown,
-                 QStringList {QStringLiteral("Write setting file at drive:") + card.path + "?"});
-
-        f->drives.list.clear();
-        window->SysInfo1_DeviceChange();
-        QVERIFY(!cardWrite->isEnabled());
-        window->mnuCardWrite_Click();
-        QCOMPARE(f->msgBox.shown.size(), 1);
-    }
-
-    // On a small screen a document window larger than the main window scrolls into reach.
-    void smallMainWindowScrollsToItsDocuments()
-    {
-        window->show();
-        window->resize(window->minimumSize());
-        action("mnuNew")->trigger();
-        auto *area = findControl<QMdiArea>(window.get(), QStringLiteral("MDIClient"));
-        QTRY_VERIFY(area->verticalScrollBar()->maximum() > 0 || area->horizontalScrollBar()->maximum() > 0);
     }
 
     void openRefusesNamesThatWouldLeaveTheirFolder_data()
