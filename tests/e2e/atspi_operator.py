@@ -13,8 +13,6 @@ class Operator:
     def __init__(self, pyatspi):
         self.at = pyatspi
 
-    # --- looking -------------------------------------------------------------------------------
-
     def app(self):
         # libatspi takes in windows and applications coming and going only while its loop runs.
         from gi.repository import GLib
@@ -45,79 +43,59 @@ class Operator:
                 continue
             stack.extend(reversed(children))
 
-    def find_all(self, root, role, name=None):
-        found = []
-        for node in self.walk(root):
+    def _matching(self, root, test):
+        def passes(node):
             try:
-                if node.getRoleName() == role and (name is None or node.name == name):
-                    found.append(node)
+                return test(node)
             except Exception:
-                continue
-        return found
+                return False
+
+        return [node for node in (self.walk(root) if root is not None else []) if passes(node)]
+
+    def find_all(self, root, role, name=None):
+        return self._matching(root, lambda node: node.getRoleName() == role and name in (None, node.name))
 
     def windows(self):
         """The top-level windows and the document windows inside the main window, newest last."""
-        app = self.app()
-        result = []
-        for node in self.walk(app) if app is not None else []:
-            try:
-                if node.getRoleName() in WINDOW_ROLES:
-                    result.append(node)
-            except Exception:
-                continue
-        return result
+        return self._matching(self.app(), lambda node: node.getRoleName() in WINDOW_ROLES)
 
     def main_window(self, timeout=30.0):
         """The main window, looked up afresh: its accessible object is replaced while it starts."""
 
-        def match():
-            for node in self.app() or []:
-                if node is not None and node.getRoleName() == "frame" and self.showing(node) \
-                        and self.find_all(node, "menu bar"):
-                    return node
-            return None
-
-        return wait_until(match, "the main window", timeout)
+        return wait_until(lambda: next((node for node in self.app() or [] if node is not None and node.getRoleName()
+                                        == "frame" and self.showing(node) and self.find_all(node, "menu bar")), None),
+                          "the main window", timeout)
 
     def started(self):
-        """The main window once the splash has closed by itself."""
-        main = self.main_window()
+        """Waits for the main window and for the splash to close by itself."""
+        self.main_window()
         wait_until(lambda: not any(w.getRoleName() == "dialog" for w in self.windows()),
                    "the splash window to close", timeout=10)
-        return main
 
-    def window(self, title, timeout=15.0, exact=False):
+    def window(self, title, exact=False):
         """The showing window whose title starts with (or is) `title`."""
         return wait_until(lambda: next((w for w in reversed(self.windows()) if w.name == title
-                                        or (not exact and w.name.startswith(title))), None),
-                          f"the window '{title}'", timeout)
+                                        or (not exact and w.name.startswith(title))), None), f"the window '{title}'")
 
-    def gone(self, title, timeout=15.0):
-        wait_until(lambda: not any(w.name.startswith(title) for w in self.windows()),
-                   f"the window '{title}' to close", timeout)
+    def gone(self, title):
+        wait_until(lambda: not any(w.name.startswith(title) for w in self.windows()), f"the window '{title}' to close")
 
     def control(self, root, role, name=None, timeout=15.0):
         return wait_until(lambda: next(iter(self.find_all(root, role, name)), None),
                           f"{role} '{name or ''}' in '{root.name}'", timeout)
 
-    def beside(self, root, label, role="text", timeout=15.0):
+    def beside(self, root, label, role="text"):
         """The control right of the label `label` on the same line (the tree does not name it)."""
 
         def match():
-            caption = self.find_all(root, "label", label)
-            if not caption:
-                return None
-            box = caption[0].queryComponent().getExtents(self.at.DESKTOP_COORDS)
+            box = self.find_all(root, "label", label)[0].queryComponent().getExtents(self.at.DESKTOP_COORDS)
             middle = box.y + box.height // 2
-            best = None
-            for node in self.find_all(root, role):
-                other = node.queryComponent().getExtents(self.at.DESKTOP_COORDS)
-                if other.x >= box.x + box.width and other.y <= middle <= other.y + other.height:
-                    if best is None or other.x < best[0]:
-                        best = (other.x, node)
-            return best[1] if best else None
+            places = [(other.x, node) for node in self.find_all(root, role)
+                      for other in [node.queryComponent().getExtents(self.at.DESKTOP_COORDS)]
+                      if other.x >= box.x + box.width and other.y <= middle <= other.y + other.height]
+            return min(places, key=lambda place: place[0])[1] if places else None
 
-        return wait_until(match, f"the {role} beside '{label}' in '{root.name}'", timeout)
+        return wait_until(match, f"the {role} beside '{label}' in '{root.name}'")
 
     def text_of(self, acc):
         try:
@@ -137,8 +115,6 @@ class Operator:
         return [(node, label) for node in self.windows()
                 if node.getRoleName() in ("dialog", "alert") for label in self.find_all(node, "label")]
 
-    # --- acting --------------------------------------------------------------------------------
-
     def xdotool(self, *args):
         result = subprocess.run(["xdotool", *args], capture_output=True, text=True)
         if result.returncode != 0:
@@ -151,13 +127,12 @@ class Operator:
         return box.x + box.width // 2, box.y + box.height // 2
 
     def click(self, acc):
-        x, y = self.centre(acc)
-        self.xdotool("mousemove", "--sync", str(x), str(y), "click", "1")
+        self.xdotool("mousemove", "--sync", *map(str, self.centre(acc)), "click", "1")
 
-    def press(self, root, caption, timeout=15.0):
+    def press(self, root, caption):
         """Clicks the push button `caption` of `root` once it is enabled."""
-        button = self.control(root, "push button", caption, timeout=timeout)
-        wait_until(lambda: self.enabled(button), f"the button '{caption}' to be enabled", timeout)
+        button = self.control(root, "push button", caption)
+        wait_until(lambda: self.enabled(button), f"the button '{caption}' to be enabled")
         self.click(button)
         return button
 
@@ -194,18 +169,12 @@ class Operator:
         bar = self.control(self.main_window(), "menu bar")
         self.click(self.control(bar, "menu item", path[0]))
         for caption in path[1:]:
-            self.click(wait_until(lambda: self._menu_item(caption), f"the menu item '{caption}'"))
+            def item(node):  # an item of the open menu, not the menu bar's own
+                return node.getRoleName() in ("menu item", "menu") and node.name == caption \
+                    and node.parent.getRoleName() != "menu bar"
 
-    def _menu_item(self, caption):
-        """The showing item `caption` of an open menu (the menu bar's own items have other names)."""
-        for node in self.walk(self.app()):
-            try:
-                if node.getRoleName() in ("menu item", "menu") and node.name == caption \
-                        and node.parent.getRoleName() != "menu bar":
-                    return node
-            except Exception:
-                continue
-        return None
+            self.click(wait_until(lambda: next(iter(self._matching(self.app(), item)), None),
+                                  f"the menu item '{caption}'"))
 
     def bring_forward(self, frame):
         """Makes the document window `frame` the active one with Ctrl+Tab, as on the keyboard."""

@@ -1,11 +1,8 @@
-"""A private desktop for driving the real dq480 as an operator does: its own X server, session bus
-and accessibility bus, a FAT16 card image mounted through fusefat, and helpers that find controls in
-the accessibility tree and press them with the real mouse and keyboard."""
+"""A private desktop for driving the real dq480 as an operator does: its own X server, session and
+accessibility bus, and a FAT16 card image mounted through fusefat."""
 
 import argparse
-import ctypes
 import importlib.util
-import math
 import os
 import shutil
 import signal
@@ -19,7 +16,7 @@ SKIP = 77  # ctest's SKIP_RETURN_CODE for this test
 
 
 class Skip(Exception):
-    """A tool or right the journey needs is missing on this machine."""
+    pass
 
 
 class JourneyFailed(AssertionError):
@@ -57,52 +54,10 @@ def run(args, check=True, **kwargs):
     return result
 
 
-def write_mp2(path, frequency, seconds=0.5, rate=32000, kbps=64):
-    """A mono MPEG-1 Layer II file of a sine tone, encoded by libtwolame."""
-    lib = ctypes.CDLL("libtwolame.so.0")
-    lib.twolame_init.restype = ctypes.c_void_p
-    options = ctypes.c_void_p(lib.twolame_init())
-    if not options:
-        raise Skip("libtwolame does not start")
-    mono = 3
-    for setter, value in (("twolame_set_num_channels", 1), ("twolame_set_mode", mono),
-                          ("twolame_set_in_samplerate", rate), ("twolame_set_out_samplerate", rate),
-                          ("twolame_set_bitrate", kbps)):
-        getattr(lib, setter)(options, value)
-    if lib.twolame_init_params(options) != 0:
-        raise JourneyFailed("libtwolame refused the tone's settings")
-    count = int(rate * seconds)
-    samples = (ctypes.c_short * count)(
-        *[int(12000 * math.sin(2 * math.pi * frequency * i / rate)) for i in range(count)])
-    out = (ctypes.c_ubyte * (count * 2 + 16384))()
-    written = lib.twolame_encode_buffer(options, samples, None, count, out, len(out))
-    flushed = lib.twolame_encode_flush(options, ctypes.byref(out, written), len(out) - written)
-    lib.twolame_close(ctypes.byref(options))
-    if written < 0 or flushed < 0:
-        raise JourneyFailed("libtwolame failed")
-    with open(path, "wb") as f:
-        f.write(bytes(out[: written + flushed]))
-
-
-def isolate_mounts(argv):
-    """Runs the journey again in a mount namespace of its own. The program lists every mounted
-    volume to find the card slot; other tests' card mounts (and a FUSE mount busy in another test,
-    whose statfs blocks) must not be among them. Returns only inside the namespace."""
-    if os.environ.get("DQ480_JOURNEY_NAMESPACE") == "1":
-        return
-    if shutil.which("unshare") is None:
-        raise Skip("unshare is missing: the journey needs a mount namespace of its own")
-    probe = subprocess.run(["unshare", "--mount", "--propagation", "private", "true"], capture_output=True)
-    if probe.returncode != 0:
-        raise Skip("this machine does not allow a mount namespace of its own")
-    os.environ["DQ480_JOURNEY_NAMESPACE"] = "1"
-    os.execvp("unshare", ["unshare", "--mount", "--propagation", "private", "--", *argv])
-
-
 def detach_foreign_mounts(keep):
-    """Inside the journey's own mount namespace: detaches the FAT and FUSE volumes that other tests
-    have mounted (cards the program would offer as card slots, or a busy FUSE mount whose statfs
-    blocks), except any that holds a path of `keep`. Only this namespace loses them."""
+    """Inside the journey's own mount namespace: detaches other tests' FAT and FUSE volumes (cards
+    the program would offer as card slots, or a busy FUSE mount whose statfs blocks), except any
+    holding a path of `keep`."""
     keep = [os.path.realpath(path) for path in keep]
     points = []
     with open("/proc/self/mountinfo") as table:
@@ -119,25 +74,8 @@ def detach_foreign_mounts(keep):
         subprocess.run(["umount", "-l", point], capture_output=True)
 
 
-def require_card_journey(programs, tools=()):
-    """What a journey that writes a card image needs: root for fusefat, the FAT tools, /dev/fuse and
-    the built `programs`. Then goes on in a mount namespace of its own (see isolate_mounts)."""
-    if os.geteuid() != 0:
-        raise Skip("mounting the card image through fusefat needs root")
-    require_tools(["mkfs.fat", "fsck.fat", "fusefat", "fusermount", "mdir", "mcopy", "unshare", "umount",
-                   "cmp", *tools])
-    if not os.path.exists("/dev/fuse"):
-        raise Skip("no /dev/fuse on this machine")
-    for program in programs:
-        if not os.access(program, os.X_OK):
-            raise JourneyFailed(f"{program} is not built")
-    isolate_mounts([sys.executable, *sys.argv])
-
-
 class CardJourney:
-    """A journey that ends on a card image: the operator's hands and eyes (the accessibility bus of
-    the desktop), the FAT image and its mount point in the journey's folder. A subclass's run()
-    takes the steps."""
+    """A journey that ends on a card image; a subclass's run() takes the steps."""
 
     def __init__(self, args, desktop, workdir):
         import pyatspi  # needs the session bus chosen by the desktop
@@ -153,10 +91,24 @@ class CardJourney:
 
     @classmethod
     def main(cls, doc, prefix, tools=(), screen="1280x1024x24", extra=()):
-        """The command line of a card journey (--dq480, --cli and `extra`); returns its exit code."""
-
         def check(args):
-            require_card_journey([args.dq480, args.cli], tools)
+            if os.geteuid() != 0:
+                raise Skip("mounting the card image through fusefat needs root")
+            require_tools(["mkfs.fat", "fsck.fat", "fusefat", "fusermount", "mdir", "mcopy", "unshare",
+                           "umount", "cmp", *tools])
+            if not os.path.exists("/dev/fuse"):
+                raise Skip("no /dev/fuse on this machine")
+            for program in (args.dq480, args.cli):
+                if not os.access(program, os.X_OK):
+                    raise JourneyFailed(f"{program} is not built")
+            # Again in a mount namespace of its own: the program lists every mounted volume to find
+            # the card slot, and other tests' mounts must not be among them.
+            if os.environ.get("DQ480_JOURNEY_NAMESPACE") == "1":
+                return
+            if subprocess.run(["unshare", "--mount", "--propagation", "private", "true"], capture_output=True).returncode != 0:
+                raise Skip("this machine does not allow a mount namespace of its own")
+            os.environ["DQ480_JOURNEY_NAMESPACE"] = "1"
+            os.execvp("unshare", ["unshare", "--mount", "--propagation", "private", "--", sys.executable, *sys.argv])
 
         def body(args, desktop, workdir):
             detach_foreign_mounts([args.dq480, args.cli, sys.argv[0]])
@@ -167,25 +119,20 @@ class CardJourney:
 
 
 def check_card_image(image, cli, project, sentences, workdir):
-    """Checks an unmounted card image as the device would meet it: a sound FAT (fsck.fat), CONTENTS
-    holding the control file, the test tone and the sentences and nothing else, the control file
-    byte for byte dq480-cli's conversion of `project`, and each file of `sentences` (card name to
-    the PC file it came from) byte for byte its source."""
-    fsck = run(["fsck.fat", "-n", image], check=False)
-    if fsck.returncode != 0:
-        raise JourneyFailed("fsck.fat finds faults on the card:\n" + fsck.stdout + fsck.stderr)
+    """An unmounted card as the device meets it: a sound FAT, CONTENTS holding only DQ480.CSV (byte
+    for byte dq480-cli's conversion of `project`) and `sentences` (card name: its PC source)."""
+    run(["fsck.fat", "-n", image])  # fails with the faults it finds
     # fusefat leaves the FAT's second entry as 0x8000, which mtools would take for damage.
     os.environ["MTOOLS_SKIP_CHECK"] = "1"
-    listing = run(["mdir", "-b", "-i", image, "::CONTENTS"]).stdout.split()
-    on_card = sorted(os.path.basename(line) for line in listing)
+    on_card = sorted(os.path.basename(line) for line in run(["mdir", "-b", "-i", image, "::CONTENTS"]).stdout.split())
     expected = sorted(["DQ480.CSV", *sentences])
     if on_card != expected:
         raise JourneyFailed(f"the card holds {on_card}, not {expected}")
     copied = os.path.join(workdir, "from-card")
-    converted = os.path.join(workdir, "converted")
     os.makedirs(copied)
-    os.makedirs(converted)
     run(["mcopy", "-n", "-i", image, *[f"::CONTENTS/{n}" for n in expected], copied])
+    converted = os.path.join(workdir, "converted")
+    os.makedirs(converted)
     run([cli, "convert", project, os.path.join(converted, "DQ480.CSV")])
     run(["cmp", os.path.join(converted, "DQ480.CSV"), os.path.join(copied, "DQ480.CSV")])
     for name, source in sentences.items():
@@ -193,8 +140,8 @@ def check_card_image(image, cli, project, sentences, workdir):
 
 
 class Desktop:
-    """Xvfb, a session bus (which starts the accessibility bus on demand) and the card mount. Every
-    process it starts it also ends, by its own id or process group."""
+    """Xvfb, a session bus (which starts the accessibility bus) and the card mount; it ends every
+    process it starts, by its own id or process group."""
 
     def __init__(self, workdir, artifacts):
         self.workdir = workdir
@@ -204,8 +151,7 @@ class Desktop:
         self.shots = 0
 
     def daemon_line(self, command, failure):
-        """Starts a server that tells where it listens on a pipe (`command` gets the pipe's
-        descriptor) and returns that first line."""
+        """Starts a server that writes where it listens to the pipe `command` gets; returns that."""
         read, write = os.pipe()
         process = subprocess.Popen(command(write), pass_fds=(write,), stdout=subprocess.DEVNULL,
                                    stderr=subprocess.DEVNULL, start_new_session=True)
@@ -213,32 +159,26 @@ class Desktop:
         self.processes.append(process)
         with os.fdopen(read) as pipe:
             line = pipe.readline().strip()
-        if not line:
-            raise Skip(failure)
-        return line
+        if line:
+            return line
+        raise Skip(failure)
 
     def start(self, screen="1280x1024x24"):
-        display = self.daemon_line(lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0",
-                                               screen, "-nolisten", "tcp", "-noreset"],
-                                   "Xvfb did not start")
-        os.environ["DISPLAY"] = ":" + display
-
+        os.environ["DISPLAY"] = ":" + self.daemon_line(
+            lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0", screen, "-nolisten", "tcp", "-noreset"],
+            "Xvfb did not start")
         runtime = os.path.join(self.workdir, "runtime")
         os.makedirs(runtime, mode=0o700)
         os.environ["XDG_RUNTIME_DIR"] = runtime
-        os.environ["HOME"] = os.path.join(self.workdir, "home")
-        os.makedirs(os.environ["HOME"])
-        os.environ["XDG_CONFIG_HOME"] = os.path.join(os.environ["HOME"], ".config")
-        os.environ["XDG_CACHE_HOME"] = os.path.join(os.environ["HOME"], ".cache")
-        address = self.daemon_line(lambda fd: ["dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                               f"--print-address={fd}"],
-                                   "the session bus did not start")
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = address
-        os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
-        os.environ["QT_ACCESSIBILITY"] = "1"
-        os.environ["QT_QPA_PLATFORM"] = "xcb"
-        os.environ.pop("QT_QPA_PLATFORMTHEME", None)
-        os.environ.pop("SESSION_MANAGER", None)
+        home = os.environ["HOME"] = os.path.join(self.workdir, "home")
+        os.makedirs(home)
+        os.environ.update(XDG_CONFIG_HOME=os.path.join(home, ".config"), XDG_CACHE_HOME=os.path.join(home, ".cache"))
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.daemon_line(
+            lambda fd: ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--print-address={fd}"],
+            "the session bus did not start")
+        os.environ.update(QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_ACCESSIBILITY="1", QT_QPA_PLATFORM="xcb")
+        for name in ("QT_QPA_PLATFORMTHEME", "SESSION_MANAGER"):
+            os.environ.pop(name, None)
 
     def mount_card(self, image, mount_point):
         run(["mkfs.fat", "-C", "-F", "16", "-n", "DQ480", image, "65536"])
@@ -255,14 +195,12 @@ class Desktop:
             wait_until(lambda: not os.path.ismount(mount_point), "the card to be unmounted")
 
     def launch(self, program, *args):
-        log = open(os.path.join(self.artifacts, f"{os.path.basename(program)}-{len(self.processes)}.log"),
-                   "w")
+        log = open(os.path.join(self.artifacts, f"{os.path.basename(program)}-{len(self.processes)}.log"), "w")
         process = subprocess.Popen([program, *args], stdout=log, stderr=subprocess.STDOUT)
         self.processes.append(process)
         return process
 
     def step(self, name, action):
-        """Runs one step of a journey and keeps a screenshot of where it ended."""
         print(f"--- {name}", flush=True)
         try:
             return action()
@@ -271,9 +209,8 @@ class Desktop:
 
     def screenshot(self, name):
         self.shots += 1
-        path = os.path.join(self.artifacts, f"{self.shots:02d}-{name}.png")
-        subprocess.run(["import", "-window", "root", path], capture_output=True)
-        return path
+        subprocess.run(["import", "-window", "root", os.path.join(self.artifacts, f"{self.shots:02d}-{name}.png")],
+                       capture_output=True)
 
     def stop(self):
         for mount_point in list(self.mounts):
@@ -292,38 +229,10 @@ class Desktop:
                 process.kill()
 
 
-def run_journey(args, prefix, body):
-    """Runs `body(desktop, workdir)` on a fresh desktop and returns the exit code ctest reads:
-    0 passed, SKIP when the machine lacks something, 1 failed (with a screenshot of the end)."""
-    shutil.rmtree(args.artifacts, ignore_errors=True)
-    os.makedirs(args.artifacts)
-    workdir = tempfile.mkdtemp(prefix=prefix)
-    desktop = Desktop(workdir, args.artifacts)
-    started = time.monotonic()
-    try:
-        body(desktop, workdir)
-        result = 0
-    except Skip as reason:
-        print(f"SKIP: {reason}")
-        result = SKIP
-    except Exception:
-        traceback.print_exc()
-        desktop.screenshot("failure")
-        print(f"FAILED after {time.monotonic() - started:.0f} s; screenshots and logs in {args.artifacts}")
-        result = 1
-    finally:
-        desktop.stop()
-        shutil.rmtree(workdir, ignore_errors=True)
-    if result != 1 and not args.keep:
-        shutil.rmtree(args.artifacts, ignore_errors=True)
-    if result == 0:
-        print(f"PASS in {time.monotonic() - started:.0f} s")
-    return result
-
-
 def journey_main(doc, prefix, check, body, extra=()):
-    """The command line of a journey: --dq480, the `extra` options, --artifacts and --keep; `check`
-    raises Skip for what the machine lacks, then `body(args, desktop, workdir)` runs."""
+    """The command line of a journey (--dq480, `extra`, --artifacts, --keep): `check` raises Skip
+    for what the machine lacks, then `body(args, desktop, workdir)` runs on a fresh desktop. Returns
+    ctest's exit code: 0 passed, SKIP, 1 failed (with a screenshot of the end)."""
     parser = argparse.ArgumentParser(description=doc.splitlines()[0])
     parser.add_argument("--dq480", required=True)
     for name, options in extra:
@@ -343,4 +252,27 @@ def journey_main(doc, prefix, check, body, extra=()):
     except JourneyFailed as error:
         print(f"FAILED: {error}")
         return 1
-    return run_journey(args, prefix, lambda desktop, workdir: body(args, desktop, workdir))
+    shutil.rmtree(args.artifacts, ignore_errors=True)
+    os.makedirs(args.artifacts)
+    workdir = tempfile.mkdtemp(prefix=prefix)
+    desktop = Desktop(workdir, args.artifacts)
+    started = time.monotonic()
+    try:
+        body(args, desktop, workdir)
+        result = 0
+    except Skip as reason:
+        print(f"SKIP: {reason}")
+        result = SKIP
+    except Exception:
+        traceback.print_exc()
+        desktop.screenshot("failure")
+        print(f"FAILED after {time.monotonic() - started:.0f} s; screenshots and logs in {args.artifacts}")
+        result = 1
+    finally:
+        desktop.stop()
+        shutil.rmtree(workdir, ignore_errors=True)
+    if result != 1 and not args.keep:
+        shutil.rmtree(args.artifacts, ignore_errors=True)
+    if result == 0:
+        print(f"PASS in {time.monotonic() - started:.0f} s")
+    return result

@@ -1,8 +1,6 @@
 #!/usr/bin/env python3
-"""The real dq480 in Japanese on a private X display, driven through the accessibility tree with the
-real mouse and keyboard: the system language (LANGUAGE=ja) alone makes it speak Japanese, at twice
-the pixel density too. A new project from the Japanese menus, a refused program number answered in
-a Japanese message box, and the program's end through the menus.
+"""The real dq480 in Japanese by the system language (LANGUAGE=ja) alone, at any pixel density: a
+new project from the Japanese menus, a refused program number answered in Japanese, and the end.
 
 Usage: japanese_journey.py --dq480 PATH --artifacts DIR [--scale N] [--keep]"""
 
@@ -12,8 +10,6 @@ import sys
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from desktop import journey_main, wait_until  # noqa: E402
-
-INCORRECT_VALUE = "不正な値が入力されました。"
 
 
 def journey(args, desktop, workdir):
@@ -33,11 +29,8 @@ def journey(args, desktop, workdir):
             return round(x * scale), round(y * scale)
 
     op = ScaledOperator(pyatspi)
-    home = os.path.join(workdir, "dq480-home")
-    os.makedirs(home)
-    os.environ["DQ480_HOME"] = home
-    os.environ["LANGUAGE"] = "ja"
-    os.environ["QT_SCALE_FACTOR"] = args.scale
+    os.environ.update(DQ480_HOME=os.path.join(workdir, "dq480-home"), LANGUAGE="ja", QT_SCALE_FACTOR=args.scale)
+    os.makedirs(os.environ["DQ480_HOME"])
 
     app = desktop.launch(args.dq480)
     desktop.step("start", op.started)
@@ -56,7 +49,7 @@ def journey(args, desktop, workdir):
         op.select_tab(edit, "プログラム", "push button", "開く")
         op.replace_text(op.control(edit, "text", "プログラム番号"), "99")
         op.key("Return")
-        op.answer(INCORRECT_VALUE, "OK")
+        op.answer("不正な値が入力されました。", "OK")
 
     desktop.step("refused-program-number", refused_program_number)
 

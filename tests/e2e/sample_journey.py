@@ -1,8 +1,6 @@
 #!/usr/bin/env python3
-"""The sample project from the README's commands to a card image, as a newcomer goes: make-sample.sh
-speaks and imports three sentences, the real dq480 opens SAMPLE.stf named on its command line, the
-sentence table gives each sentence's playing time and program 1 its total, and Card write puts the
-project onto a FAT16 card image, which is then checked with fsck.fat and mtools.
+"""The README's sample project onto a card image: make-sample.sh makes it, the real dq480 opens it,
+the sentence table and program 1 show playing times, and Card write fills a FAT16 card image.
 
 Usage: sample_journey.py --dq480 PATH --cli PATH --artifacts DIR [--shots DIR] [--keep]
 --shots DIR writes the README's pictures there: the program's window at each step."""
@@ -49,13 +47,12 @@ class Journey(CardJourney):
     def open_project(self):
         self.desktop.launch(self.args.dq480, self.project)
         self.op.started()
-        edit = self.op.window("SAMPLE.stf", exact=True)
-        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
+        self.edit = self.op.window("SAMPLE.stf", exact=True)
+        self.op.select_tab(self.edit, "Card Edit", "push button", "Card write")
         self.shot("1-project")
-        return edit
 
-    def sentence_table(self, edit):
-        self.op.press(edit, "Start sentence copy PC -> Card")
+    def sentence_table(self):
+        self.op.press(self.edit, "Start sentence copy PC -> Card")
         table = self.op.window(TABLE)
         for number, name in enumerate(SENTENCES):
             box = self.op.control(table, "text", f"{number + 1:03d}:")
@@ -66,9 +63,9 @@ class Journey(CardJourney):
         self.op.press(table, "Cancel")
         self.op.gone(TABLE)
 
-    def program_one(self, edit):
-        self.op.select_tab(edit, "Program", "push button", "Open")
-        self.op.press(edit, "Open")
+    def program_1(self):
+        self.op.select_tab(self.edit, "Program", "push button", "Open")
+        self.op.press(self.edit, "Open")
         program = self.op.window("Program : ")
         time = wait_until(lambda: next((label for label in self.op.find_all(program, "label")
                                         if label.name.startswith("Playing time: 0:")), None),
@@ -79,9 +76,9 @@ class Journey(CardJourney):
         self.op.press(program, "Cancel")
         self.op.gone("Program : ")
 
-    def card_write(self, edit):
-        self.op.select_tab(edit, "Card Edit", "push button", "Card write")
-        self.op.press(edit, "Card write")
+    def card_write(self):
+        self.op.select_tab(self.edit, "Card Edit", "push button", "Card write")
+        self.op.press(self.edit, "Card write")
         self.op.answer(f"Write setting file at drive:{self.card}?", "OK")
         self.op.message("Card write is complete")
         self.shot("4-written")
@@ -95,12 +92,8 @@ class Journey(CardJourney):
         check_card_image(self.image, self.args.cli, self.project, sentences, self.work)
 
     def run(self):
-        self.desktop.step("make-sample", self.make_sample)
-        edit = self.desktop.step("open-project", self.open_project)
-        self.desktop.step("sentence-table", lambda: self.sentence_table(edit))
-        self.desktop.step("program-1", lambda: self.program_one(edit))
-        self.desktop.step("card-write", lambda: self.card_write(edit))
-        self.desktop.step("check-card", self.check_card)
+        for step in ("make_sample", "open_project", "sentence_table", "program_1", "card_write", "check_card"):
+            self.desktop.step(step.replace("_", "-"), getattr(self, step))
 
 
 if __name__ == "__main__":

@@ -14,29 +14,16 @@ trap 'rm -rf "$work"' EXIT
 app_id=com.arvon.dq480
 # Every file an installation holds, below its prefix.
 installed=(
-    bin/dq480
-    bin/dq480-cli
-    share/applications/$app_id.desktop
-    share/metainfo/$app_id.metainfo.xml
-    share/mime/packages/$app_id.xml
+    bin/dq480 bin/dq480-cli share/man/man1/dq480.1.gz share/man/man1/dq480-cli.1.gz
+    share/applications/$app_id.desktop share/metainfo/$app_id.metainfo.xml share/mime/packages/$app_id.xml
+    share/bash-completion/completions/dq480-cli share/doc/dq480/copyright share/doc/dq480/changelog.gz
     share/icons/hicolor/scalable/apps/dq480.svg
-    share/man/man1/dq480.1.gz
-    share/man/man1/dq480-cli.1.gz
-    share/bash-completion/completions/dq480-cli
-    share/doc/dq480/copyright
-    share/doc/dq480/changelog.gz
 )
-for size in 16 22 24 32 48 64 128 256; do
-    installed+=("share/icons/hicolor/${size}x${size}/apps/dq480.png")
-done
+for size in 16 22 24 32 48 64 128 256; do installed+=("share/icons/hicolor/${size}x${size}/apps/dq480.png"); done
 
 fail() { echo "FAIL: $*" >&2; exit 1; }
 skip() { echo "SKIP: $*"; exit 77; }
-needs() {
-    for tool in "$@"; do
-        command -v "$tool" >/dev/null || skip "needs $tool (see scripts/setup.sh)"
-    done
-}
+needs() { for tool in "$@"; do command -v "$tool" >/dev/null || skip "needs $tool (see scripts/setup.sh)"; done; }
 install_prefix() { cmake --install "$build" --prefix "$work/prefix" >/dev/null; }
 
 case $check in
@@ -45,7 +32,7 @@ prefix)
     for file in "${installed[@]}"; do
         [[ -f "$work/prefix/$file" ]] || fail "cmake --install left out $file"
     done
-    [[ -x "$work/prefix/bin/dq480" && -x "$work/prefix/bin/dq480-cli" ]] || fail "programs not executable"
+    [[ -x "$work/prefix/bin/dq480" ]] || fail "dq480 not executable"
     "$work/prefix/bin/dq480-cli" --version | grep -q '^dq480' || fail "installed dq480-cli does not run"
     ;;
 
@@ -71,28 +58,22 @@ mime)
     install_prefix
     update-mime-database "$work/prefix/share/mime"
     mkdir "$work/files"
-    cp "$source/tests/data/example-two-sentences.stf" "$work/files/station.stf"
     # Without its extension a setting file is still known by its first key.
-    cp "$source/tests/data/example-two-sentences.stf" "$work/files/station"
+    for name in station.stf station; do cp "$source/tests/data/example-two-sentences.stf" "$work/files/$name"; done
     printf 'CARDNAME,x,\r\n' >"$work/files/other"
     # xdg-mime asks GLib, which reads the shared MIME database of the test prefix only.
     export XDG_CURRENT_DESKTOP=GNOME XDG_DATA_DIRS="$work/prefix/share:/usr/share" XDG_DATA_HOME="$work/home"
     for file in station.stf station other; do
         type=$(xdg-mime query filetype "$work/files/$file")
-        echo "$file: $type"
-        if [[ $file == other ]]; then
-            [[ $type != application/x-dq480-setting ]] || fail "$file taken for a setting file"
-        else
-            [[ $type == application/x-dq480-setting ]] || fail "$file is $type"
-        fi
+        if [[ $file == other ]]; then [[ $type != application/x-dq480-setting ]]
+        else [[ $type == application/x-dq480-setting ]]; fi || fail "$file is $type"
     done
     ;;
 
 manpages)
     # Every option and command the programs' --help names is in their manual page.
     for program in dq480 dq480-cli; do
-        exe=$DQ480_APP
-        [[ $program == dq480 ]] || exe=$DQ480_CLI
+        exe=$DQ480_APP && [[ $program == dq480 ]] || exe=$DQ480_CLI
         page=$(sed 's/\\-/-/g' "$source/data/man/$program.1")
         help=$("$exe" --help)
         for option in $(grep -o -- '--[a-z][a-z-]*' <<<"$help" | sort -u); do
@@ -111,7 +92,6 @@ manpages)
 completion)
     completion=/usr/share/bash-completion/bash_completion
     [[ -f $completion ]] || skip "needs bash-completion"
-    cli=$DQ480_CLI
     # Completions for the words typed so far, the last one being completed.
     complete_words() {
         bash -c 'source "$1"; source "$2"; shift 2
@@ -119,11 +99,10 @@ completion)
                  _dq480_cli; printf "%s\n" "${COMPREPLY[@]}" | sort | xargs' \
             _ "$completion" "$source/data/completion/dq480-cli.bash" "$@"
     }
-    commands=$("$cli" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p' | sort | xargs)
+    commands=$("$DQ480_CLI" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p' | sort | xargs)
     expect() {
-        local want=$1
+        local want=$1 got
         shift
-        local got
         got=$(complete_words "$@")
         [[ $got == "$want" ]] || fail "completing '$*': got '$got', want '$want'"
     }

@@ -11,10 +11,9 @@
 class ScriptedMsgBox : public MsgBox
 {
 public:
-    Answer show(const QString &text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None) override
+    Answer show(const QString &text, Buttons buttons = Buttons::Ok, Icon = Icon::None) override
     {
         shown.append(text);
-        icons.append(icon);
         if (buttons == Buttons::Ok && answerOkBoxes)
             return Answer::Ok;
         if (!answers.isEmpty())
@@ -32,6 +31,5 @@ public:
     bool answerOkBoxes = false;
     QList<Answer> answers;
     QStringList shown;
-    QList<Icon> icons;
     QStringList unexpected;
 };

@@ -20,12 +20,10 @@ public:
     static std::unique_ptr<TestMount> tmpfs(const QByteArray &size, QString &skipReason)
     {
         auto mount = std::unique_ptr<TestMount>(new TestMount);
-        if (geteuid() != 0) {
-            skipReason = QStringLiteral("mounting a tmpfs needs root");
-            return nullptr;
-        }
-        if (::mount("tmpfs", QFile::encodeName(mount->path()).constData(), "tmpfs", 0, "size=" + size) != 0) {
-            skipReason = QStringLiteral("this machine does not allow mounting a tmpfs");
+        if (geteuid() != 0
+            || ::mount("tmpfs", QFile::encodeName(mount->path()).constData(), "tmpfs", 0, "size=" + size)
+                != 0) {
+            skipReason = QStringLiteral("mounting a tmpfs needs root and a machine that allows it");
             return nullptr;
         }
         mount->m_mounted = true;
@@ -36,13 +34,9 @@ public:
     static std::unique_ptr<TestMount> fat16(int kib, QString &skipReason)
     {
         auto mount = std::unique_ptr<TestMount>(new TestMount);
-        if (geteuid() != 0) {
-            skipReason = QStringLiteral("mounting a FAT image through FUSE needs root here");
-            return nullptr;
-        }
-        if (QStandardPaths::findExecutable(QStringLiteral("mkfs.fat")).isEmpty()
+        if (geteuid() != 0 || QStandardPaths::findExecutable(QStringLiteral("mkfs.fat")).isEmpty()
             || QStandardPaths::findExecutable(QStringLiteral("fusefat")).isEmpty()) {
-            skipReason = QStringLiteral("mkfs.fat and fusefat are not installed");
+            skipReason = QStringLiteral("a FAT image through FUSE needs root, mkfs.fat and fusefat");
             return nullptr;
         }
         mount->m_image = mount->m_imageDir.filePath(QStringLiteral("card.img"));
@@ -54,12 +48,9 @@ public:
         if (!runQuietly(QStringLiteral("mkfs.fat"),
                         {QStringLiteral("-C"), QStringLiteral("-F"), QStringLiteral("16"),
                          QStringLiteral("-s"), QString::number(sectorsPerCluster), mount->m_image,
-                         QString::number(kib)})) {
-            skipReason = QStringLiteral("mkfs.fat could not make a FAT16 image");
-            return nullptr;
-        }
-        if (!mount->mountImage()) {
-            skipReason = QStringLiteral("this machine does not allow FUSE mounts");
+                         QString::number(kib)})
+            || !mount->mountImage()) {
+            skipReason = QStringLiteral("mkfs.fat or a FUSE mount failed on this machine");
             return nullptr;
         }
         return mount;
@@ -77,14 +68,6 @@ public:
         m_mounted = runQuietly(QStringLiteral("fusefat"),
                                {QStringLiteral("-o"), QStringLiteral("rw+"), m_image, path()});
         return m_mounted;
-    }
-
-    /// Makes the mounted tmpfs read-only, as a card with its lock switch on.
-    bool remountReadOnly()
-    {
-        return ::mount("tmpfs", QFile::encodeName(path()).constData(), "tmpfs", MS_REMOUNT | MS_RDONLY,
-                       nullptr)
-            == 0;
     }
 
     /// Takes the file system away at once, as a pulled card: files still open go on to a

@@ -34,26 +34,20 @@ class AlteringFs(Operations):
 
     def getattr(self, path, fh=None):
         st = self._call(os.lstat, self._real(path))
-        keys = ('st_mode', 'st_nlink', 'st_uid', 'st_gid', 'st_size', 'st_atime', 'st_mtime', 'st_ctime')
-        return {key: getattr(st, key) for key in keys}
+        return {key: getattr(st, key) for key in ('st_mode', 'st_nlink', 'st_uid', 'st_gid', 'st_size',
+                                                 'st_atime', 'st_mtime', 'st_ctime')}
 
     def readdir(self, path, fh):
         return ['.', '..'] + self._call(os.listdir, self._real(path))
 
     def statfs(self, path):
         st = os.statvfs(self._real(path))
-        keys = ('f_bsize', 'f_frsize', 'f_blocks', 'f_bfree', 'f_bavail', 'f_files', 'f_ffree', 'f_namemax')
-        return {key: getattr(st, key) for key in keys}
+        return {key: getattr(st, key) for key in ('f_bsize', 'f_frsize', 'f_blocks', 'f_bfree', 'f_bavail',
+                                                 'f_files', 'f_ffree', 'f_namemax')}
 
     def access(self, path, mode):
         if not os.access(self._real(path), mode):
             raise FuseOSError(errno.EACCES)
-
-    def mkdir(self, path, mode):
-        return self._call(os.mkdir, self._real(path), mode)
-
-    def rmdir(self, path):
-        return self._call(os.rmdir, self._real(path))
 
     def unlink(self, path):
         self.written.discard(path)
@@ -65,28 +59,22 @@ class AlteringFs(Operations):
             self.written.discard(old)
             self.written.add(new)
 
-    def chmod(self, path, mode):
-        return self._call(os.chmod, self._real(path), mode)
+    def _passed(function):
+        return lambda self, path, *args: self._call(function, self._real(path), *args)
 
-    def chown(self, path, uid, gid):
-        return self._call(os.chown, self._real(path), uid, gid)
-
-    def utimens(self, path, times=None):
-        return self._call(os.utime, self._real(path), times)
+    mkdir, rmdir, chmod, chown, utimens = map(_passed, (os.mkdir, os.rmdir, os.chmod, os.chown, os.utime))
 
     def truncate(self, path, length, fh=None):
         with open(self._real(path), 'r+b') as f:
             f.truncate(length)
 
-    def open(self, path, fi):
-        fi.fh = self._call(os.open, self._real(path), fi.flags)
+    def open(self, path, fi, flags=None, mode=0o777):
+        fi.fh = self._call(os.open, self._real(path), fi.flags if flags is None else flags, mode)
         fi.keep_cache = 1
         return 0
 
     def create(self, path, mode, fi):
-        fi.fh = self._call(os.open, self._real(path), os.O_WRONLY | os.O_CREAT | os.O_EXCL, mode)
-        fi.keep_cache = 1
-        return 0
+        return self.open(path, fi, os.O_WRONLY | os.O_CREAT | os.O_EXCL, mode)
 
     def read(self, path, size, offset, fi):
         data = self._call(os.pread, fi.fh, size, offset)
