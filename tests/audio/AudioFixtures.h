@@ -60,6 +60,26 @@ inline Sound speechLike(double seconds, int rate, int channels)
     return sound;
 }
 
+/// Speech with hard consonants: `speechLike` with a click of a few milliseconds, near full scale,
+/// at the start of every syllable, as a close microphone catches "t" and "k". Its peaks stand
+/// about 20 dB over its loudness, where a steady voice stands 12.
+inline Sound speechWithPlosives(double seconds, int rate, int channels)
+{
+    Sound sound = speechLike(seconds, rate, channels);
+    std::mt19937 random(11);
+    std::uniform_real_distribution<float> noise(-1.0f, 1.0f);
+    const size_t click = size_t(rate) * 4 / 1000;
+    for (size_t start = 0; start + click < sound.samples.size() / size_t(channels);
+         start += size_t(rate) / 5) {
+        for (size_t i = 0; i < click; ++i) {
+            const float value = 0.7f * noise(random) * float(click - i) / float(click);
+            for (int c = 0; c < channels; ++c)
+                sound.samples[(start + i) * size_t(channels) + size_t(c)] += value;
+        }
+    }
+    return sound;
+}
+
 /// Writes a sound in a libsndfile format (SF_FORMAT_WAV | SF_FORMAT_PCM_16 and so on).
 inline bool write(const QString &path, const Sound &sound, int format)
 {

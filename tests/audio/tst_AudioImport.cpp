@@ -10,6 +10,7 @@
 #include "AudioInfo.h"
 #include "Loudness.h"
 #include "Mp2File.h"
+#include "Resample.h"
 #include "SentenceName.h"
 #include "TestFiles.h"
 #include "TestMounts.h"
@@ -195,6 +196,34 @@ private slots:
         QVERIFY2(error.contains(QStringLiteral("No space left on device")), qPrintable(error));
         QCOMPARE(filesIn(disk->path()), QStringList {QStringLiteral("LONG.MP2")});
         QCOMPARE(readTestFile(output), QByteArray("old sentence"));
+    }
+
+    // The rate converter each quality takes must pass, untouched, the top of the band its encoder
+    // keeps: 13.5 kHz for standard, 20.7 kHz for high.
+    void converterKeepsTheEncodersBand_data()
+    {
+        QTest::addColumn<Mp2Quality>("quality");
+        QTest::addColumn<double>("hz");
+        QTest::newRow("standard, 13.4 kHz") << Mp2Quality::Standard << 13400.0;
+        QTest::newRow("high, 20.5 kHz") << Mp2Quality::High << 20500.0;
+    }
+    void converterKeepsTheEncodersBand()
+    {
+        QFETCH(Mp2Quality, quality);
+        QFETCH(double, hz);
+        const Sound tone = sine(hz, 1.0, 48000, 1, 0.5);
+        std::vector<float> out;
+        QString error;
+        QVERIFY2(resampleMono(tone.samples, 48000, mp2SampleRate(quality), out, error, converterFor(quality)),
+                 qPrintable(error));
+        // The middle half, away from the converter's run-in and run-out.
+        double sum = 0.0;
+        const size_t from = out.size() / 4;
+        const size_t to = out.size() * 3 / 4;
+        for (size_t i = from; i < to; ++i)
+            sum += double(out[i]) * out[i];
+        const double levelDb = 10.0 * std::log10(sum / double(to - from) / (0.5 * 0.5 / 2.0));
+        QVERIFY2(std::fabs(levelDb) < 0.1, qPrintable(QStringLiteral("%1 dB").arg(levelDb)));
     }
 
     void sentenceNames_data()

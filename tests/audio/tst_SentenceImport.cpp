@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QProgressDialog>
@@ -262,6 +263,25 @@ private slots:
         for (const RecordingJob &job : jobs)
             QCOMPARE(job.error, QStringLiteral("The import was cancelled."));
         QCOMPARE(QDir(out.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    }
+
+    // After Delete or Insert, what is said of the current box (under the table, in its tooltip)
+    // follows the box, not the sentence that moved away.
+    void currentTimeFollowsInsertAndDelete_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("delete") << "cmdPcCaDel";
+        QTest::newRow("insert") << "cmdPcCaIns";
+    }
+    void currentTimeFollowsInsertAndDelete()
+    {
+        QFETCH(QString, command);
+        dlgPcCa dialog(f->context, nullptr);
+        dropOn(dialog.box(0), {recording(QStringLiteral("hello.wav"))});
+        findControl<QPushButton>(&dialog, command)->click();
+        QVERIFY(dialog.box(0)->text().isEmpty());
+        QCOMPARE(findControl<QLabel>(&dialog, QStringLiteral("lblPcCaDuration"))->text(), QString());
+        QCOMPARE(dialog.box(0)->toolTip(), QString());
     }
 };
 

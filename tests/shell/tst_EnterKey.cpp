@@ -71,6 +71,18 @@ private slots:
         QCOMPARE(f->fileDialogs.unexpected, 0);
         dialog->hide();
     }
+
+    // Enter on a button that has the focus presses it, as Space does.
+    void enterPressesTheFocusedButton()
+    {
+        dlgPcCa dialog(f->context, nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        auto *cancel = findControl<QPushButton>(&dialog, QStringLiteral("cmdPcCaClose"));
+        cancel->setFocus();
+        QTest::keyClick(cancel, Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+    }
 };
 
 QTEST_MAIN(tst_EnterKey)
