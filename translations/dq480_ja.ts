@@ -782,6 +782,10 @@
         <translation>録音を取り込みますか?</translation>
     </message>
     <message>
+        <source>Cannot enter %1 as entry %2: entry %3 stays as it was and holds a sentence of that name.</source>
+        <translation>%1 を項目 %2 に入れられません: 項目 %3 は元のままで、同じ名前のセンテンスを持っています。</translation>
+    </message>
+    <message>
         <source>Importing recordings... %1 of %2 done</source>
         <translation>録音を取り込んでいます... %2 件中 %1 件完了</translation>
     </message>

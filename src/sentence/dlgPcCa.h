@@ -67,11 +67,11 @@ private:
     /// Copies a named file from the sentence folder into the work folder; says why when it cannot.
     void takeIntoWorkFolder(const QString &name);
     int indexOfBox(QObject *object) const;
-    /// Makes sentences of dropped recordings in the work folder and enters them from box `index` on.
+    /// Makes sentences of dropped recordings and enters them from box `index` on, one box each.
     void importRecordings(int index, const QStringList &paths);
-    /// Before an import of `count` of `paths` from box `index` on: asks when entries would be
-    /// replaced or recordings left out at the table's end; says so when none fits. True to go on.
-    bool confirmImportInto(int index, const QStringList &paths, int count);
+    /// Once the sentences are made, before they are entered: asks when entries would be replaced
+    /// or recordings left out at the table's end, saying which recordings were refused. True to go on.
+    bool confirmImport(const QStringList &refused, const QStringList &replaced, const QStringList &leftOut);
     /// Scrolls the table so that box `index` shows.
     void revealBox(int index);
     /// Shows the current box's sentence and its playing time under the table.

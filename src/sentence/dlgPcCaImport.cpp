@@ -2,6 +2,7 @@
 // sentences in the work folder and entered from a box on.
 #include "dlgPcCa.h"
 
+#include "FileCopy.h"
 #include "FileDialogs.h"
 #include "MsgBox.h"
 #include "RecordingImport.h"
@@ -11,40 +12,36 @@
 #include "SharedState.h"
 #include "dlgSentenceNames.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QTemporaryDir>
 
 #include <algorithm>
 
 namespace Table = SentenceTableEdit;
 
-bool dlgPcCa::confirmImportInto(int index, const QStringList &paths, int count)
+namespace {
+
+QString entryNumber(int index)
 {
-    const SettingData &buffer = m_context.state.SettingBuffer;
-    QStringList replaced;
-    for (int i = index; i < index + count; ++i)
-        if (!buffer.SentenceFileName[i].isEmpty())
-            replaced << QStringLiteral("%1: %2")
-                            .arg(i + 1, 3, 10, QLatin1Char('0'))
-                            .arg(buffer.SentenceFileName[i]);
-    QStringList leftOut;
-    for (qsizetype k = count; k < paths.size(); ++k)
-        leftOut << QFileInfo(paths[k]).fileName();
-    if (count == 0) {
-        m_context.msgBox.show(tr("The table has no entry from %1 on: nothing was imported.")
-                                  .arg(index + 1, 3, 10, QLatin1Char('0')),
-                              MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
-        return false;
-    }
+    return QStringLiteral("%1").arg(index + 1, 3, 10, QLatin1Char('0'));
+}
+
+} // namespace
+
+bool dlgPcCa::confirmImport(const QStringList &refused, const QStringList &replaced,
+                            const QStringList &leftOut)
+{
     if (replaced.isEmpty() && leftOut.isEmpty())
         return true;
-    QStringList text;
+    QStringList text = refused;
     if (!replaced.isEmpty())
         text << tr("The recordings replace these entries:") << replaced;
     if (!leftOut.isEmpty())
         text << tr("The table ends at entry %1; these recordings are left out:")
-                    .arg(Table::lastEntry(buffer) + 1, 3, 10, QLatin1Char('0'))
+                    .arg(entryNumber(Table::lastEntry(m_context.state.SettingBuffer)))
              << leftOut;
     text << tr("Import the recordings?");
     return m_context.msgBox.confirm(text.join(QLatin1Char('\n')));
@@ -54,16 +51,27 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
 {
     SettingData &buffer = m_context.state.SettingBuffer;
     const int count = std::clamp(Table::lastEntry(buffer) + 1 - index, 0, int(paths.size()));
-    if (!confirmImportInto(index, paths, count))
+    if (count == 0) {
+        m_context.msgBox.show(
+            tr("The table has no entry from %1 on: nothing was imported.").arg(entryNumber(index)),
+            MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
         return;
+    }
     // Names the table holds elsewhere stay; the boxes being filled give theirs up. Recordings named
     // fittingly keep their names; the others are offered one.
     QStringList kept;
     for (int i = 0; i < Entries; ++i)
         if ((i < index || i >= index + count) && !buffer.SentenceFileName[i].isEmpty())
             kept << buffer.SentenceFileName[i];
-    const QString folder = workFolder(m_context.state);
-    QDir().mkpath(folder);
+    // The sentences are made aside and enter the work folder only once the operator has seen
+    // which entries they replace, which is known only when every recording has been made.
+    const QTemporaryDir made;
+    if (!made.isValid()) {
+        m_context.msgBox.show(QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
+                                  .arg(QDir::tempPath(), made.errorString()),
+                              MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+        return;
+    }
     std::vector<RecordingJob> jobs;
     std::vector<dlgSentenceNames::Offer> offers;
     std::vector<size_t> offered;
@@ -81,7 +89,7 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
             offers.push_back({path, name});
             offered.push_back(jobs.size());
         }
-        jobs.push_back({path, folder + name, QString()});
+        jobs.push_back({path, made.filePath(name), QString()});
     }
     if (!offers.empty()) {
         dlgSentenceNames names(offers, kept, m_context.msgBox, this);
@@ -89,27 +97,70 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
             return;
         const QStringList chosen = names.chosenNames();
         for (size_t k = 0; k < offered.size(); ++k)
-            jobs[offered[k]].output = folder + chosen[qsizetype(k)];
+            jobs[offered[k]].output = made.filePath(chosen[qsizetype(k)]);
     }
-    const bool completed = runRecordingImports(jobs, this);
-    // The sentences made fill the boxes one after the other; a refused recording leaves no gap.
-    QStringList errors;
-    int box = index;
-    for (const RecordingJob &job : jobs) {
-        if (!job.error.isEmpty()) {
-            errors << job.error;
+    if (!runRecordingImports(jobs, this))
+        return;
+
+    // Each recording goes to its own entry, so that the sentence numbers the programs play mean
+    // what was dropped; a refused recording leaves its entry as it was, and with it the sentence of
+    // that name, which no other recording may then replace.
+    QStringList refused;
+    std::vector<int> staying;
+    for (int k = 0; k < count; ++k)
+        if (!jobs[size_t(k)].error.isEmpty()) {
+            refused << jobs[size_t(k)].error;
+            staying.push_back(index + k);
+        }
+    std::vector<int> entering;
+    QStringList replaced;
+    for (int k = 0; k < count; ++k) {
+        const RecordingJob &job = jobs[size_t(k)];
+        if (!job.error.isEmpty())
+            continue;
+        const QString name = QFileInfo(job.output).fileName();
+        const auto keeper = std::find_if(staying.begin(), staying.end(), [&](int entry) {
+            return buffer.SentenceFileName[entry].compare(name, Qt::CaseInsensitive) == 0;
+        });
+        if (keeper != staying.end()) {
+            refused << tr("Cannot enter %1 as entry %2: entry %3 stays as it was and holds a sentence of "
+                          "that name.")
+                           .arg(name, entryNumber(index + k), entryNumber(*keeper));
             continue;
         }
-        Table::setEntry(buffer, box, QFileInfo(job.output).fileName());
-        showBox(box, buffer.SentenceFileName[box]);
-        ++box;
+        entering.push_back(k);
+        if (!buffer.SentenceFileName[index + k].isEmpty())
+            replaced << entryNumber(index + k) + QStringLiteral(": ") + buffer.SentenceFileName[index + k];
+    }
+    QStringList leftOut;
+    for (qsizetype k = count; k < paths.size(); ++k)
+        leftOut << QFileInfo(paths[k]).fileName();
+    if (entering.empty() || !confirmImport(refused, replaced, leftOut)) {
+        if (entering.empty() && !refused.isEmpty())
+            m_context.msgBox.show(refused.join(QLatin1Char('\n')), MsgBox::Buttons::Ok,
+                                  MsgBox::Icon::Exclamation);
+        return;
+    }
+    const bool asked = !replaced.isEmpty() || !leftOut.isEmpty();
+    QStringList errors = asked ? QStringList() : refused;
+    const QString folder = workFolder(m_context.state);
+    QDir().mkpath(folder);
+    for (const int k : entering) {
+        const QString name = QFileInfo(jobs[size_t(k)].output).fileName();
+        QString error;
+        if (!copyFileReplacing(jobs[size_t(k)].output, folder + name, error)) {
+            errors << error;
+            continue;
+        }
+        Table::setEntry(buffer, index + k, name);
+        showBox(index + k, buffer.SentenceFileName[index + k]);
     }
     setModified();
     m_current = index;
     revealBox(index);
     m_boxes[index]->setFocus();
     showDuration(index);
-    if (!errors.isEmpty() && completed)
+    if (!errors.isEmpty())
         m_context.msgBox.show(errors.join(QLatin1Char('\n')), MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
 }
 

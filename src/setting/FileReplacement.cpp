@@ -110,9 +110,32 @@ bool renameOver(const QString &from, const QString &to)
 
 } // namespace
 
-FileReplacement::FileReplacement(const QString &destination, ReplaceStyle style)
+qint64 ReplacementDevice::write(int fd, const char *data, qint64 size) const
+{
+    return ::write(fd, data, static_cast<size_t>(size));
+}
+
+bool ReplacementDevice::sync(int fd) const
+{
+    return !syncFailed(fd);
+}
+
+bool ReplacementDevice::rename(const QString &from, const QString &to) const
+{
+    return renameOver(from, to);
+}
+
+const ReplacementDevice &ReplacementDevice::system()
+{
+    static const ReplacementDevice calls {};
+    return calls;
+}
+
+FileReplacement::FileReplacement(const QString &destination, ReplaceStyle style,
+                                 const ReplacementDevice &device)
     : m_destination(destination)
     , m_style(style)
+    , m_device(device)
 {
     if (style == ReplaceStyle::Pc) {
         const QFileInfo info(destination);
@@ -211,7 +234,7 @@ bool FileReplacement::write(const char *data, qint64 size, QString &error)
     if (m_style == ReplaceStyle::Card)
         m_written.append(data, size);
     while (size > 0) {
-        const auto done = ::write(m_fd, data, static_cast<size_t>(std::min<qint64>(size, 1 << 30)));
+        const auto done = m_device.write(m_fd, data, std::min<qint64>(size, 1 << 30));
         if (done < 0 && errno == EINTR)
             continue;
         if (done <= 0)
@@ -230,13 +253,13 @@ bool FileReplacement::commit(QString &error)
         return false;
     }
     // A full disk may show only now, when the cached writes reach it.
-    if (syncFailed(m_fd))
+    if (!m_device.sync(m_fd))
         return fail(error, m_destination, errno);
     const int fd = m_fd;
     m_fd = -1;
     if (::close(fd) != 0)
         return fail(error, m_destination, errno);
-    if (!renameOver(m_temporary, m_destination))
+    if (!m_device.rename(m_temporary, m_destination))
         return fail(error, m_destination, errno);
     m_created = false;
     if (m_style == ReplaceStyle::Card)

@@ -14,6 +14,24 @@ enum class ReplaceStyle {
     Card,
 };
 
+/// The calls that put a replacement's bytes on the disk: the system's own unless a test gives one
+/// that fails as a disk does where no machine can be made to on demand (a write cut short, a sync
+/// that reports bytes lost, a rename refused).
+class ReplacementDevice
+{
+public:
+    virtual ~ReplacementDevice() = default;
+    /// As write(2): the number of bytes taken, or -1 with errno set.
+    virtual qint64 write(int fd, const char *data, qint64 size) const;
+    /// False, with errno set, when the file's bytes did not reach the disk.
+    virtual bool sync(int fd) const;
+    /// Puts `from` over `to` in one step; false, with errno set, when it could not.
+    virtual bool rename(const QString &from, const QString &to) const;
+
+    /// The system's calls.
+    static const ReplacementDevice &system();
+};
+
 /// Replaces a file by a new one written beside it, synced and renamed over it, so that the file is
 /// always either the old one or the whole new one: a full disk, a pulled card or a kill leaves the
 /// old file as it was. Every write, the sync and the close are checked; the first failure cancels
@@ -22,7 +40,8 @@ enum class ReplaceStyle {
 class FileReplacement
 {
 public:
-    FileReplacement(const QString &destination, ReplaceStyle style);
+    FileReplacement(const QString &destination, ReplaceStyle style,
+                    const ReplacementDevice &device = ReplacementDevice::system());
     ~FileReplacement();
     FileReplacement(const FileReplacement &) = delete;
     FileReplacement &operator=(const FileReplacement &) = delete;
@@ -48,6 +67,7 @@ private:
     QString m_destination; // the file to replace (on the PC, a link's target)
     QString m_temporary;
     ReplaceStyle m_style;
+    const ReplacementDevice &m_device;
     int m_fd = -1;
     bool m_created = false;
     QByteArray m_written; // on the card, what must be read back

@@ -83,6 +83,7 @@ private slots:
         QVERIFY(write(recording(QStringLiteral("hello.wav")), sine(440.0, 1.5, 48000, 2, 0.1), Wav16));
         QVERIFY(write(recording(QStringLiteral("quiet.wav")), sine(440.0, 1.0, 48000, 1, 0.0), Wav16));
         QVERIFY(write(recording(QStringLiteral("tone.wav")), sine(880.0, 1.0, 32000, 1, 0.1), Wav16));
+        QVERIFY(write(recording(QStringLiteral("kept.wav")), sine(660.0, 1.0, 32000, 1, 0.1), Wav16));
     }
     void init()
     {
@@ -165,20 +166,6 @@ private slots:
         QVERIFY(f->msgBox.shown.isEmpty());
     }
 
-    void refusedRecordingIsNamedAndLeavesNoGap()
-    {
-        dlgPcCa dialog(f->context, nullptr);
-        f->msgBox.script({MsgBox::Answer::Ok});
-        dropOn(dialog.box(0),
-               {recording(QStringLiteral("quiet.wav")), recording(QStringLiteral("hello.wav"))});
-        QCOMPARE(f->msgBox.shown,
-                 QStringList {QStringLiteral("Cannot import %1: it is silent (nothing louder than -50 dBFS).")
-                                  .arg(recording(QStringLiteral("quiet.wav")))});
-        QCOMPARE(dialog.box(0)->text(), QStringLiteral("HELLO.MP2"));
-        QVERIFY(dialog.box(1)->text().isEmpty());
-        QCOMPARE(workFiles(), QStringList {QStringLiteral("HELLO.MP2")});
-    }
-
     // A recording named like a sentence the table holds elsewhere is offered a name of its own, so
     // that it does not replace the other sentence's sound; the operator may change the offer.
     void nameTakenElsewhereGetsAnother()
@@ -197,23 +184,50 @@ private slots:
     }
 
     // Entries that hold sentences are replaced, and recordings past the table's end left out, only
-    // when the operator says so; Cancel leaves the table and the work folder as they were.
+    // when the operator says so, and the question names exactly the entries that change: a refused
+    // recording leaves its own entry as it was. Cancel leaves the table and the work folder as they were.
     void importAsksBeforeReplacingOrLeavingOut_data()
     {
         QTest::addColumn<int>("box");
         QTest::addColumn<QStringList>("dropped");
         QTest::addColumn<bool>("ok");
         QTest::addColumn<QString>("question");
-        QTest::addColumn<QString>("entered");
+        QTest::addColumn<QStringList>("entries");
+        QTest::addColumn<QStringList>("made");
         const QString replace = "The recordings replace these entries:\n006: OLD.MP2\nImport the recordings?";
         const QString leftOut = "The table ends at entry 128; these recordings are left out:\ntone.wav\n"
                                 "Import the recordings?";
+        const QString silent
+            = QStringLiteral("Cannot import %1: it is silent (nothing louder than -50 dBFS).")
+                  .arg(recording(QStringLiteral("quiet.wav")));
+        const QString oneRefused = silent
+            + "\nThe recordings replace these entries:\n006: OLD.MP2\n008: LAST.MP2"
+              "\nImport the recordings?";
         const QStringList one {"tone.wav"};
         const QStringList two {"hello.wav", "tone.wav"};
-        QTest::newRow("filled entry, Cancel") << 5 << one << false << replace << "OLD.MP2";
-        QTest::newRow("filled entry, OK") << 5 << one << true << replace << "TONE.MP2";
-        QTest::newRow("table's end, Cancel") << 127 << two << false << leftOut << "";
-        QTest::newRow("table's end, OK") << 127 << two << true << leftOut << "HELLO.MP2";
+        const QStringList three {"hello.wav", "quiet.wav", "tone.wav"};
+        const QStringList none;
+        QTest::newRow("filled entry, Cancel")
+            << 5 << one << false << replace << QStringList {"OLD.MP2"} << none;
+        QTest::newRow("filled entry, OK")
+            << 5 << one << true << replace << QStringList {"TONE.MP2"} << QStringList {"TONE.MP2"};
+        QTest::newRow("table's end, Cancel") << 127 << two << false << leftOut << QStringList {""} << none;
+        QTest::newRow("table's end, OK")
+            << 127 << two << true << leftOut << QStringList {"HELLO.MP2"} << QStringList {"HELLO.MP2"};
+        QTest::newRow("one refused of three, Cancel")
+            << 5 << three << false << oneRefused << QStringList {"OLD.MP2", "KEPT.MP2", "LAST.MP2"} << none;
+        QTest::newRow("one refused of three, OK")
+            << 5 << three << true << oneRefused << QStringList {"HELLO.MP2", "KEPT.MP2", "TONE.MP2"}
+            << QStringList {"HELLO.MP2", "TONE.MP2"};
+        QTest::newRow("refused into empty entries")
+            << 0 << QStringList {"quiet.wav", "hello.wav"} << true << silent << QStringList {"", "HELLO.MP2"}
+            << QStringList {"HELLO.MP2"};
+        QTest::newRow("named as the refused one's entry")
+            << 6 << QStringList {"quiet.wav", "kept.wav"} << true
+            << silent
+                + "\nCannot enter KEPT.MP2 as entry 008: entry 007 stays as it was and holds a sentence of "
+                  "that name."
+            << QStringList {"KEPT.MP2", "LAST.MP2"} << none;
     }
     void importAsksBeforeReplacingOrLeavingOut()
     {
@@ -221,8 +235,11 @@ private slots:
         QFETCH(QStringList, dropped);
         QFETCH(bool, ok);
         QFETCH(QString, question);
-        QFETCH(QString, entered);
-        state().SettingBuffer.SentenceFileName[5] = QStringLiteral("OLD.MP2");
+        QFETCH(QStringList, entries);
+        QFETCH(QStringList, made);
+        const char *held[] = {"OLD.MP2", "KEPT.MP2", "LAST.MP2"};
+        for (int i = 0; i < 3; ++i)
+            state().SettingBuffer.SentenceFileName[5 + i] = QLatin1String(held[i]);
         dlgPcCa dialog(f->context, nullptr);
         QStringList paths;
         for (const QString &name : dropped)
@@ -230,9 +247,11 @@ private slots:
         f->msgBox.script({ok ? MsgBox::Answer::Ok : MsgBox::Answer::Cancel});
         dropOn(dialog.box(box), paths);
         QCOMPARE(f->msgBox.shown, QStringList {question});
-        QCOMPARE(dialog.box(box)->text(), entered);
-        QCOMPARE(state().SettingBuffer.SentenceFileName[box], entered);
-        QCOMPARE(workFiles(), ok ? QStringList {entered} : QStringList());
+        for (int i = 0; i < entries.size(); ++i) {
+            QCOMPARE(dialog.box(box + i)->text(), entries[i]);
+            QCOMPARE(state().SettingBuffer.SentenceFileName[box + i], entries[i]);
+        }
+        QCOMPARE(workFiles(), made);
         // The entry filled is scrolled into view, even in the table's last column.
         const int first = findControl<QScrollBar>(&dialog, QStringLiteral("hscCaPc"))->value();
         QVERIFY2(

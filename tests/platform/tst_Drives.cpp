@@ -1,5 +1,6 @@
 #include "BoundedSpaceReader.h"
 #include "CardSlotTests.h"
+#include "FatVariant.h"
 #include "LinuxDriveSource.h"
 #include "TestFiles.h"
 
@@ -7,8 +8,10 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <unistd.h>
 
@@ -94,6 +97,15 @@ VolumeSpace spaceOf(qint64 total, quint64 clusters = 0)
     return {total, total / 2, total / 2, clusters};
 }
 
+bool runQuietly(const QString &program, const QStringList &args)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, args);
+    return process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit
+        && process.exitCode() == 0;
+}
+
 const DriveInfo *find(const QList<DriveInfo> &drives, const QString &path)
 {
     for (const DriveInfo &drive : drives) {
@@ -159,6 +171,66 @@ private slots:
         }
         QVERIFY(!find(drives, QStringLiteral("/dev/sdg"))->ready);
         QCOMPARE(find(drives, QStringLiteral("/media/op/EXACT"))->totalSize, qint64(134'217'728));
+    }
+
+    // Cards formatted elsewhere, as mkfs.fat makes them at the FAT boundaries (it makes no FAT16 of
+    // fewer than 4087 clusters, so 4085 is such a card cut by two sectors, which fsck.fat and
+    // fusefat still take as FAT16): the boot sector and the mounted card give the FAT their
+    // clusters say.
+    void fatImagesAtTheBoundaries_data()
+    {
+        QTest::addColumn<QString>("bits");
+        QTest::addColumn<int>("sectors");
+        QTest::addColumn<int>("cut");
+        QTest::addColumn<quint64>("clusters");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("4084") << "12" << 4141 << 0 << quint64(4084) << int(FatVariant::Fat12) << "FAT";
+        QTest::newRow("4085") << "16" << 4152 << 2 << quint64(4085) << int(FatVariant::Fat16) << "FAT";
+        QTest::newRow("65524") << "16" << 66069 << 0 << quint64(65524) << int(FatVariant::Fat16) << "FAT";
+        QTest::newRow("65525") << "32" << 66581 << 0 << quint64(65525) << int(FatVariant::Fat32) << "FAT32";
+    }
+    void fatImagesAtTheBoundaries()
+    {
+        QFETCH(QString, bits);
+        QFETCH(int, sectors);
+        QFETCH(int, cut);
+        QFETCH(quint64, clusters);
+        QFETCH(int, kind);
+        QFETCH(QString, shown);
+        if (geteuid() != 0 || QStandardPaths::findExecutable(QStringLiteral("mkfs.fat")).isEmpty()
+            || QStandardPaths::findExecutable(QStringLiteral("fusefat")).isEmpty())
+            QSKIP("a FAT image through FUSE needs root, mkfs.fat and fusefat");
+        QTemporaryDir dir;
+        const QString image = dir.filePath(QStringLiteral("card.img"));
+        QFile file(image);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.resize(qint64(sectors) * 512));
+        // One sector per cluster and per track, so that the size alone sets the cluster count.
+        QVERIFY(runQuietly(QStringLiteral("mkfs.fat"),
+                           {QStringLiteral("-F"), bits, QStringLiteral("-s"), QStringLiteral("1"),
+                            QStringLiteral("-g"), QStringLiteral("1/1"), image}));
+        QByteArray boot = file.read(512);
+        if (cut) { // the 16-bit sector count of a small volume
+            qToLittleEndian<quint16>(quint16(sectors - cut), boot.data() + 19);
+            QVERIFY(file.seek(0) && file.write(boot) == 512 && file.resize(qint64(sectors - cut) * 512));
+        }
+        file.close();
+        QCOMPARE(FatVariant::clusterCountFromBootSector(boot), std::optional(clusters));
+        QCOMPARE(int(FatVariant::kindFromClusterCount(clusters)), kind);
+
+        const QString mountPoint = dir.filePath(QStringLiteral("card"));
+        QVERIFY(QDir().mkpath(mountPoint));
+        if (!runQuietly(QStringLiteral("fusefat"),
+                        {QStringLiteral("-o"), QStringLiteral("rw+"), image, mountPoint}))
+            QSKIP("this machine does not allow FUSE mounts");
+        const std::optional<VolumeSpace> space = LinuxDriveSource::statvfsSpace(mountPoint);
+        const QList<DriveInfo> drives = LinuxDriveSource().drives();
+        runQuietly(QStringLiteral("fusermount"), {QStringLiteral("-u"), mountPoint});
+        QVERIFY(space);
+        QCOMPARE(space->files, clusters);
+        const DriveInfo *card = find(drives, mountPoint);
+        QVERIFY(card);
+        QCOMPARE(card->fileSystem, shown);
     }
 
     void aVolumeThatDoesNotAnswerIsNotReady()

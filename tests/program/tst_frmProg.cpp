@@ -1,4 +1,5 @@
 #include "GuiFixture.h"
+#include "PrintOut.h"
 #include "ProgramWindowTable.h"
 #include "TypeText.h"
 #include "frmProg.h"
@@ -11,6 +12,7 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 
 class tst_frmProg : public QObject
@@ -51,6 +53,15 @@ class tst_frmProg : public QObject
     {
         control<QPushButton>("cmdProgStep")->click();
         return window->stepWindow();
+    }
+
+    // The "Output Level" of program `number` in its print-out.
+    QString printedLevel(int number) const
+    {
+        for (const PrintRow &row : buildPrintOut(state(), PrintKind::OneProgram, number))
+            if (row.cells.size() == 2 && row.cells[0] == QLatin1String("Output Level"))
+                return row.cells[1];
+        return QString();
     }
 
     void typeStep(frmStep *steps, int index, const QString &text)
@@ -141,6 +152,43 @@ private slots:
         QCOMPARE(state().Setting.ProgramOption[0], 0x2D01);
         QCOMPARE(state().Setting.ProgramName[0], QStringLiteral("P001"));
         QCOMPARE(f->msgBox.shown.size(), 1);
+    }
+
+    // Each output level of a stored option word shows as stored, in its box, on its bar and in the
+    // print-out; a level typed over it is what OK and Apply store, with the word's other bits kept.
+    void outputLevelShownIsStored_data()
+    {
+        QTest::addColumn<int>("level");
+        QTest::addColumn<QString>("button");
+        for (int level = 1; level <= 8; ++level) {
+            QTest::addRow("%d, OK", level) << level << "cmdProgOk";
+            QTest::addRow("%d, Apply", level) << level << "cmdProgSave";
+        }
+    }
+    void outputLevelShownIsStored()
+    {
+        QFETCH(int, level);
+        QFETCH(QString, button);
+        constexpr qint32 Others = 0x6801; // Repeat, a bit of no field, busy output on
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer}) {
+            data->ProgramOption[2] = Others | (level - 1) << 8;
+            data->RepeatCount[2] = 3;
+        }
+        open(3);
+        auto *box = control<QLineEdit>("txtAutoVol");
+        QCOMPARE(box->text(), QString::number(level));
+        QCOMPARE(control<QScrollBar>("vsAutoVol")->value(), 9 - level);
+        QCOMPARE(printedLevel(3), QString::number(level));
+
+        const int typed = 9 - level;
+        box->selectAll();
+        typeText(box, QString::number(typed));
+        QVERIFY(window->txtAutoVol_LostFocus());
+        QCOMPARE(control<QScrollBar>("vsAutoVol")->value(), level);
+        findControl<QPushButton>(window, button)->click();
+        QCOMPARE(state().Setting.ProgramOption[2], Others | (typed - 1) << 8);
+        QCOMPARE(printedLevel(3), QString::number(typed));
+        QVERIFY(f->msgBox.shown.isEmpty());
     }
 };
 

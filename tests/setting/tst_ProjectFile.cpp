@@ -1,4 +1,5 @@
 #include "FileAttributes.h"
+#include "FileReplacement.h"
 #include "ProjectFile.h"
 #include "TestProjects.h"
 
@@ -10,7 +11,41 @@
 #include "TestFiles.h"
 #include "TestMounts.h"
 
+#include <cerrno>
+
 namespace {
+
+// A disk that fails as network and FUSE file systems and delayed allocation do, where a test
+// machine cannot be made to: it takes a few bytes at a time, and fails with `error` at the write
+// after the first `room` bytes, at the sync or at the rename.
+struct FailingDevice : ReplacementDevice
+{
+    enum Fault { None, Write, Sync, Rename };
+    Fault fault = None;
+    int error = 0;
+    qint64 room = 7;
+    mutable qint64 taken = 0;
+
+    qint64 write(int fd, const char *data, qint64 size) const override
+    {
+        if (fault == Write && taken >= room)
+            return failed(-1);
+        const qint64 done = ReplacementDevice::write(fd, data, std::min<qint64>(size, 3));
+        taken += std::max<qint64>(done, 0);
+        return done;
+    }
+    bool sync(int fd) const override { return fault == Sync ? failed(false) : ReplacementDevice::sync(fd); }
+    bool rename(const QString &from, const QString &to) const override
+    {
+        return fault == Rename ? failed(false) : ReplacementDevice::rename(from, to);
+    }
+    template<typename T>
+    T failed(T answer) const
+    {
+        errno = error;
+        return answer;
+    }
+};
 
 QStringList folderEntries(const QString &folder)
 {
@@ -45,6 +80,52 @@ private slots:
         QCOMPARE(readTestFile(path), before);
         QVERIFY(!state->SettingEqualsSaved());
         QCOMPARE(folderEntries(disk->path()), (QStringList {"filler", "kept.stf"}));
+    }
+
+    // Whatever step the disk fails at, the file is the old one byte for byte and the reason is
+    // named; writes taken a few bytes at a time still make the whole new file.
+    void aDiskFailingAtAnyStepKeepsTheOldFile_data()
+    {
+        QTest::addColumn<ReplaceStyle>("style");
+        QTest::addColumn<int>("fault");
+        QTest::addColumn<int>("error");
+        QTest::addColumn<QString>("reason");
+        const auto row = [](const char *name, ReplaceStyle style, FailingDevice::Fault fault, int error) {
+            QTest::newRow(name) << style << int(fault) << error
+                                << (error ? qt_error_string(error) : QString());
+        };
+        row("PC, short writes", ReplaceStyle::Pc, FailingDevice::None, 0);
+        row("PC, full at a write", ReplaceStyle::Pc, FailingDevice::Write, ENOSPC);
+        row("PC, full at the sync", ReplaceStyle::Pc, FailingDevice::Sync, ENOSPC);
+        row("PC, rename refused", ReplaceStyle::Pc, FailingDevice::Rename, EIO);
+        row("card, short writes", ReplaceStyle::Card, FailingDevice::None, 0);
+        row("card, pulled at a write", ReplaceStyle::Card, FailingDevice::Write, EIO);
+        row("card, pulled at the sync", ReplaceStyle::Card, FailingDevice::Sync, EIO);
+        row("card, rename refused", ReplaceStyle::Card, FailingDevice::Rename, EROFS);
+    }
+    void aDiskFailingAtAnyStepKeepsTheOldFile()
+    {
+        QFETCH(ReplaceStyle, style);
+        QFETCH(int, fault);
+        QFETCH(int, error);
+        QFETCH(QString, reason);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("KEPT.CSV"));
+        const QByteArray before = "PJNAME,old\r\n";
+        const QByteArray after = "PJNAME,new and longer\r\n";
+        writeTestFile(path, before);
+        FailingDevice device;
+        device.fault = FailingDevice::Fault(fault);
+        device.error = error;
+
+        FileReplacement file(path, style, device);
+        QString message;
+        const bool written = file.open(message) && file.write(after, message) && file.commit(message);
+        QCOMPARE(written, reason.isEmpty());
+        QCOMPARE(message,
+                 reason.isEmpty() ? QString() : QStringLiteral("Cannot write %1: %2").arg(path, reason));
+        QCOMPARE(readTestFile(path), reason.isEmpty() ? after : before);
+        QCOMPARE(folderEntries(dir.path()), QStringList {"KEPT.CSV"});
     }
 
     // A save cut off by a kill leaves its temporary file; the next save of that file removes it,
