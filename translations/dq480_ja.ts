@@ -177,6 +177,12 @@
         <source>Cannot read %1: %2</source>
         <translation>%1 を読み込めません: %2</translation>
     </message>
+    <message>
+        <source>The test tone %1 did not reach the card.
+%2</source>
+        <translation>テストトーン %1 はカードに書き込まれませんでした。
+%2</translation>
+    </message>
 </context>
 <context>
     <name>CodePageCheck</name>
