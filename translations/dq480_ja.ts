@@ -243,6 +243,10 @@
         <source>Cannot write %1: the file is read-only.</source>
         <translation>%1 に書き込めません: ファイルは読み取り専用です。</translation>
     </message>
+    <message>
+        <source>Cannot write %1: its folder %2 cannot be written to, and the new content is always written beside the file first.</source>
+        <translation>%1 に書き込めません: フォルダー %2 に書き込めません。新しい内容は必ず先にファイルの横に書き込まれます。</translation>
+    </message>
 </context>
 <context>
     <name>OperatorMessages</name>
