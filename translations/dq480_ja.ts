@@ -123,12 +123,26 @@
         <translation>%1 はここでフォーマットできるディスクではありません。</translation>
     </message>
     <message>
-        <source>%1 did not receive a FAT16 file system.</source>
-        <translation>%1 に FAT16 ファイルシステムを作成できませんでした。</translation>
-    </message>
-    <message>
         <source>%1 is still in use.</source>
         <translation>%1 はまだ使用中です。</translation>
+    </message>
+    <message>
+        <source>The card could not be mounted again at %1.</source>
+        <translation>カードを %1 に再びマウントできませんでした。</translation>
+    </message>
+    <message>
+        <source>The card %1 could not be formatted.
+%2 said: %3</source>
+        <translation>カード %1 をフォーマットできませんでした。
+%2 の応答: %3</translation>
+    </message>
+    <message>
+        <source>The card %1 is too small or too large for a FAT file system.</source>
+        <translation>カード %1 は FAT ファイルシステムには小さすぎるか大きすぎます。</translation>
+    </message>
+    <message>
+        <source>%1 did not receive a FAT%2 file system.</source>
+        <translation>%1 に FAT%2 ファイルシステムを作成できませんでした。</translation>
     </message>
 </context>
 <context>
