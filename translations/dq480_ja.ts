@@ -447,6 +447,21 @@
     </message>
 </context>
 <context>
+    <name>ProgramFolder</name>
+    <message>
+        <source>Until it can be written, sentences cannot be added to projects and the card&apos;s test tone cannot be made.</source>
+        <translation>書き込めるようになるまで、プロジェクトに文章を追加できず、カードのテストトーンも作成できません。</translation>
+    </message>
+    <message>
+        <source>The program folder %1 does not exist and cannot be made.</source>
+        <translation>プログラムフォルダー %1 が存在せず、作成もできません。</translation>
+    </message>
+    <message>
+        <source>The program folder %1 cannot be written: %2.</source>
+        <translation>プログラムフォルダー %1 に書き込めません: %2。</translation>
+    </message>
+</context>
+<context>
     <name>ProgramOptionWord</name>
     <message>
         <source>Continuous</source>
