@@ -135,7 +135,10 @@ class AsUnprivilegedUser
 public:
     AsUnprivilegedUser()
         : m_active(geteuid() == 0 && ::setegid(Nobody) == 0 && ::seteuid(Nobody) == 0)
-    { }
+    {
+        if (!m_active && geteuid() == 0 && ::setegid(0) != 0)
+            qFatal("cannot take root's group back");
+    }
     ~AsUnprivilegedUser()
     {
         if (m_active && (::seteuid(0) != 0 || ::setegid(0) != 0))
