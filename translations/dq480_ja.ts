@@ -123,12 +123,26 @@
         <translation>%1 はここでフォーマットできるディスクではありません。</translation>
     </message>
     <message>
-        <source>%1 did not receive a FAT16 file system.</source>
-        <translation>%1 に FAT16 ファイルシステムを作成できませんでした。</translation>
-    </message>
-    <message>
         <source>%1 is still in use.</source>
         <translation>%1 はまだ使用中です。</translation>
+    </message>
+    <message>
+        <source>The card could not be mounted again at %1.</source>
+        <translation>カードを %1 に再びマウントできませんでした。</translation>
+    </message>
+    <message>
+        <source>The card %1 could not be formatted.
+%2 said: %3</source>
+        <translation>カード %1 をフォーマットできませんでした。
+%2 の応答: %3</translation>
+    </message>
+    <message>
+        <source>The card %1 is too small or too large for a FAT file system.</source>
+        <translation>カード %1 は FAT ファイルシステムには小さすぎるか大きすぎます。</translation>
+    </message>
+    <message>
+        <source>%1 did not receive a FAT%2 file system.</source>
+        <translation>%1 に FAT%2 ファイルシステムを作成できませんでした。</translation>
     </message>
 </context>
 <context>
@@ -176,6 +190,12 @@
     <message>
         <source>Cannot read %1: %2</source>
         <translation>%1 を読み込めません: %2</translation>
+    </message>
+    <message>
+        <source>The test tone %1 did not reach the card.
+%2</source>
+        <translation>テストトーン %1 はカードに書き込まれませんでした。
+%2</translation>
     </message>
 </context>
 <context>
@@ -236,6 +256,10 @@
     <message>
         <source>Cannot write %1: the file is read-only.</source>
         <translation>%1 に書き込めません: ファイルは読み取り専用です。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: its folder %2 cannot be written to, and the new content is always written beside the file first.</source>
+        <translation>%1 に書き込めません: フォルダー %2 に書き込めません。新しい内容は必ず先にファイルの横に書き込まれます。</translation>
     </message>
 </context>
 <context>
@@ -420,6 +444,21 @@
     <message>
         <source>Endless</source>
         <translation>エンドレス</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramFolder</name>
+    <message>
+        <source>Until it can be written, sentences cannot be added to projects and the card&apos;s test tone cannot be made.</source>
+        <translation>書き込めるようになるまで、プロジェクトに文章を追加できず、カードのテストトーンも作成できません。</translation>
+    </message>
+    <message>
+        <source>The program folder %1 does not exist and cannot be made.</source>
+        <translation>プログラムフォルダー %1 が存在せず、作成もできません。</translation>
+    </message>
+    <message>
+        <source>The program folder %1 cannot be written: %2.</source>
+        <translation>プログラムフォルダー %1 に書き込めません: %2。</translation>
     </message>
 </context>
 <context>

@@ -366,6 +366,11 @@ void frmEdit::cmdTCaProtOff_Click()
 
 void frmEdit::cmdCaWrite_Click()
 {
+    // No answer could make a locked card take the write, so the question is not asked.
+    if (cardIsReadOnly(m_context.state)) {
+        m_context.msgBox.show(cardReadOnlyMessage());
+        return;
+    }
     // The slot is a mount point here, not a drive letter: the question names it whole.
     if (!m_context.msgBox.confirm(tr("Write setting file at drive:") + m_context.state.CardSlot
                                   + QLatin1Char('?')))
@@ -393,7 +398,7 @@ bool frmEdit::WriteProjectToCard(bool announceCompletion)
     hooks.progress = [&progress](const QString &name, int done, int count) {
         progress.setMaximum(count);
         progress.setValue(done);
-        progress.setLabelText(QStringLiteral("%1 (%2 / %3)").arg(name).arg(done + 1).arg(count));
+        progress.setLabelText(cardWriteProgressText(name, done, count));
         QCoreApplication::processEvents();
     };
     return WriteCard(state, m_context.msgBox, hooks, announceCompletion);

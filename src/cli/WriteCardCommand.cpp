@@ -8,7 +8,6 @@
 #include "TerminalMsgBox.h"
 
 #include <QDir>
-#include <QSet>
 
 int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
                  TerminalMsgBox::Preset answers)
@@ -23,7 +22,7 @@ int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
     state.CardSlot = QDir::toNativeSeparators(QDir(card).absolutePath());
     const std::unique_ptr<DriveSource> drives = makeSystemDriveSource();
     CardSlotDetection detection(state, *drives);
-    TerminalMsgBox msgBox(cli.out, answers);
+    TerminalMsgBox msgBox(cli.out, cli.err, answers);
     CardWriteHooks hooks;
     hooks.slotTest = [&] {
         return detection.CardCheck(state.CardSlot);
@@ -39,15 +38,16 @@ int runWriteCard(CliContext &cli, const QStringList &args, const QString &card,
             cli.out << "Writing " << name << " (" << done + 1 << "/" << count << ")\n";
     };
     // A file can be passed over twice (missing, and its read-only copy on the card kept).
-    QSet<QString> skipped;
+    QStringList skipped;
     hooks.skipped = [&](const QString &name) {
-        skipped.insert(name);
+        if (!skipped.contains(name))
+            skipped.append(name);
     };
     if (!WriteCard(state, msgBox, hooks, true))
         return ExitCode::CardWriteStopped;
     if (!skipped.isEmpty()) {
         cli.err << skipped.size() << (skipped.size() == 1 ? " file" : " files")
-                << " did not reach the card.\n";
+                << " did not reach the card: " << skipped.join(QStringLiteral(", ")) << "\n";
         return ExitCode::CardWriteIncomplete;
     }
     return ExitCode::Ok;

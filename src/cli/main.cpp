@@ -29,7 +29,8 @@ Commands:
   show FILE --json      print the project as JSON, one key per setting field
   write-card PROJECT --card MOUNTPOINT [--yes|--no]
                         write a project to the card mounted there: control file, test tone and
-                        sentences, with every question answered yes or no (else asked here)
+                        sentences, with every question answered yes or no (else asked here until
+                        the answer is y or n; with no terminal to answer on, the answer is no)
   print FILE --kind KIND --pdf OUT.pdf [--pages FROM-TO]
                         print a project to a PDF: KIND is info, all, programs or program=N
   drives [--watch]      list the PC's drives as the program sees them: path, type, readiness,
@@ -74,9 +75,9 @@ Exit status:
      that the code page cannot hold
   2  wrong arguments, or a file that cannot be read or written
   3  write-card went through, but a sentence (or the test tone) was missing, refused by the
-     MP2 check, too large, or a read-only copy kept with --no
-  4  write-card stopped: slot not ready, read-only or kept control file, not enough room,
-     or a write that failed
+     MP2 check, too large, or a read-only copy kept with --no; the files are named
+  4  write-card stopped: slot not ready, a card mounted read-only, a read-only or kept control
+     file, not enough room, or a write that failed
 )";
 
 } // namespace

@@ -8,9 +8,12 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <utility>
+
 #ifdef Q_OS_UNIX
 #include "FuseImage.h"
 #include <QTimer>
+#include <fcntl.h>
 #include <unistd.h>
 #endif
 #ifdef Q_OS_WIN
@@ -19,28 +22,99 @@
 #include <QTimer>
 #endif
 
+#ifdef Q_OS_UNIX
+namespace {
+
+// The whole size of the card: an image's length, a block device's from sysfs (readable without
+// rights to the device), else from the device itself.
+qint64 deviceBytes(const QString &device)
+{
+    const QFileInfo info(device);
+    if (info.isFile())
+        return info.size();
+    QFile sysfs(
+        QStringLiteral("/sys/class/block/%1/size").arg(QFileInfo(info.canonicalFilePath()).fileName()));
+    if (sysfs.open(QIODevice::ReadOnly)) {
+        bool ok = false;
+        const qint64 sectors = sysfs.readAll().trimmed().toLongLong(&ok);
+        if (ok)
+            return sectors * 512;
+    }
+    const int fd = ::open(QFile::encodeName(device).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return 0;
+    const off_t end = ::lseek(fd, 0, SEEK_END);
+    ::close(fd);
+    return end > 0 ? qint64(end) : 0;
+}
+
+} // namespace
+#endif
+
 CardFormatter::CardFormatter(QObject *parent)
     : QObject(parent)
 {
     connect(&m_process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
-        if (status != QProcess::NormalExit || exitCode != 0) {
-            const QString output = QString::fromLocal8Bit(m_process.readAllStandardError()).trimmed();
-            fail(QCoreApplication::translate("CardFormatter", "%1 failed. %2")
-                     .arg(m_process.program(), output));
-            return;
-        }
-        runNext();
+        stepEnded(status == QProcess::NormalExit && exitCode == 0);
     });
     connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            fail(QCoreApplication::translate("CardFormatter", "%1 could not be started: %2")
-                     .arg(m_process.program(), m_process.errorString()));
+        if (error != QProcess::FailedToStart)
+            return;
+        const QString failure = QCoreApplication::translate("CardFormatter", "%1 could not be started: %2")
+                                    .arg(m_process.program(), m_process.errorString());
+        if (!m_failure.isEmpty())
+            emit finished(false, std::exchange(m_failure, QString()) + QLatin1Char('\n') + failure);
+        else
+            fail(failure);
     });
+}
+
+void CardFormatter::stepEnded(bool ok)
+{
+    if (!m_failure.isEmpty()) {
+        // The card is back where it was (or could not be put back); the format failed either way.
+        QString failure = std::exchange(m_failure, QString());
+        if (!ok)
+            failure += QLatin1Char('\n')
+                + QCoreApplication::translate("CardFormatter", "The card could not be mounted again at %1.")
+                      .arg(m_mountPoint);
+        emit finished(false, failure);
+        return;
+    }
+    // A volume being looked at that moment (a file manager, a drive list) is busy for a moment;
+    // only one that stays busy is a failure.
+    if (!ok && m_running == Role::Unmount && !m_letGo.hasExpired()) {
+        m_steps.prepend(Step {Role::Unmount, QStringList {m_process.program()} + m_process.arguments()});
+        QTimer::singleShot(200, this, &CardFormatter::runNext);
+        return;
+    }
+    if (!ok) {
+        const QString output = QString::fromLocal8Bit(m_process.readAllStandardError()).trimmed();
+        fail(m_running == Role::Format
+                 ? QCoreApplication::translate("CardFormatter",
+                                               "The card %1 could not be formatted.\n%2 said: %3")
+                       .arg(m_device, m_process.program(), output)
+                 : QCoreApplication::translate("CardFormatter", "%1 failed. %2")
+                       .arg(m_process.program(), output));
+        return;
+    }
+    if (m_running == Role::Unmount)
+        m_unmounted = true;
+    else if (m_running == Role::Mount)
+        m_unmounted = false;
+    runNext();
 }
 
 void CardFormatter::fail(const QString &error)
 {
     m_steps.clear();
+    if (m_unmounted && !m_mountBack.command.isEmpty()) {
+        m_unmounted = false;
+        m_failure = error;
+        m_steps << m_mountBack;
+        runNext();
+        return;
+    }
     emit finished(false, error);
 }
 
@@ -83,24 +157,33 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
     }
     m_device = drive.device;
     m_mountPoint = drive.path;
+    m_image = image;
+    const std::optional<FatLayout> layout = FatLayout::forCardSize(deviceBytes(drive.device));
+    if (!layout) {
+        error = QCoreApplication::translate("CardFormatter",
+                                            "The card %1 is too small or too large for a FAT file system.")
+                    .arg(drive.device);
+        return false;
+    }
+    m_layout = *layout;
     if (!image && UDisksFormat::available()) {
         auto *udisks = new UDisksFormat(this);
         connect(udisks, &UDisksFormat::finished, this, [this, udisks](bool ok, const QString &failure) {
             udisks->deleteLater();
+            if (!udisks->mountPoint().isEmpty())
+                m_mountPoint = udisks->mountPoint();
             if (!ok) {
                 emit finished(false, failure);
                 return;
             }
-            if (!udisks->mountPoint().isEmpty())
-                m_mountPoint = udisks->mountPoint();
             QString seen;
             for (const DriveInfo &mounted : makeSystemDriveSource()->drives()) {
                 if (mounted.path == m_mountPoint)
                     seen = mounted.fileSystem;
             }
-            checkFat16(seen);
+            checkFat(seen);
         });
-        udisks->start(drive.device);
+        udisks->start(drive.device, m_layout.mkfsOptions());
         return true;
     }
     if (!image && geteuid() != 0) {
@@ -110,59 +193,75 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
         return false;
     }
     m_steps.clear();
+    m_unmounted = false;
     m_letGo = QDeadlineTimer(10'000);
     // A card image mounted with fusefat is let go and served again afterwards, as a card is.
     const bool fuseMounted = image && drive.ready;
-    if (!image)
-        m_steps << QStringList {QStringLiteral("umount"), drive.path};
-    else if (fuseMounted)
-        m_steps << QStringList {QStringLiteral("fusermount"), QStringLiteral("-u"), drive.path};
-    m_steps << QStringList {QStringLiteral("mkfs.fat"), QStringLiteral("-F"),    QStringLiteral("16"),
-                            QStringLiteral("-n"),       QStringLiteral("DQ480"), drive.device};
-    if (!image)
-        m_steps << QStringList {QStringLiteral("mount"), drive.device, drive.path};
-    else if (fuseMounted)
-        m_steps << QStringList {QStringLiteral("fusefat"), QStringLiteral("-o"), QStringLiteral("rw+"),
-                                drive.device, drive.path};
+    if (!image) {
+        m_steps << Step {Role::Unmount, {QStringLiteral("umount"), drive.path}};
+        m_mountBack = Step {Role::Mount, {QStringLiteral("mount"), drive.device, drive.path}};
+    } else if (fuseMounted) {
+        m_steps << Step {Role::Unmount, {QStringLiteral("fusermount"), QStringLiteral("-u"), drive.path}};
+        m_mountBack = Step {Role::Mount,
+                            {QStringLiteral("fusefat"), QStringLiteral("-o"), QStringLiteral("rw+"),
+                             drive.device, drive.path}};
+    }
+    // A card without partitions is a whole device, which mkfs.fat only formats when told to.
+    const QStringList whole = image ? QStringList() : QStringList {QStringLiteral("-I")};
+    m_steps << Step {Role::Format,
+                     QStringList {QStringLiteral("mkfs.fat")} + m_layout.mkfsOptions() + whole
+                         + QStringList {QStringLiteral("-n"), QStringLiteral("DQ480"), drive.device}};
+    if (!m_mountBack.command.isEmpty())
+        m_steps << m_mountBack;
     runNext();
     return true;
 #endif
 }
 
-// The card must now hold FAT16, whatever the tools said: its boot sector tells where it can be
-// read; else the file system the mounted volume shows ("FAT" is FAT12 or FAT16).
-void CardFormatter::checkFat16(const QString &fileSystemSeen)
+// The card must now hold the FAT it was given, whatever the tools said: its boot sector tells where
+// it can be read; else the file system the mounted volume shows ("FAT" is FAT12 or FAT16).
+void CardFormatter::checkFat(const QString &fileSystemSeen)
 {
     QFile device(m_device);
     const QByteArray sector = device.open(QIODevice::ReadOnly) ? device.read(512) : QByteArray();
     const auto clusters = FatVariant::clusterCountFromBootSector(sector);
-    const bool fat16 = clusters ? FatVariant::kindFromClusterCount(*clusters) == FatVariant::Fat16
+    const bool given = clusters ? FatVariant::kindFromClusterCount(*clusters) == m_layout.kind
                                 : fileSystemSeen == QLatin1String("FAT");
-    if (fat16)
+    if (given)
         emit finished(true, QString());
     else
-        emit finished(false,
-                      QCoreApplication::translate("CardFormatter", "%1 did not receive a FAT16 file system.")
-                          .arg(m_device));
+        emit finished(
+            false,
+            QCoreApplication::translate("CardFormatter", "%1 did not receive a FAT%2 file system.")
+                .arg(m_device,
+                     m_layout.kind == FatVariant::Fat12 ? QStringLiteral("12") : QStringLiteral("16")));
 }
 
 void CardFormatter::runNext()
 {
     if (m_steps.isEmpty()) {
-        checkFat16(QString());
+        checkFat(QString());
         return;
     }
 #ifndef Q_OS_WIN
-    // fusefat writes its last sectors after its unmount: formatting under it would be overwritten.
-    if (m_steps.first().first() == QLatin1String("mkfs.fat")
+    // fusefat writes its last sectors after its unmount: formatting under it, or serving the
+    // image again, must wait until it has let go.
+    if (m_image && m_steps.first().role != Role::Unmount
         && fuseFatServes(QStringLiteral("/proc"), m_device)) {
-        if (m_letGo.hasExpired())
-            fail(QCoreApplication::translate("CardFormatter", "%1 is still in use.").arg(m_device));
-        else
+        if (!m_letGo.hasExpired()) {
             QTimer::singleShot(50, this, &CardFormatter::runNext);
+            return;
+        }
+        const QString inUse
+            = QCoreApplication::translate("CardFormatter", "%1 is still in use.").arg(m_device);
+        if (m_failure.isEmpty())
+            fail(inUse);
+        else
+            emit finished(false, std::exchange(m_failure, QString()) + QLatin1Char('\n') + inUse);
         return;
     }
 #endif
-    const QStringList step = m_steps.takeFirst();
-    m_process.start(step.first(), step.mid(1));
+    const Step step = m_steps.takeFirst();
+    m_running = step.role;
+    m_process.start(step.command.first(), step.command.mid(1));
 }

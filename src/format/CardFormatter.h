@@ -1,16 +1,19 @@
 #pragma once
 
 #include "DriveInfo.h"
+#include "FatLayout.h"
 
 #include <QDeadlineTimer>
 #include <QObject>
 #include <QProcess>
 #include <QStringList>
 
-/// Formats the card behind a drive as FAT16 in the background, so the format dialog stays drawn.
+/// Formats the card behind a drive as FAT in the background, so the format dialog stays drawn:
+/// FAT16 with a cluster that fits the card, FAT12 on a card too small for FAT16.
 /// Linux: through UDisks2 where the desktop runs it (no root needed), else the volume is unmounted,
-/// given a FAT16 file system with mkfs.fat (which needs root) and mounted back; a card image file
-/// is formatted in place. Windows: the system's format command. Linux checks the result is FAT16.
+/// given its file system with mkfs.fat (which needs root) and mounted back; a card image file is
+/// formatted in place. A format that fails still mounts the card back as it was. Windows: the
+/// system's format command. Linux checks the result is the FAT chosen.
 class UDisksFormat;
 
 class CardFormatter : public QObject
@@ -31,13 +34,28 @@ signals:
     void finished(bool ok, const QString &error);
 
 private:
+    enum class Role { Unmount, Format, Mount };
+    struct Step
+    {
+        Role role;
+        QStringList command; // program and arguments
+    };
+
+    void stepEnded(bool ok);
     void runNext();
-    void checkFat16(const QString &fileSystemSeen);
+    void checkFat(const QString &fileSystemSeen);
+    /// Ends with `error`; a card already unmounted is mounted back first.
     void fail(const QString &error);
 
     QProcess m_process;
-    QDeadlineTimer m_letGo; // how long an unmounted card image may still be held
-    QList<QStringList> m_steps; // program and arguments, in order
+    QDeadlineTimer m_letGo; // how long the card may stay busy, or its unmounted image still held
+    QList<Step> m_steps; // in order
+    Role m_running = Role::Unmount;
+    Step m_mountBack {Role::Mount, {}};
+    bool m_unmounted = false;
+    QString m_failure; // set while the card is mounted back after a failure
+    FatLayout m_layout;
+    bool m_image = false;
     QString m_device;
     QString m_mountPoint;
 };

@@ -17,8 +17,9 @@ public:
     /// True when the UDisks2 service runs on this machine.
     static bool available();
 
-    /// Starts with the device ("/dev/sdb1"); the answer comes through finished().
-    void start(const QString &device);
+    /// Starts with the device ("/dev/sdb1") and mkfs.fat's options for its layout; the answer comes
+    /// through finished(). A format that fails mounts the card back all the same.
+    void start(const QString &device, const QStringList &mkfsOptions);
 
     /// Where the card is mounted after the format (it can move with the new label).
     QString mountPoint() const { return m_mountPoint; }
@@ -27,8 +28,12 @@ signals:
     void finished(bool ok, const QString &error);
 
 private:
+    /// Calls a method; `next` gets its answer, `failed` (when given) the reason it failed.
     void call(const QString &interface, const QString &method, const QVariantList &arguments,
-              const std::function<void(const QVariantList &)> &next);
+              const std::function<void(const QVariantList &)> &next,
+              const std::function<void(const QString &)> &failed = nullptr);
+    /// Mounts the card again and ends, successfully when `failure` is empty.
+    void mountBack(const QString &failure);
 
     QString m_objectPath;
     QString m_mountPoint;

@@ -8,6 +8,7 @@
 #include "SharedState.h"
 
 #include <QLabel>
+#include <QLayout>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -71,20 +72,24 @@ bool dlgFMT::Form_Activate()
 void dlgFMT::formatEnded(bool ok, const QString &error)
 {
     m_running = false;
+    SharedState &state = m_context.state;
+    if (!m_formatter->mountPoint().isEmpty())
+        state.CardSlot = m_formatter->mountPoint(); // the card may come back under its new label
     if (!ok) {
         // The card edit window reports the failure when the dialog closes; the reason stays here.
         m_formatFailed = true;
         m_lblFMT->setText(tr(" DQ-480 format error"));
         m_lblReason->setText(error);
         m_lblReason->show();
+        // A wrapped reason needs more lines than the dialog was laid out for; it grows to show all.
+        layout()->activate();
+        if (const int needed = layout()->totalHeightForWidth(width()); needed > height())
+            resize(width(), needed);
         m_cmdOK->setEnabled(true);
         return;
     }
     m_lblFMT->setText(tr(" FAT16 format complete"));
     m_lblFMT->setText(tr(" DQ-480 file setting"));
-    SharedState &state = m_context.state;
-    if (!m_formatter->mountPoint().isEmpty())
-        state.CardSlot = m_formatter->mountPoint(); // the card may come back under its new label
     CardSlotDetection detection(state, m_context.drives);
     CardWriteHooks hooks;
     hooks.slotTest = [&] {

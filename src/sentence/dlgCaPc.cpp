@@ -8,6 +8,7 @@
 #include "NumberBox.h"
 #include "PathLabelText.h"
 #include "PathText.h"
+#include "SentenceFolderIndex.h"
 #include "SharedState.h"
 #include "TextChecks.h"
 #include "frmSetPath.h"
@@ -18,6 +19,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QSet>
 #include <QVBoxLayout>
 
 namespace {
@@ -152,9 +154,15 @@ void dlgCaPc::cmdCaPcAll_Click()
                               MsgBox::Icon::Critical);
         return;
     }
+    // Names are 8.3 names, one file whatever their case: "rain.mp2" is the "RAIN.MP2" already here.
+    const SentenceFolderIndex present(destination);
+    QSet<QString> copied;
+    const auto alreadyThere = [&](const QString &name) {
+        return !present.find(name).isEmpty() || copied.contains(name.toCaseFolded());
+    };
     // The control file sits at the root of the card for this copy, as it always has.
     const QString controlFile = joinPath(m_context.state.CardSlot, QStringLiteral("DQ480.CSV"));
-    if (QFileInfo(controlFile).isFile() && !QFileInfo::exists(destination + QStringLiteral("DQ480.CSV"))
+    if (QFileInfo(controlFile).isFile() && !alreadyThere(QStringLiteral("DQ480.CSV"))
         && !copyOne(controlFile, destination + QStringLiteral("DQ480.CSV")))
         return;
     const QDir card(cardSentenceFolder());
@@ -163,10 +171,11 @@ void dlgCaPc::cmdCaPcAll_Click()
             // Exactly ".MP2" or ".mp2": other spellings have never been taken.
             if (!name.endsWith(QLatin1String(".MP2")) && !name.endsWith(QLatin1String(".mp2")))
                 continue;
-            if (QFileInfo::exists(destination + name))
+            if (alreadyThere(name))
                 continue;
             if (!copyOne(card.filePath(name), destination + name))
                 return;
+            copied.insert(name.toCaseFolded());
         }
     }
     m_context.msgBox.show(copyComplete());
@@ -182,14 +191,15 @@ void dlgCaPc::cmdCaPcSel_Click()
         m_txtCaPcSelInp->clear();
         return;
     }
-    const QString source
-        = sentence ? joinPath(cardSentenceFolder(), name) : joinPath(m_context.state.CardSlot, name);
+    const QString sourceFolder = sentence ? cardSentenceFolder() : m_context.state.CardSlot;
+    const QString found = SentenceFolderIndex(sourceFolder).find(name);
+    const QString source = found.isEmpty() ? joinPath(sourceFolder, name) : found;
     if (!QDir(cardSentenceFolder()).exists() || !QFileInfo(source).isFile()) {
         m_context.msgBox.show(contentsOfEditQuestion() + QLatin1Char('\n')
                               + tr("%1 is not on the card.").arg(source));
         return;
     }
-    if (QFileInfo::exists(m_destination + name)) {
+    if (!SentenceFolderIndex(m_destination).find(name).isEmpty()) {
         m_context.msgBox.show(tr("Filesystem Error  File:") + name);
         return;
     }

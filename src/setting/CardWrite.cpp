@@ -68,6 +68,11 @@ public:
             m_msgBox.show(QCoreApplication::translate("CardWrite", "The setting slot is not ready"));
             return false;
         }
+        // A locked card refuses even the folder; it is said before anything is asked or tried.
+        if (isOnReadOnlyMedium(m_state.CardSlot)) {
+            m_msgBox.show(cardReadOnlyMessage());
+            return false;
+        }
         if (!QDir().mkpath(m_cardFolder)) {
             reportFailure(
                 m_msgBox,
@@ -103,7 +108,7 @@ private:
         const QString path = onCard(s.ControlFileName);
         if (QFileInfo::exists(path)) {
             if (isReadOnly(path)) {
-                m_msgBox.show(QCoreApplication::translate("CardWrite", "This card is read only"));
+                m_msgBox.show(cardReadOnlyMessage());
                 return false;
             }
             if (!m_msgBox.confirm(QCoreApplication::translate("CardWrite", "Write over the setting data")))
@@ -137,7 +142,7 @@ private:
         }
         QString error;
         if (!ensureTestTone(m_state.AppPath, error)) {
-            reportFailure(m_msgBox, error);
+            toneMissed(error);
             return;
         }
         const QString source = testTonePath(m_state.AppPath);
@@ -154,7 +159,16 @@ private:
         }
         // A read-only tone the operator chose to keep is left as it is, and is no error.
         if (!CopySentenceFile(source, onCardPath, error) && !error.isEmpty())
-            reportFailure(m_msgBox, error);
+            toneMissed(error);
+    }
+
+    // The card goes on without its test tone: the operator hears of it, and the write is incomplete.
+    void toneMissed(const QString &error)
+    {
+        reportFailure(m_msgBox,
+                      QCoreApplication::translate("CardWrite", "The test tone %1 did not reach the card.\n%2")
+                          .arg(ToneName, error));
+        skip(ToneName);
     }
 
     bool writeSentences()
@@ -214,7 +228,7 @@ private:
             }
             // A new file on the card carries no attribute: it is "normal" already.
         }
-        if (m_hooks.progress)
+        if (m_hooks.progress && count > 0)
             m_hooks.progress(QString(), count, count);
         return true;
     }
@@ -226,6 +240,25 @@ private:
 };
 
 } // namespace
+
+QString cardWriteProgressText(const QString &fileName, int done, int count)
+{
+    if (fileName.isEmpty())
+        return QStringLiteral("(%1 / %2)").arg(done).arg(count);
+    return QStringLiteral("%1 (%2 / %3)").arg(fileName).arg(done + 1).arg(count);
+}
+
+QString cardReadOnlyMessage()
+{
+    return QCoreApplication::translate("CardWrite", "This card is read only");
+}
+
+bool cardIsReadOnly(const SharedState &state)
+{
+    return isOnReadOnlyMedium(state.CardSlot)
+        || isReadOnly(
+               joinPath(joinPath(state.CardSlot, QStringLiteral("CONTENTS")), state.Setting.ControlFileName));
+}
 
 bool CopySentenceFile(const QString &source, const QString &destination, QString &error)
 {

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
@@ -29,6 +30,12 @@ bool isReadOnly(const QString &path)
     const QFileInfo info(path);
     // Qt's "User" bits come from access(), which always allows root; the owner bits are the file's own.
     return info.exists() && !(info.permissions() & QFileDevice::WriteOwner);
+}
+
+bool isOnReadOnlyMedium(const QString &path)
+{
+    const QStorageInfo storage(path);
+    return storage.isValid() && storage.isReadOnly();
 }
 
 bool setReadOnly(const QString &path, bool readOnly, QString *error)

@@ -29,33 +29,29 @@ QByteArray encoded(const QString &path)
     return QFile::encodeName(path);
 }
 
-// Six letters and digits with at least one capital and one digit, as a name's suffix that an
-// operator's own copies ("x.stf.backup") never look like.
+// What marks a temporary file as this program's own: the file's name, this mark and six letters
+// or digits. No operator names a file so, so only these are ever taken for leftovers and removed.
+const QLatin1String TemporaryMark(".dq480-saving-");
+constexpr int SuffixLength = 6;
+
 QString randomSuffix()
 {
     static constexpr char Letters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
     QString suffix;
     QRandomGenerator *random = QRandomGenerator::global();
-    suffix += QLatin1Char(char('A' + random->bounded(26)));
-    suffix += QLatin1Char(char('0' + random->bounded(10)));
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < SuffixLength; ++i)
         suffix += QLatin1Char(Letters[random->bounded(int(sizeof(Letters) - 1))]);
     return suffix;
 }
 
-// A temporary file of an interrupted save: the file's name, a dot and six letters or digits of
-// which at least one is a capital (all-lower-case suffixes are the operator's own names).
+// A temporary file of an interrupted save of `fileName`.
 bool isPcLeftoverName(const QString &name, const QString &fileName)
 {
-    if (name.size() != fileName.size() + 7 || !name.startsWith(fileName + QLatin1Char('.')))
+    const QString prefix = fileName + TemporaryMark;
+    if (name.size() != prefix.size() + SuffixLength || !name.startsWith(prefix))
         return false;
-    bool capital = false;
-    for (const QChar c : name.right(6)) {
-        if (c.unicode() > 127 || !c.isLetterOrNumber())
-            return false;
-        capital = capital || c.isUpper();
-    }
-    return capital;
+    return std::all_of(name.end() - SuffixLength, name.end(),
+                       [](QChar c) { return c.unicode() < 128 && c.isLetterOrNumber(); });
 }
 
 enum class EntryKind { Missing, File, Link, Other };
@@ -157,6 +153,18 @@ bool FileReplacement::fail(QString &error, const QString &path, int errorCode)
     return false;
 }
 
+// The file itself may be writable: what is refused is a new file beside it, which every write
+// makes first; "Permission denied" alone would send the operator to the file.
+bool FileReplacement::folderRefused(QString &error)
+{
+    error = QCoreApplication::translate("FileReplacement",
+                                        "Cannot write %1: its folder %2 cannot be written to, and the new "
+                                        "content is always written beside the file first.")
+                .arg(m_destination, QDir::toNativeSeparators(QFileInfo(m_destination).path()));
+    cancel();
+    return false;
+}
+
 bool FileReplacement::checkCardDestination(QString &error)
 {
     const QString folder = QFileInfo(m_destination).path();
@@ -186,9 +194,8 @@ bool FileReplacement::removeLeftovers(QString &error)
     }
     const QFileInfo info(m_destination);
     const QDir folder = info.dir();
-    const QString prefix = info.fileName() + QLatin1Char('.');
-    for (const QString &name :
-         folder.entryList({prefix + QStringLiteral("??????")}, QDir::Files | QDir::Hidden)) {
+    const QString pattern = info.fileName() + TemporaryMark + QString(SuffixLength, QLatin1Char('?'));
+    for (const QString &name : folder.entryList({pattern}, QDir::Files | QDir::Hidden)) {
         if (isPcLeftoverName(name, info.fileName()) && entryKind(folder.filePath(name)) == EntryKind::File)
             QFile::remove(folder.filePath(name));
     }
@@ -210,9 +217,11 @@ bool FileReplacement::open(QString &error)
 #endif
     for (int attempt = 0; m_fd < 0; ++attempt) {
         if (m_style == ReplaceStyle::Pc)
-            m_temporary = m_destination + QLatin1Char('.') + randomSuffix();
+            m_temporary = m_destination + TemporaryMark + randomSuffix();
         // Created here and now, never an entry that was there before (nor a link's target).
         m_fd = ::open(encoded(m_temporary).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
+        if (m_fd < 0 && (errno == EACCES || errno == EPERM))
+            return folderRefused(error);
         if (m_fd < 0 && (errno != EEXIST || m_style == ReplaceStyle::Card || attempt > 20))
             return fail(error, m_destination, errno);
     }

@@ -6,8 +6,8 @@
 /// Where the file lives decides how carefully it is put in place.
 enum class ReplaceStyle {
     /// A file on the PC. A symbolic link is followed, as the operator made it; the new content is
-    /// written to "NAME.XXXXXX" beside the file, where leftovers of an interrupted save of the same
-    /// file are removed first; the file keeps its permissions.
+    /// written to "NAME.dq480-saving-XXXXXX" beside the file, where leftovers of an interrupted save
+    /// of the same file (and only those) are removed first; the file keeps its permissions.
     Pc,
     /// A file on the card. Nothing is written through a symbolic link; the new content is written
     /// to "NAME.TMP" and, once in place, read back from the card itself (not from the PC's cache).
@@ -60,6 +60,7 @@ public:
 
 private:
     bool fail(QString &error, const QString &path, int errorCode);
+    bool folderRefused(QString &error);
     bool checkCardDestination(QString &error);
     bool removeLeftovers(QString &error);
     bool readBack(QString &error);

@@ -14,9 +14,16 @@ SingleInstance::SingleInstance(const QString &lockPath)
     m_lock.setStaleLockTime(0);
 }
 
-bool SingleInstance::acquire()
+bool SingleInstance::acquire(const QString &programFolder)
 {
-    return m_lock.isLocked() || m_lock.tryLock(0);
+    if (!m_lock.isLocked() && !m_lock.tryLock(0))
+        return false;
+    // A folder that cannot be locked (a network share without locks) is no reason not to start.
+    if (!programFolder.isEmpty() && m_folderLock.take(programFolder) == FolderLock::Outcome::HeldElsewhere) {
+        m_lock.unlock();
+        return false;
+    }
+    return true;
 }
 
 QString SingleInstance::defaultLockPath()

@@ -1,6 +1,7 @@
 #include "frmMain.h"
 
 #include "MsgBox.h"
+#include "ProgramFolder.h"
 #include "ProjectCommands.h"
 #include "ProjectFile.h"
 #include "SentenceFolders.h"
@@ -174,7 +175,7 @@ void frmMain::setProjectMenusVisible(bool visible)
 
 bool frmMain::MDIForm_Load(SingleInstance &instance)
 {
-    if (!instance.acquire()) {
+    if (!instance.acquire(m_context.state.AppPath)) {
         m_context.msgBox.show(tr("DQ-480 Setting soft is starting already"), MsgBox::Buttons::Ok,
                               MsgBox::Icon::Exclamation);
         return false;
@@ -196,6 +197,10 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
     state.CardSlotValid = DetectCardSlots();
 
     show();
+    // Said once, now, over the program's window, rather than as each sentence copy or card write
+    // fails later.
+    if (const QString problem = programFolderProblem(state.AppPath); !problem.isEmpty())
+        m_context.msgBox.show(problem, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
     m_splash = new frmSplash(this);
     m_splash->show();
     m_timer1->start();

@@ -1,5 +1,7 @@
 #include "GuiFixture.h"
 #include "ProjectCommands.h"
+#include "TestFiles.h"
+#include "TestMounts.h"
 #include "TypeText.h"
 #include "frmEdit.h"
 
@@ -7,6 +9,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
@@ -117,6 +120,73 @@ private slots:
         typeText(box, QStringLiteral("\u99C5"));
         QCOMPARE(QStringList({b.ProjectName, b.Creator, b.Explanation, b.CardName}).join(QString()),
                  QStringLiteral("Caf\u99C5"));
+    }
+
+    // When card write says it is complete, its progress has counted every sentence, and no more.
+    void cardWriteProgressEndsAtTheCount_data()
+    {
+        QTest::addColumn<int>("sentences");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("two sentences") << 2 << "(2 / 2)";
+        QTest::newRow("no sentences") << 0 << "Card write";
+    }
+    void cardWriteProgressEndsAtTheCount()
+    {
+        QFETCH(int, sentences);
+        QFETCH(QString, label);
+        const QString card = useCard();
+        state().Setting.ProjectName = QStringLiteral("Station");
+        for (int slot = 0; slot < sentences; ++slot) {
+            const QString name = QStringLiteral("S%1.MP2").arg(slot + 1);
+            state().Setting.SentenceFileName[slot] = name;
+            writeTestFile(f->home.filePath(QStringLiteral("Station/") + name),
+                          QByteArray("\xFF\xFD\x48\xC4", 4) + QByteArray(400, '\x55'));
+        }
+        load();
+        QString shownAtTheEnd;
+        f->msgBox.onShow = [&](const QString &text) {
+            if (text == QLatin1String("Card write is complete"))
+                shownAtTheEnd
+                    = window->findChild<QProgressDialog *>(QStringLiteral("cardWriteProgress"))->labelText();
+        };
+        f->msgBox.script({MsgBox::Answer::Ok, MsgBox::Answer::Ok});
+        window->cmdCaWrite_Click();
+        QCOMPARE(f->msgBox.shown,
+                 (QStringList {"Write setting file at drive:" + card + "?", "Card write is complete"}));
+        QCOMPARE(shownAtTheEnd, label);
+    }
+
+    // A locked card is said before the write is offered: no answer could make it go through.
+    void aLockedCardIsSaidBeforeTheQuestion()
+    {
+        QString skip;
+        const auto locked = TestMount::tmpfs("1m", skip);
+        if (!locked)
+            QSKIP(qPrintable(skip));
+        QVERIFY(locked->makeReadOnly());
+        useCard(locked->path());
+        load();
+        f->msgBox.script({MsgBox::Answer::Ok});
+        window->cmdCaWrite_Click();
+        QCOMPARE(f->msgBox.shown, QStringList {"This card is read only"});
+        QVERIFY(!QFileInfo::exists(locked->filePath(QStringLiteral("CONTENTS"))));
+        f->msgBox.answers.clear();
+    }
+
+private:
+    // A card in the slot, at `path` or in a folder of the program's own folder.
+    QString useCard(QString path = QString())
+    {
+        if (path.isEmpty()) {
+            path = f->home.filePath(QStringLiteral("card"));
+            QDir().mkpath(path);
+        }
+        QDir(f->home.path()).mkpath(QStringLiteral("Station"));
+        f->drives.list = {
+            {path, DriveInfo::Removable, true, QStringLiteral("FAT"), 1 << 20, 1 << 20, 1 << 20, QString()}};
+        state().CardSlot = path;
+        state().CardSlotValid = true;
+        return path;
     }
 };
 

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "TestFiles.h"
+#include "TestMounts.h"
 
 namespace {
 
@@ -28,17 +29,20 @@ class tst_Cli : public QObject
 
     QTemporaryDir m_dir;
 
-    Run cli(const QStringList &args, const QString &encoding = QString())
+    Run cli(const QStringList &args, const QString &encoding = QString(), const QByteArray &input = {},
+            const QString &home = QString())
     {
         QProcess process;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("DQ480_HOME"), m_dir.path());
+        env.insert(QStringLiteral("DQ480_HOME"), home.isEmpty() ? m_dir.path() : home);
         if (encoding.isEmpty())
             env.remove(QStringLiteral("DQ480_ENCODING"));
         else
             env.insert(QStringLiteral("DQ480_ENCODING"), encoding);
         process.setProcessEnvironment(env);
         process.start(QStringLiteral(DQ480_CLI), args);
+        process.write(input);
+        process.closeWriteChannel(); // no terminal: the input ends after what is given
         if (!process.waitForFinished(30000))
             qFatal("dq480-cli did not finish");
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -148,39 +152,73 @@ private slots:
     void writeCardExitCodes_data()
     {
         QTest::addColumn<QString>("situation");
+        QTest::addColumn<QString>("answer"); // --yes, --no, or none: asked on the input
+        QTest::addColumn<QByteArray>("input");
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("message");
-        QTest::newRow("complete") << "complete" << 0 << "Card write is complete";
-        QTest::newRow("sentence refused by the MP2 check") << "refused" << 3 << "Filesystem error :RAIN2.MP2";
-        QTest::newRow("read-only control file") << "read-only control file" << 4 << "This card is read only";
+        QTest::newRow("complete") << "complete"
+                                  << "--yes" << QByteArray() << 0 << "Card write is complete";
+        QTest::newRow("sentence refused by the MP2 check")
+            << "refused"
+            << "--yes" << QByteArray() << 3 << "Filesystem error :RAIN2.MP2";
+        QTest::newRow("read-only control file") << "read-only control file"
+                                                << "--yes" << QByteArray() << 4 << "This card is read only";
+        QTest::newRow("locked card") << "locked card"
+                                     << "--yes" << QByteArray() << 4 << "This card is read only";
+        QTest::newRow("test tone cannot be made")
+            << "program folder read-only"
+            << "--yes" << QByteArray() << 3
+            << "The test tone SIN1KHZ.MP2 did not reach the card.\nCannot write %1/SIN1KHZ.MP2: Read-only "
+               "file system";
+        QTest::newRow("no terminal to ask on")
+            << "control file" << QString() << QByteArray() << 4
+            << "Write over the setting data\n[y/n] \n|No answer could be read (there is no terminal, or the "
+               "input has ended), so the answer is no. Give --yes or --no to answer every question.";
+        QTest::newRow("asked again until y or n")
+            << "control file" << QString() << QByteArray("sure\n\ny\n") << 0
+            << "[y/n] Please answer y or n.\n[y/n] Please answer y or n.\n[y/n] Writing HELLO.MP2";
     }
     void writeCardExitCodes()
     {
         QFETCH(QString, situation);
+        QFETCH(QString, answer);
+        QFETCH(QByteArray, input);
         QFETCH(int, code);
         QFETCH(QString, message);
-        if (geteuid() != 0)
-            QSKIP("mounting a card needs root");
-        QTemporaryDir card;
-        if (::mount("tmpfs", QFile::encodeName(card.path()).constData(), "tmpfs", 0, "size=1m") != 0)
-            QSKIP("this machine does not allow mounting a tmpfs");
-        QDir(m_dir.path()).mkpath(QStringLiteral("Station"));
+        QString skip;
+        const auto card = TestMount::tmpfs("1m", skip);
+        const auto home = TestMount::tmpfs("1m", skip);
+        if (!card || !home)
+            QSKIP(qPrintable(skip));
+        QDir(home->path()).mkpath(QStringLiteral("Station"));
         const QByteArray sentence = QByteArray("\xFF\xFD\x48\xC4", 4) + QByteArray(500, '\x55');
-        writeTestFile(path(QStringLiteral("Station/HELLO.MP2")), sentence);
-        writeTestFile(path(QStringLiteral("Station/RAIN2.MP2")),
+        writeTestFile(home->filePath(QStringLiteral("Station/HELLO.MP2")), sentence);
+        writeTestFile(home->filePath(QStringLiteral("Station/RAIN2.MP2")),
                       situation == QLatin1String("refused") ? QByteArray(500, 'x') : sentence);
-        const QString contents = card.filePath(QStringLiteral("CONTENTS"));
+        const QString contents = card->filePath(QStringLiteral("CONTENTS"));
         QDir().mkpath(contents);
-        if (situation == QLatin1String("read-only control file")) {
+        if (situation != QLatin1String("complete") && situation != QLatin1String("refused"))
             writeTestFile(contents + QStringLiteral("/DQ480.CSV"), "old");
+        if (situation == QLatin1String("read-only control file"))
             QFile::setPermissions(contents + QStringLiteral("/DQ480.CSV"), QFileDevice::ReadOwner);
-        }
+        if (situation == QLatin1String("locked card"))
+            QVERIFY(card->makeReadOnly());
+        if (situation == QLatin1String("program folder read-only"))
+            QVERIFY(home->makeReadOnly());
 
-        const Run run = cli({QStringLiteral("write-card"), Example, QStringLiteral("--card"), card.path(),
-                             QStringLiteral("--yes")});
-        ::umount(QFile::encodeName(card.path()).constData());
-        QVERIFY2(run.code == code, qPrintable(QString::number(run.code) + run.out + run.err));
-        QVERIFY2((run.out + run.err).contains(message), qPrintable(run.out + run.err));
+        QStringList args {QStringLiteral("write-card"), Example, QStringLiteral("--card"), card->path()};
+        if (!answer.isEmpty())
+            args << answer;
+        const Run run = cli(args, QString(), input, home->path());
+        const QString output = run.out + QLatin1Char('|') + run.err;
+        QVERIFY2(run.code == code, qPrintable(QString::number(run.code) + output));
+        QVERIFY2(output.contains(message.contains(QLatin1String("%1")) ? message.arg(home->path()) : message),
+                 qPrintable(output));
+        if (situation == QLatin1String("locked card") || situation == QLatin1String("no terminal to ask on"))
+            QCOMPARE(readTestFile(contents + QStringLiteral("/DQ480.CSV")), QByteArray("old"));
+        if (code == 3 && situation != QLatin1String("refused"))
+            QVERIFY2(run.err.contains(QStringLiteral("did not reach the card: SIN1KHZ.MP2")),
+                     qPrintable(run.err));
     }
 };
 

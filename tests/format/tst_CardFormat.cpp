@@ -48,16 +48,16 @@ struct MountedCards
     QStringList images;
     QStringList mounts;
 
-    QString mount(int count)
+    QString mount(int count, qint64 kib = 16 * 1024, const QStringList &mkfs = {"-F", "12"})
     {
         for (int i = 0; i < count; ++i) {
             const QString image = dir.filePath(QStringLiteral("card%1.img").arg(i));
             const QString mountPoint = dir.filePath(QStringLiteral("card%1").arg(i));
             QFile file(image);
-            if (!file.open(QIODevice::WriteOnly) || !file.resize(16 * 1024 * 1024))
+            if (!file.open(QIODevice::WriteOnly) || !file.resize(kib * 1024))
                 return QStringLiteral("cannot make %1").arg(image);
             file.close();
-            if (!run(QStringLiteral("mkfs.fat"), {QStringLiteral("-F"), QStringLiteral("12"), image}))
+            if (!run(QStringLiteral("mkfs.fat"), mkfs + QStringList {image}))
                 return QStringLiteral("mkfs.fat failed");
             QDir().mkpath(mountPoint);
             if (!run(QStringLiteral("fusefat"),
@@ -93,10 +93,15 @@ struct ExitWhenDone : QTimer
             auto *dialog = owner->findChild<dlgFMT *>();
             if (!dialog)
                 return;
-            if (const auto *label = dialog->findChild<QLabel *>(QStringLiteral("lblReason")))
-                reason = label->text();
-            progress = dialog->progressText();
             auto *exit = dialog->findChild<QPushButton *>(QStringLiteral("cmdOK"));
+            if (const auto *label = dialog->findChild<QLabel *>(QStringLiteral("lblReason"))) {
+                reason = label->text();
+                // Every line of the reason within the label, and the label within the dialog.
+                reasonFits = !label->isVisible()
+                    || (label->height() >= label->heightForWidth(label->width())
+                        && dialog->rect().contains(QRect(label->mapTo(dialog, QPoint()), label->size())));
+            }
+            progress = dialog->progressText();
             if (exit->isEnabled())
                 exit->click();
             else if (deadline.hasExpired())
@@ -107,7 +112,66 @@ struct ExitWhenDone : QTimer
     QDeadlineTimer deadline {60000};
     QString progress;
     QString reason;
+    bool reasonFits = true;
 };
+
+// The format run as the operator starts it from the card edit window, on the card slot among
+// `cards`; what the dialog showed last is kept.
+struct FormatRun
+{
+    GuiFixture f;
+    QString progress;
+    QString reason;
+    bool reasonFits = true;
+
+    bool start(const MountedCards &cards, int slot)
+    {
+        // Only these cards are looked at: another mount of the machine may not answer.
+        const LinuxDriveSource system({}, [&](const QString &mountPoint) {
+            return cards.mounts.contains(mountPoint) ? LinuxDriveSource::statvfsSpace(mountPoint)
+                                                     : std::nullopt;
+        });
+        for (const DriveInfo &drive : system.drives()) {
+            if (cards.mounts.contains(drive.path))
+                f.drives.list << drive;
+        }
+        if (f.drives.list.size() != cards.mounts.size() || f.drives.list[slot].device != cards.images[slot])
+            return false;
+        f.state->CardSlot = cards.mounts[slot];
+        f.state->CardSlotValid = true;
+        f.state->CurrentFilePath = QStringLiteral("New File");
+        QMdiArea area;
+        ProjectCommands commands(f.context, nullptr);
+        auto *edit = new frmEdit(f.context, commands, &area);
+        area.addSubWindow(edit);
+        edit->Form_Load();
+        ExitWhenDone exitWhenDone(edit);
+        f.msgBox.answerOkBoxes = true;
+        f.msgBox.script({MsgBox::Answer::Ok});
+        edit->cmdTCaFormat_Click();
+        progress = exitWhenDone.progress;
+        reason = exitWhenDone.reason;
+        reasonFits = exitWhenDone.reasonFits;
+        return true;
+    }
+};
+
+bool checkedByFsck(const QString &image)
+{
+    QProcess fsck;
+    fsck.start(QStringLiteral("fsck.fat"), {QStringLiteral("-n"), image});
+    return fsck.waitForFinished(30000) && fsck.exitStatus() == QProcess::NormalExit && fsck.exitCode() == 0;
+}
+
+QString whyNoCards()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("mkfs.fat")).isEmpty()
+        || QStandardPaths::findExecutable(QStringLiteral("fsck.fat")).isEmpty())
+        return QStringLiteral("mkfs.fat and fsck.fat (dosfstools) are not installed");
+    if (geteuid() != 0 || QStandardPaths::findExecutable(QStringLiteral("fusefat")).isEmpty())
+        return QStringLiteral("serving card images needs root and fusefat");
+    return QString();
+}
 
 } // namespace
 
@@ -130,31 +194,12 @@ private slots:
         QFETCH(bool, fat12Runner);
         QFETCH(QString, progress);
         QFETCH(QStringList, messages);
-        const QString mkfs = QStandardPaths::findExecutable(QStringLiteral("mkfs.fat"));
-        if (mkfs.isEmpty() || QStandardPaths::findExecutable(QStringLiteral("fsck.fat")).isEmpty())
-            QSKIP("mkfs.fat and fsck.fat (dosfstools) are not installed");
-        if (geteuid() != 0 || QStandardPaths::findExecutable(QStringLiteral("fusefat")).isEmpty())
-            QSKIP("serving card images needs root and fusefat");
+        if (const QString why = whyNoCards(); !why.isEmpty())
+            QSKIP(qPrintable(why));
         MountedCards cards;
         if (const QString why = cards.mount(2); !why.isEmpty())
             QSKIP(qPrintable(why));
         const QByteArray otherBefore = sha1Of(cards.images[0]);
-
-        GuiFixture f;
-        // Only these two are looked at: another mount of the machine may not answer.
-        const LinuxDriveSource system({}, [&](const QString &mountPoint) {
-            return cards.mounts.contains(mountPoint) ? LinuxDriveSource::statvfsSpace(mountPoint)
-                                                     : std::nullopt;
-        });
-        for (const DriveInfo &drive : system.drives()) {
-            if (cards.mounts.contains(drive.path))
-                f.drives.list << drive;
-        }
-        QCOMPARE(f.drives.list.size(), 2);
-        QCOMPARE(f.drives.list[1].device, cards.images[1]);
-        f.state->CardSlot = cards.mounts[1];
-        f.state->CardSlotValid = true;
-        f.state->CurrentFilePath = QStringLiteral("New File");
 
         QTemporaryDir tools;
         const QByteArray path = qgetenv("PATH");
@@ -162,25 +207,21 @@ private slots:
             // Formats FAT12 whatever it is asked for.
             const QString fake = tools.filePath(QStringLiteral("mkfs.fat"));
             writeTestFile(fake,
-                          "#!/bin/sh\nfor last; do :; done\nexec " + mkfs.toUtf8() + " -F 12 \"$last\"\n");
+                          "#!/bin/sh\nfor last; do :; done\nexec "
+                              + QStandardPaths::findExecutable(QStringLiteral("mkfs.fat")).toUtf8()
+                              + " -F 12 \"$last\"\n");
             QFile::setPermissions(fake, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
             qputenv("PATH", tools.path().toUtf8() + ':' + path);
         }
-        QMdiArea area;
-        ProjectCommands commands(f.context, nullptr);
-        auto *edit = new frmEdit(f.context, commands, &area);
-        area.addSubWindow(edit);
-        edit->Form_Load();
-        ExitWhenDone exitWhenDone(edit);
-        f.msgBox.answerOkBoxes = true;
-        f.msgBox.script({MsgBox::Answer::Ok});
-        edit->cmdTCaFormat_Click();
+        FormatRun format;
+        const bool started = format.start(cards, 1);
         qputenv("PATH", path);
+        QVERIFY(started);
 
-        QCOMPARE(f.msgBox.shown, QStringList {"Format start drive: " + cards.mounts[1]} + messages);
-        QCOMPARE(exitWhenDone.progress, progress);
+        QCOMPARE(format.f.msgBox.shown, QStringList {"Format start drive: " + cards.mounts[1]} + messages);
+        QCOMPARE(format.progress, progress);
         if (fat12Runner)
-            QCOMPARE(exitWhenDone.reason, cards.images[1] + " did not receive a FAT16 file system.");
+            QCOMPARE(format.reason, cards.images[1] + " did not receive a FAT16 file system.");
         const QByteArray control = readTestFile(cards.mounts[1] + QStringLiteral("/CONTENTS/DQ480.CSV"));
         QCOMPARE(control.contains("PRGOPT,2F01,"), !fat12Runner);
         cards.unmount();
@@ -188,11 +229,77 @@ private slots:
         QCOMPARE(fatKindOf(cards.images[0]), std::optional(FatVariant::Fat12));
         QCOMPARE(fatKindOf(cards.images[1]),
                  std::optional(fat12Runner ? FatVariant::Fat12 : FatVariant::Fat16));
-        QProcess fsck;
-        fsck.start(QStringLiteral("fsck.fat"), {QStringLiteral("-n"), cards.images[1]});
-        QVERIFY(fsck.waitForFinished(30000));
-        QVERIFY2(fsck.exitCode() == 0, fsck.readAllStandardOutput().constData());
-        QVERIFY(f.msgBox.unexpected.isEmpty());
+        QVERIFY(checkedByFsck(cards.images[1]));
+        QVERIFY(format.f.msgBox.unexpected.isEmpty());
+    }
+
+    // Every card the slot offers (FAT, up to 128 MiB) formats: FAT16 with a cluster that fits it,
+    // FAT12 where FAT16 cannot fit.
+    void everyCardTheSlotOffersIsFormatted_data()
+    {
+        QTest::addColumn<int>("kib");
+        QTest::addColumn<QStringList>("madeWith");
+        QTest::addColumn<FatVariant::Kind>("kind");
+        QTest::newRow("1.5 MiB") << 1536 << QStringList {"-F", "12"} << FatVariant::Fat12;
+        QTest::newRow("8 MiB") << 8192 << QStringList {"-F", "12"} << FatVariant::Fat16;
+        QTest::newRow("32 MiB") << 32768 << QStringList {"-F", "16", "-s", "4"} << FatVariant::Fat16;
+        QTest::newRow("128 MiB") << 131072 << QStringList {"-F", "16", "-s", "8"} << FatVariant::Fat16;
+    }
+    void everyCardTheSlotOffersIsFormatted()
+    {
+        QFETCH(int, kib);
+        QFETCH(QStringList, madeWith);
+        QFETCH(FatVariant::Kind, kind);
+        if (const QString why = whyNoCards(); !why.isEmpty())
+            QSKIP(qPrintable(why));
+        MountedCards cards;
+        if (const QString why = cards.mount(1, kib, madeWith); !why.isEmpty())
+            QSKIP(qPrintable(why));
+        FormatRun format;
+        QVERIFY(format.start(cards, 0));
+        QVERIFY2(format.reason.isEmpty(), qPrintable(format.reason));
+        QCOMPARE(format.progress, QStringLiteral(" DQ-480 format complete"));
+        QCOMPARE(format.f.msgBox.shown, QStringList {"Format start drive: " + cards.mounts[0]});
+        QVERIFY(
+            readTestFile(cards.mounts[0] + QStringLiteral("/CONTENTS/DQ480.CSV")).contains("PRGOPT,2F01,"));
+        cards.unmount();
+        QCOMPARE(fatKindOf(cards.images[0]), std::optional(kind));
+        QVERIFY(checkedByFsck(cards.images[0]));
+    }
+
+    // A format that fails leaves the card as it was, mounted where it was, and the dialog shows
+    // the whole reason.
+    void aFailedFormatLeavesTheCardMounted()
+    {
+        if (const QString why = whyNoCards(); !why.isEmpty())
+            QSKIP(qPrintable(why));
+        MountedCards cards;
+        if (const QString why = cards.mount(1, 8192); !why.isEmpty())
+            QSKIP(qPrintable(why));
+        writeTestFile(cards.mounts[0] + QStringLiteral("/KEPT.MP2"), "kept");
+        QTemporaryDir tools;
+        const QString fake = tools.filePath(QStringLiteral("mkfs.fat"));
+        writeTestFile(fake,
+                      "#!/bin/sh\necho 'mkfs.fat: unable to write the boot sector of this card' >&2\n"
+                      "exit 1\n");
+        QFile::setPermissions(fake, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", tools.path().toUtf8() + ':' + path);
+        FormatRun format;
+        const bool started = format.start(cards, 0);
+        qputenv("PATH", path);
+        QVERIFY(started);
+
+        QCOMPARE(format.progress, QStringLiteral(" DQ-480 format error"));
+        QCOMPARE(format.reason,
+                 QStringLiteral("The card %1 could not be formatted.\nmkfs.fat said: mkfs.fat: "
+                                "unable to write the boot sector of this card")
+                     .arg(cards.images[0]));
+        QVERIFY(format.reasonFits);
+        QCOMPARE(format.f.msgBox.shown,
+                 (QStringList {"Format start drive: " + cards.mounts[0], "DQ480 Format error end!"}));
+        QCOMPARE(format.f.state->CardSlot, cards.mounts[0]);
+        QCOMPARE(readTestFile(cards.mounts[0] + QStringLiteral("/KEPT.MP2")), QByteArray("kept"));
     }
 };
 

@@ -134,7 +134,7 @@ private slots:
     {
         QTemporaryDir card;
         QDir(card.path()).mkpath(QStringLiteral("CONTENTS"));
-        for (const char *name : {"A.MP2", "b.mp2", "c.Mp2", "notes.txt"})
+        for (const char *name : {"A.MP2", "b.mp2", "c.Mp2", "notes.txt", "rain.mp2"})
             writeTestFile(card.filePath(QStringLiteral("CONTENTS/") + QLatin1String(name)), "card");
         writeTestFile(card.filePath(QStringLiteral("DQ480.CSV")), "CARDNAME,,");
         state().CardSlot = card.path();
@@ -142,15 +142,51 @@ private slots:
         dialog.findChild<QLineEdit *>(QStringLiteral("txtCaPcAllInp"))->setText(QStringLiteral("backup"));
         const QString target = voice.filePath(QStringLiteral("backup"));
         QDir().mkpath(target);
-        writeTestFile(target + QStringLiteral("/A.MP2"), "mine");
+        // Already here, in another case: the same 8.3 names.
+        for (const char *name : {"A.MP2", "RAIN.MP2", "dq480.csv"})
+            writeTestFile(target + QLatin1Char('/') + QLatin1String(name), "mine");
 
         f->msgBox.script({MsgBox::Answer::Ok, MsgBox::Answer::Ok});
         dialog.cmdCaPcAll_Click();
         dialog.cmdCaPcAll_Click();
         QCOMPARE(f->msgBox.shown, (QStringList {"File copy complete", "File copy complete"}));
         QCOMPARE(QDir(target).entryList(QDir::Files, QDir::Name),
-                 (QStringList {"A.MP2", "DQ480.CSV", "b.mp2"}));
-        QCOMPARE(readTestFile(target + QStringLiteral("/A.MP2")), QByteArray("mine"));
+                 (QStringList {"A.MP2", "RAIN.MP2", "b.mp2", "dq480.csv"}));
+        for (const char *name : {"A.MP2", "RAIN.MP2", "dq480.csv"})
+            QCOMPARE(readTestFile(target + QLatin1Char('/') + QLatin1String(name)), QByteArray("mine"));
+    }
+
+    // A name is typed in any case and finds its file on the card and in the folder in any case.
+    void sentenceSelectionFindsNamesInAnyCase_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QStringList>("afterwards");
+        QTest::newRow("already in the folder")
+            << "rain.mp2"
+            << "Filesystem Error  File:rain.mp2" << QStringList {"RAIN.MP2"};
+        QTest::newRow("on the card in lower case")
+            << "HELLO.MP2"
+            << "File copy complete" << QStringList {"HELLO.MP2", "RAIN.MP2"};
+    }
+    void sentenceSelectionFindsNamesInAnyCase()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, message);
+        QFETCH(QStringList, afterwards);
+        QTemporaryDir card;
+        QDir(card.path()).mkpath(QStringLiteral("CONTENTS"));
+        for (const char *name : {"rain.mp2", "hello.mp2"})
+            writeTestFile(card.filePath(QStringLiteral("CONTENTS/") + QLatin1String(name)), "card");
+        state().CardSlot = card.path();
+        writeTestFile(voice.filePath(QStringLiteral("RAIN.MP2")), "mine");
+        dlgCaPc dialog(f->context, nullptr);
+        dialog.findChild<QLineEdit *>(QStringLiteral("txtCaPcSelInp"))->setText(typed);
+        f->msgBox.script({MsgBox::Answer::Ok});
+        dialog.cmdCaPcSel_Click();
+        QCOMPARE(f->msgBox.shown, QStringList {message});
+        QCOMPARE(QDir(voice.path()).entryList(QDir::Files, QDir::Name), afterwards);
+        QCOMPARE(readTestFile(voice.filePath(QStringLiteral("RAIN.MP2"))), QByteArray("mine"));
     }
 
     // Card -> PC onto a full disk stops at the first file, names it and the reason, and leaves

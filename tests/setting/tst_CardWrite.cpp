@@ -76,6 +76,7 @@ class tst_CardWrite : public QObject
     ScriptedMsgBox msgBox;
     qint64 freeSpace = 100'000'000;
     std::function<void(const QString &, int, int)> progress;
+    QStringList skipped;
 
     QString onCard(const QString &name) const { return card->filePath(QStringLiteral("CONTENTS/") + name); }
 
@@ -97,6 +98,9 @@ class tst_CardWrite : public QObject
         hooks.showMissingFiles = [](const QStringList &) {
         };
         hooks.progress = progress;
+        hooks.skipped = [this](const QString &name) {
+            skipped << name;
+        };
         return WriteCard(*state, msgBox, hooks, true);
     }
 
@@ -113,6 +117,7 @@ private slots:
         msgBox.answerOkBoxes = true;
         freeSpace = 100'000'000;
         progress = nullptr;
+        skipped.clear();
         addSentence(0, QStringLiteral("HELLO.MP2"), mp2(GoodHeader));
         addSentence(1, QStringLiteral("RAIN2.MP2"), mp2(GoodHeader, 9000));
     }
@@ -261,6 +266,59 @@ private slots:
         QCOMPARE(readTestFile(victim), QByteArray("precious"));
         QVERIFY(!isReadOnly(victim));
         msgBox.answers.clear();
+    }
+
+    // A card with its lock switch set takes nothing, and no question could change that.
+    void aLockedCardIsSaidBeforeAnythingIsAsked_data()
+    {
+        QTest::addColumn<bool>("controlFile");
+        QTest::newRow("card written before") << true;
+        QTest::newRow("fresh card") << false;
+    }
+    void aLockedCardIsSaidBeforeAnythingIsAsked()
+    {
+        QFETCH(bool, controlFile);
+        QString skip;
+        const auto card = TestMount::fat16(2200, skip);
+        if (!card)
+            QSKIP(qPrintable(skip));
+        if (controlFile) {
+            QDir(card->path()).mkpath(QStringLiteral("CONTENTS"));
+            writeTestFile(card->filePath(QStringLiteral("CONTENTS/DQ480.CSV")), "CARDNAME,old,\r\n");
+        }
+        card->unmount();
+        QVERIFY(waitForImageRelease(card->imagePath()));
+        QVERIFY(card->mountImage(true));
+        state->CardSlot = card->path();
+        QVERIFY(!write());
+        QCOMPARE(msgBox.shown, QStringList {"This card is read only"});
+        QCOMPARE(readTestFile(card->filePath(QStringLiteral("CONTENTS/DQ480.CSV"))),
+                 controlFile ? QByteArray("CARDNAME,old,\r\n") : QByteArray());
+    }
+
+    // The card goes on without its test tone when the program folder cannot take it; the operator
+    // is told, and the write counts as incomplete.
+    void aTestToneThatCannotBeMadeIsReported()
+    {
+        QString skip;
+        const auto programFolder = TestMount::tmpfs("1m", skip);
+        if (!programFolder)
+            QSKIP(qPrintable(skip));
+        state->AppPath = programFolder->path();
+        QDir(programFolder->path()).mkpath(QStringLiteral("Station"));
+        for (const char *name : {"HELLO.MP2", "RAIN2.MP2"})
+            QVERIFY(QFile::copy(home->filePath(QStringLiteral("Station/") + name),
+                                programFolder->filePath(QStringLiteral("Station/") + name)));
+        QVERIFY(programFolder->makeReadOnly());
+        QVERIFY(write());
+        QCOMPARE(msgBox.shown,
+                 (QStringList {QStringLiteral("The test tone SIN1KHZ.MP2 did not reach the card.\n"
+                                              "Cannot write %1: Read-only file system")
+                                   .arg(programFolder->filePath(QStringLiteral("SIN1KHZ.MP2"))),
+                               Complete}));
+        QCOMPARE(skipped, QStringList {"SIN1KHZ.MP2"});
+        QVERIFY(!QFileInfo::exists(onCard(QStringLiteral("SIN1KHZ.MP2"))));
+        QCOMPARE(readTestFile(onCard(QStringLiteral("RAIN2.MP2"))), mp2(GoodHeader, 9000));
     }
 
     void aContentsFolderLinkedToThePcIsRefused()

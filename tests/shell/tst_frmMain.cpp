@@ -116,6 +116,55 @@ private slots:
         QVERIFY(!QFileInfo::exists(next.home.filePath(QStringLiteral("SoundTmp/STALE.MP2"))));
     }
 
+    // A second copy on the program folder in use would clear the first one's work folder: whether it
+    // runs in the same session or in another user's (another runtime folder), it does not start.
+    void aSecondCopyOnTheSameProgramFolderDoesNotStart_data()
+    {
+        QTest::addColumn<QString>("lockName");
+        QTest::newRow("same session") << "dq480.lock";
+        QTest::newRow("another user's session") << "other-session.lock";
+    }
+    void aSecondCopyOnTheSameProgramFolderDoesNotStart()
+    {
+        QFETCH(QString, lockName);
+        QDir(f->home.path()).mkpath(QStringLiteral("SoundTmp"));
+        writeTestFile(path(QStringLiteral("SoundTmp/WAITING.MP2")), "waiting for Apply");
+        ScriptedMsgBox secondMsgBox;
+        secondMsgBox.answerOkBoxes = true;
+        const auto secondState = makeTestState(f->home.path());
+        AppContext second {*secondState, secondMsgBox, f->fileDialogs, f->drives};
+        SingleInstance lock(path(lockName));
+        frmMain started(second);
+        QVERIFY(!started.MDIForm_Load(lock));
+        QCOMPARE(secondMsgBox.shown, QStringList {"DQ-480 Setting soft is starting already"});
+        QCOMPARE(readTestFile(path(QStringLiteral("SoundTmp/WAITING.MP2"))), QByteArray("waiting for Apply"));
+    }
+
+    // A program folder that cannot be written is said at start, once, rather than at each failure.
+    void aProgramFolderThatCannotBeWrittenIsSaidAtStart()
+    {
+        QString skip;
+        const auto folder = TestMount::tmpfs("1m", skip);
+        if (!folder)
+            QSKIP(qPrintable(skip));
+        QVERIFY(folder->makeReadOnly());
+        GuiFixture next;
+        next.state->AppPath = folder->path();
+        next.msgBox.answerOkBoxes = true;
+        SingleInstance lock(next.home.filePath(QStringLiteral("dq480.lock")));
+        frmMain started(next.context);
+        QVERIFY(started.MDIForm_Load(lock));
+        QCOMPARE(
+            next.msgBox.shown,
+            QStringList {QStringLiteral("The program folder %1 cannot be written: Read-only file system.\n"
+                                        "Until it can be written, sentences cannot be added to projects "
+                                        "and the card's test tone cannot be made.")
+                             .arg(folder->path())});
+        next.msgBox.shown.clear();
+        started.mnuNew_Click();
+        QCOMPARE(next.msgBox.shown, QStringList());
+    }
+
     void staleLockOfACrashedCopyDoesNotBlock()
     {
         const QString lockPath = path(QStringLiteral("crashed.lock"));

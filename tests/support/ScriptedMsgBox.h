@@ -5,6 +5,8 @@
 #include <QList>
 #include <QStringList>
 
+#include <functional>
+
 /// Answers message boxes from a queue and keeps every text shown, so a test asserts the exact
 /// messages and that no unexpected box appeared. With the queue empty, a box is answered as the
 /// operator's Escape would (Cancel, No or OK) and counted as unexpected.
@@ -14,6 +16,8 @@ public:
     Answer show(const QString &text, Buttons buttons = Buttons::Ok, Icon = Icon::None) override
     {
         shown.append(text);
+        if (onShow)
+            onShow(text);
         if (buttons == Buttons::Ok && answerOkBoxes)
             return Answer::Ok;
         if (!answers.isEmpty())
@@ -29,6 +33,8 @@ public:
 
     /// Answer boxes with only an OK button without a script (questions still need one).
     bool answerOkBoxes = false;
+    /// Called with each text as its box opens, to look at what the windows show behind it.
+    std::function<void(const QString &)> onShow;
     QList<Answer> answers;
     QStringList shown;
     QStringList unexpected;

@@ -62,12 +62,22 @@ public:
     QString filePath(const QString &name) const { return m_dir.filePath(name); }
     QString imagePath() const { return m_image; }
 
-    /// Mounts the FAT image again after an unmount, to see what the card kept.
-    bool mountImage()
+    /// Mounts the FAT image again after an unmount, to see what the card kept; read-only as a card
+    /// with its lock switch set is.
+    bool mountImage(bool readOnly = false)
     {
-        m_mounted = runQuietly(QStringLiteral("fusefat"),
-                               {QStringLiteral("-o"), QStringLiteral("rw+"), m_image, path()});
+        m_mounted = runQuietly(
+            QStringLiteral("fusefat"),
+            {QStringLiteral("-o"), readOnly ? QStringLiteral("ro") : QStringLiteral("rw+"), m_image, path()});
         return m_mounted;
+    }
+
+    /// Makes a mounted tmpfs read-only from now on, with what it holds.
+    bool makeReadOnly()
+    {
+        return ::mount(nullptr, QFile::encodeName(path()).constData(), nullptr, MS_REMOUNT | MS_RDONLY,
+                       nullptr)
+            == 0;
     }
 
     /// Takes the file system away at once, as a pulled card: files still open go on to a
@@ -116,4 +126,30 @@ private:
     QTemporaryDir m_imageDir;
     QString m_image;
     bool m_mounted = false;
+};
+
+/// The rest of a scope run as an unprivileged user (nobody), for whom permissions count as they do
+/// for an operator; root comes back at its end. `active()` is false when the test does not run as root.
+class AsUnprivilegedUser
+{
+public:
+    AsUnprivilegedUser()
+        : m_active(geteuid() == 0 && ::setegid(Nobody) == 0 && ::seteuid(Nobody) == 0)
+    {
+        if (!m_active && geteuid() == 0 && ::setegid(0) != 0)
+            qFatal("cannot take root's group back");
+    }
+    ~AsUnprivilegedUser()
+    {
+        if (m_active && (::seteuid(0) != 0 || ::setegid(0) != 0))
+            qFatal("cannot become root again");
+    }
+    AsUnprivilegedUser(const AsUnprivilegedUser &) = delete;
+    AsUnprivilegedUser &operator=(const AsUnprivilegedUser &) = delete;
+    bool active() const { return m_active; }
+
+    static constexpr uid_t Nobody = 65534;
+
+private:
+    bool m_active;
 };
