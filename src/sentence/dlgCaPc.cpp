@@ -152,7 +152,7 @@ void dlgCaPc::cmdCaPcAll_Click()
                               MsgBox::Icon::Critical);
         return;
     }
-    // The control file sits at the root of the card for this copy, as it always has.
+    // Kept on purpose: this copy takes the control file from the card's root, not from CONTENTS.
     const QString controlFile = joinPath(m_context.state.CardSlot, QStringLiteral("DQ480.CSV"));
     if (QFileInfo(controlFile).isFile() && !QFileInfo::exists(destination + QStringLiteral("DQ480.CSV"))
         && !copyOne(controlFile, destination + QStringLiteral("DQ480.CSV")))
