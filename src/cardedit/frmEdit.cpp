@@ -274,8 +274,8 @@ void frmEdit::Form_Load()
     m_txtTCaName->setText(state.SettingBuffer.CardName);
     m_validCardName = m_txtTCaName->text();
 
-    // The protection cannot be changed in this window; a protected card keeps only that bit in
-    // the working copy. Both are how this window has always behaved.
+    // Kept on purpose: the protection cannot be changed in this window, and a protected card keeps
+    // only that bit in the working copy. Both are how this window has always behaved.
     m_cmdTCaProtOn->setEnabled(false);
     m_cmdTCaProtOff->setEnabled(false);
     m_fraProtect->setVisible(false);
@@ -356,7 +356,7 @@ void frmEdit::cmdTCaProtOn_Click()
 
 void frmEdit::cmdTCaProtOff_Click()
 {
-    // Only the working copy loses the bit; the committed copy follows on Apply.
+    // Kept on purpose: only the working copy loses the bit (ON sets both); Setting follows on Apply.
     m_cmdTCaProtOn->setEnabled(true);
     m_cmdTCaProtOff->setEnabled(false);
     SharedState &state = m_context.state;

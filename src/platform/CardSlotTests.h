@@ -5,7 +5,7 @@
 /// The tests a drive must pass to be offered as the card slot.
 namespace CardSlotTests {
 
-/// Cards larger than this are not the device's; the limit is deliberate.
+/// Kept on purpose: a drive larger than this (128 MiB) is not the device's card and is never offered.
 constexpr qint64 MaxCardBytes = 134'217'728;
 
 /// Removable and fixed drives are examined; unknown, network, CD and RAM drives are not.

@@ -8,7 +8,8 @@
 namespace modFDCHK {
 
 /// The verdict on the number of media types a drive reports: exactly 11, or 0 when the query
-/// failed, passes; any other count fails. The thresholds are deliberate.
+/// failed, passes; any other count fails.
+/// Kept on purpose: these thresholds, and a failed query passing.
 bool mediaCountPasses(int count);
 
 /// The number of 24-byte geometry records in a reply of `bytes` bytes, rounded to the nearest.

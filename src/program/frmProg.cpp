@@ -277,7 +277,7 @@ void frmProg::showWorkingCopy()
     m_txtProgName->setText(buffer.ProgramName[m_p]);
     m_validProgName = buffer.ProgramName[m_p];
 
-    // Loading treats 7 as seconds ("70"); everywhere else 7 already means 2 minutes. Kept.
+    // Kept on purpose: loading treats 7 as seconds ("70"); everywhere else 7 already means 2 minutes.
     const int interval = buffer.RepeatInterval[m_p];
     if (interval < 8) {
         selectUnit(0);
@@ -325,7 +325,7 @@ void frmProg::cmbPrgMethod_Click()
     m_fraPrg1->setVisible(k == Word::Repeat);
     m_fraPrg2->setVisible(k != Word::Continuous);
     m_fraPrg3->setVisible(k == Word::SingleProgram || k == Word::Repeat);
-    // Endless has no steps to enter, as this window has always had it.
+    // Kept on purpose: Endless has no steps to enter, as this window has always had it.
     m_cmdProgStep->setEnabled(k != Word::Endless);
     option() |= Word::MethodBits[k];
     m_method = k;

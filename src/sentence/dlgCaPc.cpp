@@ -160,7 +160,7 @@ void dlgCaPc::cmdCaPcAll_Click()
     const auto alreadyThere = [&](const QString &name) {
         return !present.find(name).isEmpty() || copied.contains(name.toCaseFolded());
     };
-    // The control file sits at the root of the card for this copy, as it always has.
+    // Kept on purpose: this copy takes the control file from the card's root, not from CONTENTS.
     const QString controlFile = joinPath(m_context.state.CardSlot, QStringLiteral("DQ480.CSV"));
     if (QFileInfo(controlFile).isFile() && !alreadyThere(QStringLiteral("DQ480.CSV"))
         && !copyOne(controlFile, destination + QStringLiteral("DQ480.CSV")))

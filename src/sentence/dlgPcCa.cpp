@@ -377,7 +377,7 @@ void dlgPcCa::cmdPcCaAll_Click()
 {
     const QStringList listed
         = Table::inFolderListingOrder(QDir(m_context.state.SentencePath).entryList(QDir::Files, QDir::Name));
-    // One below the table's size at most: 127 or 511 files, as this command has always allowed.
+    // Kept on purpose: one below the table's size at most, 127 or 511 files, as this command always allowed.
     const int allowed = m_limit == 511 ? 512 : m_limit;
     if (Table::countSentenceFiles(listed) >= allowed) {
         m_context.msgBox.show(tr("Sentence file number error!"));

@@ -188,7 +188,7 @@ private:
             m_hooks.showMissingFiles(missing);
         for (const QString &name : missing)
             skip(name);
-        // Equality is too large as well, as it has always been counted.
+        // Kept on purpose: equality is too large as well, as it has always been counted.
         if (freeSpaceNow(m_cardFolder, m_state.CardFreeSpace) <= total) {
             m_msgBox.show(tooLarge());
             return false;

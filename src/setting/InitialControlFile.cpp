@@ -17,7 +17,8 @@ void fillEmptyProject(SettingData &s)
     s.CardAttribute = 0xA6;
     for (int program = 0; program < SettingData::Programs; ++program) {
         s.ProgramName[program] = QLatin1Char('P') + zeroPadded(program + 1, 3);
-        s.ProgramOption[program] = 0x2F01; // not the new-project word; the format has always used this one
+        // Kept on purpose: not the new-project word; the format has always used this one.
+        s.ProgramOption[program] = 0x2F01;
         s.RepeatCount[program] = 1;
         s.RepeatInterval[program] = 0;
         for (QString &step : s.ProgramData[program])

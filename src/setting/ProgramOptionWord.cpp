@@ -85,7 +85,7 @@ void normaliseForApply(SettingData &data)
         } else if (method == 0x2000u) {
             continuousDefaults(data, p);
         } else if (method == 0x3000u) {
-            // Never true under the mask; kept as the rule has always been written.
+            // Kept on purpose: never true under the mask, but the rule has always been written so.
             data.RepeatInterval[p] = 0;
         }
     }

@@ -42,7 +42,8 @@ qint32 withEndlessSeconds(qint32 option, int seconds);
 void normaliseForApply(SettingData &data);
 
 /// Before OK commits: Continuous as for Apply, Single-Program count 0, a window-chosen Endless
-/// word interval 0. All 64 programs. The two differ on purpose.
+/// word interval 0. All 64 programs.
+/// Kept on purpose: OK and Apply normalise the programs differently.
 void normaliseForOk(SettingData &data);
 
 } // namespace ProgramOptionWord

@@ -136,7 +136,8 @@ private:
 
     // With the test tone on, the first line of each sentence group is the tone's and is dropped;
     // with it off, the first line is slot 0's and is taken whole (8 characters of control text, the
-    // raw 8-character file name). That asymmetry is how the format has always been read.
+    // raw 8-character file name).
+    // Kept on purpose: that asymmetry is how the format has always been read.
     int firstSlotCounter() const { return m_state.SurveillanceFile ? 1 : 2; }
 
     bool readSentenceControls(QStringView value)
@@ -294,7 +295,8 @@ private:
     };
 
     // PRGSORT puts each listed sentence (matched to the lists above by position) into the slot its
-    // number names. A number listed twice keeps the later sentence.
+    // number names.
+    // Kept on purpose: a number listed twice keeps the later sentence, losing the earlier.
     bool readSentenceOrder(QStringView value)
     {
         std::array<SortEntry, SettingData::SentenceSlots> work;

@@ -17,8 +17,8 @@ void addLine(QString &out, QLatin1String key, QStringView value)
     out += CrLf;
 }
 
-// Writes `text` over a copy of `field` from its start without ever lengthening it, the way the
-// fixed-width sentence fields have always been filled.
+// Writes `text` over a copy of `field` from its start without ever lengthening it.
+// Kept on purpose: a longer text is cut, as the fixed-width sentence fields have always been filled.
 QString overwriteField(QString field, QStringView text)
 {
     const qsizetype count = qMin(text.size(), field.size());

@@ -79,8 +79,8 @@ bool settingSectionEquals(const SettingData &a, const SettingData &b, int sectio
     case SettingSection::All:
         return textsEqual(a, b) && cardEqual(a, b) && a.ProgramData == b.ProgramData;
     default:
-        // Only numbers outside 0-100 are answered "equal"; a number inside that range that names no
-        // section answers "different", as the original comparison did.
+        // Kept on purpose: only numbers outside 0-100 are answered "equal"; a number inside that range
+        // that names no section answers "different", as the comparison always did.
         return section < 0 || section > 100;
     }
 }

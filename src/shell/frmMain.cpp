@@ -194,6 +194,8 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
     state.CardSlot.clear();
     state.CardSlotValid = false;
     state.CurrentFilePath.clear();
+    // Kept on purpose: the card slots are detected twice at start-up, before and after the splash
+    // shows, as the device's software always did.
     state.CardSlotValid = DetectCardSlots();
 
     show();
