@@ -71,7 +71,7 @@ Environment:
 Exit status:
   0  done; for write-card: every file is on the card
   1  "Setting file error!" (not a valid setting file, or a name that cannot be used), or a text
-     that the code page cannot hold
+     that the code page cannot hold, or bytes it cannot read back as they are
   2  wrong arguments, or a file that cannot be read or written
   3  write-card went through, but a sentence (or the test tone) was missing, refused by the
      MP2 check, too large, or a read-only copy kept with --no
