@@ -46,8 +46,10 @@ Commands:
                         holding a blank, a full stop or \ / : * ? < > | , " ;, or a Windows
                         device name (CON, NUL, COM1...), is refused unless --name gives one. An existing sentence is replaced only with --force. Prints name,
                         duration and the loudness the written file plays at.
-                        A recording that cannot be read, is damaged, silent or longer than
-                        30 minutes is refused with the reason; nothing is written for it.
+                        A recording that cannot be read, is not a regular file, is truncated
+                        or damaged, has a sample rate outside 1000 to 768000 Hz, is silent or
+                        longer than 30 minutes is refused with the reason; nothing is written
+                        for it.
   info FILE...          print an audio file's format, duration, integrated loudness (LUFS),
                         true peak (dBTP), and whether the device plays it as it is
 
