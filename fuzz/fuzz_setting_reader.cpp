@@ -1,10 +1,14 @@
 // Feeds arbitrary bytes to the setting-file reader: it must answer true or false, never crash,
 // hang or grow without bound. What it accepts is written out and read again, which must not crash
 // either (an accepted file can break the sentence invariants, so it need not be accepted again).
+// The looks an open takes before reading (the file's shape, bytes the code page would change) and
+// their messages meet the same bytes.
 
+#include "CodePageCheck.h"
 #include "SettingFileReader.h"
 #include "SettingFileWriter.h"
 #include "SharedState.h"
+#include "TextShape.h"
 
 #include <cstdint>
 #include <memory>
@@ -15,6 +19,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
                                                             TextEncoding(QStringLiteral("CP932")));
     state->NewSetting();
     const QByteArrayView bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    const QString path = QStringLiteral("fuzz.stf");
+    textShapeMessage(textShape(bytes), path, state->Encoding.name());
+    if (const std::optional<ChangedLine> changed = findChangedLine(bytes, state->Encoding))
+        changedLineMessage(*changed, path, state->Encoding.name());
     if (!ReadSettingFile(*state, bytes))
         return 0;
     state->CopyBufferToSetting(SettingSection::All);

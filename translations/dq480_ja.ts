@@ -4,10 +4,6 @@
 <context>
     <name>AudioImport</name>
     <message>
-        <source>it is not a recording this program can read (%1).</source>
-        <translation>このプログラムで読める録音ではありません (%1)。</translation>
-    </message>
-    <message>
         <source>it is not a recording this program can read.</source>
         <translation>このプログラムで読める録音ではありません。</translation>
     </message>
@@ -24,10 +20,6 @@
         <translation>取り込みは中止されました。</translation>
     </message>
     <message>
-        <source>it is damaged or truncated (%1).</source>
-        <translation>壊れているか途中で切れています (%1)。</translation>
-    </message>
-    <message>
         <source>it holds no sound.</source>
         <translation>音が入っていません。</translation>
     </message>
@@ -42,10 +34,6 @@
     <message>
         <source>it changes its sample rate or channels midway.</source>
         <translation>途中でサンプリング周波数またはチャンネル数が変わっています。</translation>
-    </message>
-    <message>
-        <source>it is damaged (%1).</source>
-        <translation>壊れています (%1)。</translation>
     </message>
     <message>
         <source>it is not a recording this program can read (no MPEG audio found).</source>
@@ -96,8 +84,48 @@
         <translation>MP2エンコードに失敗しました。</translation>
     </message>
     <message>
-        <source>the sample rate converter failed (%1).</source>
-        <translation>サンプリング周波数の変換に失敗しました (%1)。</translation>
+        <source>it cannot be read.</source>
+        <translation>読み込めません。</translation>
+    </message>
+    <message>
+        <source>it is coded in a way this program cannot read.</source>
+        <translation>このプログラムで読めない方式で符号化されています。</translation>
+    </message>
+    <message>
+        <source>its header is damaged: it does not tell a sample rate, channels and coding this program can read.</source>
+        <translation>ヘッダーが壊れています: このプログラムで読めるサンプリング周波数・チャンネル数・符号化方式が書かれていません。</translation>
+    </message>
+    <message>
+        <source>it is damaged or truncated.</source>
+        <translation>壊れているか途中で切れています。</translation>
+    </message>
+    <message>
+        <source>it is damaged.</source>
+        <translation>壊れています。</translation>
+    </message>
+    <message>
+        <source>it is damaged: part of its sound cannot be decoded.</source>
+        <translation>壊れています: 音の一部を復号できません。</translation>
+    </message>
+    <message>
+        <source>it cannot be read: there is no such file.</source>
+        <translation>読み込めません: そのファイルはありません。</translation>
+    </message>
+    <message>
+        <source>it is a folder, not a file.</source>
+        <translation>ファイルではなくフォルダーです。</translation>
+    </message>
+    <message>
+        <source>it is a pipe or a device, not a file: only files are read.</source>
+        <translation>ファイルではなくパイプかデバイスです: 読み込めるのはファイルだけです。</translation>
+    </message>
+    <message>
+        <source>its sample rate of %1 Hz is outside the rates this program converts (%2 to %3 Hz).</source>
+        <translation>サンプリング周波数 %1 Hz は、このプログラムが変換できる範囲 (%2～%3 Hz) の外です。</translation>
+    </message>
+    <message>
+        <source>the sample rate converter failed (fault %1).</source>
+        <translation>サンプリング周波数の変換に失敗しました (障害 %1)。</translation>
     </message>
 </context>
 <context>
@@ -201,8 +229,20 @@
 <context>
     <name>CodePageCheck</name>
     <message>
-        <source>%1 &quot;%2&quot; holds &quot;%3&quot; (U+%4), which the code page %5 cannot hold.</source>
-        <translation>%1「%2」に含まれる「%3」(U+%4) はコードページ %5 で表せません。</translation>
+        <source>%1 %2 holds &quot;%3&quot; (U+%4), which the code page %5 cannot hold.</source>
+        <translation>%1 %2 に含まれる「%3」(U+%4) はコードページ %5 で表せません。</translation>
+    </message>
+    <message>
+        <source>Line %1 of %2</source>
+        <translation>%2 の %1 行目</translation>
+    </message>
+    <message>
+        <source>Line %1 of %2 (%3)</source>
+        <translation>%2 の %1 行目 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 holds bytes that the code page %2 cannot read as they are: %3. Saved again, they would change. Start the program with --encoding and the code page the file was written in, for example --encoding windows-1252 or --encoding UTF-8.</source>
+        <translation>%1 に、コードページ %2 ではそのまま読めないバイトがあります: %3。保存し直すと変わってしまいます。ファイルを書いたときのコードページを --encoding に指定してプログラムを起動してください (例: --encoding windows-1252、--encoding UTF-8)。</translation>
     </message>
 </context>
 <context>
@@ -225,6 +265,10 @@
     <message>
         <source>Cannot read %1: %2</source>
         <translation>%1 を読み込めません: %2</translation>
+    </message>
+    <message>
+        <source>Cannot read %1: it is a pipe or a device, not a file: only files are read.</source>
+        <translation>%1 を読み込めません: ファイルではなくパイプかデバイスです。読み込めるのはファイルだけです。</translation>
     </message>
 </context>
 <context>
@@ -551,12 +595,16 @@
         <source>Cannot read %1: %2</source>
         <translation>%1 を読み込めません: %2</translation>
     </message>
+    <message>
+        <source>%1 is a pipe or a device, not a file: only files are read.</source>
+        <translation>%1 はファイルではなくパイプかデバイスです: 読み込めるのはファイルだけです。</translation>
+    </message>
 </context>
 <context>
     <name>SettingFileReader</name>
     <message>
-        <source>%1 &quot;%2&quot; cannot be used as a name</source>
-        <translation>%1「%2」は名前として使用できません</translation>
+        <source>%1 %2 cannot be used as a name</source>
+        <translation>%1 %2 は名前として使用できません</translation>
     </message>
 </context>
 <context>
@@ -572,6 +620,28 @@
     <message>
         <source>The MP2 encoder failed on the test tone.</source>
         <translation>MP2 エンコーダーがテストトーンの作成に失敗しました。</translation>
+    </message>
+</context>
+<context>
+    <name>TextExcerpt</name>
+    <message>
+        <source>%1 (%2 characters)</source>
+        <translation>%1 (%2 文字)</translation>
+    </message>
+</context>
+<context>
+    <name>TextShape</name>
+    <message>
+        <source>%1 is UTF-16 text (two bytes a character), but setting files have one byte a character, in the code page %2. Save it again in that code page.</source>
+        <translation>%1 は UTF-16 (1 文字 2 バイト) のテキストですが、設定ファイルはコードページ %2 の 1 文字 1 バイトのテキストです。そのコードページで保存し直してください。</translation>
+    </message>
+    <message>
+        <source>%1 begins with a UTF-8 byte order mark, which setting files do not have. Save it again without the mark, in the code page %2.</source>
+        <translation>%1 は UTF-8 のバイト順マークで始まっていますが、設定ファイルにはこのマークはありません。マークなしで、コードページ %2 で保存し直してください。</translation>
+    </message>
+    <message>
+        <source>The lines of %1 end with CR alone, as on old Macintosh computers, but setting files end each line with CR LF. Save it again with CR LF line ends.</source>
+        <translation>%1 の行末は古い Macintosh のように CR だけですが、設定ファイルの行末は CR LF です。行末を CR LF にして保存し直してください。</translation>
     </message>
 </context>
 <context>

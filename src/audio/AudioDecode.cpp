@@ -1,5 +1,8 @@
 #include "AudioDecode.h"
 
+#include "MpegFrames.h"
+#include "RegularFile.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
@@ -53,13 +56,26 @@ QString sndfileFormatName(int format)
     return name;
 }
 
-// A library's message inside our sentence, which ends with its own full stop.
-QString libraryReason(const char *message)
+// Why libsndfile could not open a file, in the program's words: its own texts ("SF_INFO struct
+// incomplete") mean nothing to an operator.
+QString sndfileOpenFailure(const QString &path)
 {
-    QString reason = QString::fromUtf8(message).trimmed();
-    while (reason.endsWith(QLatin1Char('.')))
-        reason.chop(1);
-    return reason;
+    const int code = sf_error(nullptr);
+    if (code == SF_ERR_SYSTEM)
+        return QCoreApplication::translate("AudioImport", "it cannot be read.");
+    if (code == SF_ERR_UNSUPPORTED_ENCODING)
+        return QCoreApplication::translate("AudioImport", "it is coded in a way this program cannot read.");
+    // A file that starts as a known kind of recording has a header that does not add up.
+    QFile file(path);
+    const QByteArray head = file.open(QIODevice::ReadOnly) ? file.read(12) : QByteArray();
+    const bool knownKind = head.startsWith("RIFF") || head.startsWith("RIFX") || head.startsWith("RF64")
+        || head.startsWith("FORM") || head.startsWith("fLaC") || head.startsWith("OggS");
+    if (code == SF_ERR_MALFORMED_FILE || knownKind)
+        return QCoreApplication::translate(
+            "AudioImport",
+            "its header is damaged: it does not tell a sample rate, channels and "
+            "coding this program can read.");
+    return QCoreApplication::translate("AudioImport", "it is not a recording this program can read.");
 }
 
 struct SndfileCloser
@@ -74,9 +90,7 @@ bool decodeWithSndfile(const QString &path, DecodedAudio &audio, QString &error,
     std::unique_ptr<SNDFILE, SndfileCloser> file(
         sf_open(QFile::encodeName(path).constData(), SFM_READ, &info));
     if (!file) {
-        error
-            = QCoreApplication::translate("AudioImport", "it is not a recording this program can read (%1).")
-                  .arg(libraryReason(sf_strerror(nullptr)));
+        error = sndfileOpenFailure(path);
         return false;
     }
     if (info.channels <= 0 || info.samplerate <= 0) {
@@ -115,8 +129,7 @@ bool decodeWithSndfile(const QString &path, DecodedAudio &audio, QString &error,
         }
     }
     if (sf_error(file.get()) != SF_ERR_NO_ERROR) {
-        error = QCoreApplication::translate("AudioImport", "it is damaged or truncated (%1).")
-                    .arg(libraryReason(sf_strerror(file.get())));
+        error = QCoreApplication::translate("AudioImport", "it is damaged or truncated.");
         return false;
     }
     if (info.frames > 0 && audio.frames() < info.frames) {
@@ -161,7 +174,11 @@ QString mpegFormatName(mpg123_handle *handle)
         .arg(frame.bitrate);
 }
 
-bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, const std::atomic<bool> *cancel)
+// Decodes the whole stream. With `readAhead`, the decoder takes a frame as the stream's first only
+// once the next frame's header confirms it, which keeps it from taking noise for sound; a stream of
+// a single frame has no next one and is decoded without.
+bool decodeMpegStream(const QByteArray &bytes, bool readAhead, DecodedAudio &audio, QString &error,
+                      const std::atomic<bool> *cancel)
 {
     initMpg123Once();
     int status = MPG123_OK;
@@ -170,7 +187,7 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
         error = QCoreApplication::translate("AudioImport", "the MPEG decoder could not start.");
         return false;
     }
-    mpg123_param(handle.get(), MPG123_ADD_FLAGS, MPG123_QUIET, 0.0);
+    mpg123_param(handle.get(), MPG123_ADD_FLAGS, MPG123_QUIET | (readAhead ? 0 : MPG123_NO_READAHEAD), 0.0);
     mpg123_format_none(handle.get());
     const long *rates = nullptr;
     size_t rateCount = 0;
@@ -216,17 +233,43 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
             error = QCoreApplication::translate("AudioImport", "it is longer than 30 minutes.");
             return false;
         }
+        // Fed the whole file at once, "needs more" is the end of what the file holds.
         if (status == MPG123_NEED_MORE || status == MPG123_DONE)
-            break;
+            return true;
         if (status != MPG123_OK && status != MPG123_NEW_FORMAT) {
-            error = QCoreApplication::translate("AudioImport", "it is damaged (%1).")
-                        .arg(libraryReason(mpg123_strerror(handle.get())));
+            error = QCoreApplication::translate("AudioImport", "it is damaged.");
             return false;
         }
     }
+}
+
+// The encoder leaves out up to about two frames at the start and the end (its delay and padding),
+// which the decoder drops again; more missing than this is sound the decoder could not make.
+constexpr int UndecodedFramesAllowed = 3;
+
+bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, const std::atomic<bool> *cancel)
+{
+    if (!decodeMpegStream(bytes, true, audio, error, cancel))
+        return false;
+    const MpegStreamLength stream = measureMpegStream(bytes);
+    if (audio.frames() == 0 && stream.audioFrames == 1
+        && !decodeMpegStream(bytes, false, audio, error, cancel))
+        return false;
     if (audio.channels == 0 || audio.frames() == 0) {
         error = QCoreApplication::translate(
             "AudioImport", "it is not a recording this program can read (no MPEG audio found).");
+        return false;
+    }
+    // The decoder stops quietly where the file stops: only the frame headers and the encoder's own
+    // count tell that more was meant to follow.
+    if (stream.truncated()) {
+        error = QCoreApplication::translate("AudioImport",
+                                            "it is truncated: the file ends before the recording does.");
+        return false;
+    }
+    if (audio.frames() + UndecodedFramesAllowed * stream.samplesPerFrame < stream.audioSamples()) {
+        error = QCoreApplication::translate("AudioImport",
+                                            "it is damaged: part of its sound cannot be decoded.");
         return false;
     }
     return true;
@@ -234,12 +277,37 @@ bool decodeMpeg(const QByteArray &bytes, DecodedAudio &audio, QString &error, co
 
 } // namespace
 
+QString recordingPathProblem(const QString &path)
+{
+    switch (pathKind(path)) {
+    case PathKind::Missing:
+        return QCoreApplication::translate("AudioImport", "it cannot be read: there is no such file.");
+    case PathKind::Folder:
+        return QCoreApplication::translate("AudioImport", "it is a folder, not a file.");
+    case PathKind::Other:
+        return QCoreApplication::translate("AudioImport",
+                                           "it is a pipe or a device, not a file: only files are read.");
+    case PathKind::File:
+        break;
+    }
+    return QString();
+}
+
 bool decodeAudioFile(const QString &path, DecodedAudio &audio, QString &error,
                      const std::atomic<bool> *cancel)
 {
+    error = recordingPathProblem(path);
+    if (!error.isEmpty())
+        return false;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         error = QCoreApplication::translate("AudioImport", "it cannot be read (%1).").arg(file.errorString());
+        return false;
+    }
+    // Replaced by a pipe or a device since the look above: libsndfile would wait on it for ever.
+    if (file.isSequential()) {
+        error = QCoreApplication::translate("AudioImport",
+                                            "it is a pipe or a device, not a file: only files are read.");
         return false;
     }
     const QByteArray head = file.peek(4);
@@ -266,14 +334,16 @@ bool decodeMpegBytes(const QByteArray &bytes, DecodedAudio &audio, QString &erro
     return decodeMpeg(bytes, audio, error, nullptr);
 }
 
-double mpegFileSeconds(const QString &path)
+namespace {
+
+double scannedSeconds(const QString &path, bool readAhead)
 {
     initMpg123Once();
     int status = MPG123_OK;
     std::unique_ptr<mpg123_handle, Mpg123Closer> handle(mpg123_new(nullptr, &status));
     if (!handle)
         return -1.0;
-    mpg123_param(handle.get(), MPG123_ADD_FLAGS, MPG123_QUIET, 0.0);
+    mpg123_param(handle.get(), MPG123_ADD_FLAGS, MPG123_QUIET | (readAhead ? 0 : MPG123_NO_READAHEAD), 0.0);
     if (mpg123_open(handle.get(), QFile::encodeName(path).constData()) != MPG123_OK
         || mpg123_scan(handle.get()) != MPG123_OK)
         return -1.0;
@@ -284,6 +354,25 @@ double mpegFileSeconds(const QString &path)
     if (mpg123_getformat(handle.get(), &rate, &channels, &encoding) != MPG123_OK || rate <= 0 || samples <= 0)
         return -1.0;
     return double(samples) / double(rate);
+}
+
+} // namespace
+
+double mpegFileSeconds(const QString &path)
+{
+    if (pathKind(path) != PathKind::File)
+        return -1.0;
+    const double seconds = scannedSeconds(path, true);
+    if (seconds >= 0.0)
+        return seconds;
+    // A sentence of one frame has no second frame to confirm the first: it is scanned without
+    // that check once its header is seen to describe the whole file.
+    QFile file(path);
+    constexpr qint64 LargestSingleFrameFile = 64 * 1024;
+    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestSingleFrameFile
+        || measureMpegStream(file.readAll()).audioFrames != 1)
+        return -1.0;
+    return scannedSeconds(path, false);
 }
 
 std::vector<float> downmixToMono(const DecodedAudio &audio)

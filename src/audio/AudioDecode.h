@@ -21,10 +21,15 @@ struct DecodedAudio
 /// likely a wrong choice that would fill the memory.
 constexpr double LongestRecordingSeconds = 30 * 60;
 
+/// Why `path` cannot be a recording before a byte of it is read, in the operator's words: it is
+/// missing, a folder, or a pipe or a device (which would be read for ever); empty for a file.
+QString recordingPathProblem(const QString &path);
+
 /// Reads a whole recording. MPEG audio (MP3, MP2, with or without an ID3 tag) goes through
 /// libmpg123, everything else through libsndfile. False with `error` (the reason only, without the
-/// file name) for a file that cannot be read, is not audio this program knows, is truncated or
-/// damaged, is longer than `LongestRecordingSeconds`, or when `cancel` becomes true.
+/// file name) for a file that cannot be read, is no regular file, is not audio this program knows,
+/// is truncated or damaged, is longer than `LongestRecordingSeconds`, or when `cancel` becomes
+/// true.
 bool decodeAudioFile(const QString &path, DecodedAudio &audio, QString &error,
                      const std::atomic<bool> *cancel = nullptr);
 

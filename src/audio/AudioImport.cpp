@@ -102,6 +102,15 @@ bool importInto(const QString &inputPath, const QString &outputPath, const Impor
     if (!decodeAudioFile(inputPath, audio, reason, options.cancel))
         return false;
     report(options, Decoded);
+    if (audio.sampleRate < LowestRecordingRate || audio.sampleRate > HighestRecordingRate) {
+        reason = QCoreApplication::translate("AudioImport",
+                                             "its sample rate of %1 Hz is outside the rates this program "
+                                             "converts (%2 to %3 Hz).")
+                     .arg(audio.sampleRate)
+                     .arg(LowestRecordingRate)
+                     .arg(HighestRecordingRate);
+        return false;
+    }
     std::vector<float> mono = downmixToMono(audio);
     const int inputRate = audio.sampleRate;
     audio = DecodedAudio();

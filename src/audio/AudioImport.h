@@ -42,6 +42,11 @@ struct ImportResult
 /// (128 kbit/s at 44.1 kHz) codes up to 20.7 kHz, past the medium converter's 19.8 kHz.
 ResampleQuality converterFor(Mp2Quality quality);
 
+/// The sample rates a recording may have: the rate converter reaches at most 256 times up or down,
+/// and real recordings lie well within that.
+constexpr int LowestRecordingRate = 1000;
+constexpr int HighestRecordingRate = 768000;
+
 /// Level under which a recording counts as silence, at its ends or as a whole.
 constexpr double SilenceDb = -50.0;
 

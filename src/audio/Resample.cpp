@@ -15,10 +15,12 @@ struct ConverterCloser
     void operator()(SRC_STATE *state) const { src_delete(state); }
 };
 
+// The converter's own texts ("SRC ratio outside [1/256, 256] range.") mean nothing to an operator;
+// the rates are checked before, so what is left is a lack of memory or a fault of the converter.
 QString converterFailed(int status)
 {
-    return QCoreApplication::translate("AudioImport", "the sample rate converter failed (%1).")
-        .arg(QString::fromUtf8(src_strerror(status)));
+    return QCoreApplication::translate("AudioImport", "the sample rate converter failed (fault %1).")
+        .arg(status);
 }
 
 } // namespace

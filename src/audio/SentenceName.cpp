@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 const QLatin1String Extension(".MP2");
@@ -29,17 +31,27 @@ bool isDeviceName(const QString &base)
 
 } // namespace
 
-bool isFittingSentenceName(const QString &name)
+SentenceNameFault sentenceNameFault(const QString &name)
 {
     const QString base = baseOf(name);
-    if (base.isEmpty() || base.size() > LongestSentenceName)
-        return false;
+    if (base.isEmpty())
+        return SentenceNameFault::Empty;
+    if (base.size() > LongestSentenceName)
+        return SentenceNameFault::TooLong;
+    if (!std::all_of(base.begin(), base.end(), isPlainAscii))
+        return SentenceNameFault::NotPlainAscii;
     // A full stop before ".MP2" makes a name the card's FAT keeps only as a long name, which the
     // device's eight-and-three names do not reach.
-    for (const QChar c : base)
-        if (!isPlainAscii(c) || c == QLatin1Char('.'))
-            return false;
-    return IsUsableNameText(base) && !isDeviceName(base);
+    if (base.contains(QLatin1Char('.')))
+        return SentenceNameFault::FullStop;
+    if (!IsUsableNameText(base))
+        return SentenceNameFault::ForbiddenCharacter;
+    return isDeviceName(base) ? SentenceNameFault::DeviceName : SentenceNameFault::None;
+}
+
+bool isFittingSentenceName(const QString &name)
+{
+    return sentenceNameFault(name) == SentenceNameFault::None;
 }
 
 QString sentenceFileName(const QString &name)

@@ -6,6 +6,20 @@
 /// The longest sentence name before ".MP2": the card control file keeps eight characters.
 constexpr int LongestSentenceName = 8;
 
+/// Why a name cannot name a sentence made from a recording, by the first rule it breaks.
+enum class SentenceNameFault {
+    None,
+    Empty,
+    TooLong, // more than eight characters before ".MP2"
+    NotPlainAscii, // a blank, a control character or a letter outside ASCII
+    FullStop, // the card's eight-and-three names hold none before ".MP2"
+    ForbiddenCharacter, // one of \ / : * ? < > | , " ;
+    DeviceName, // CON, PRN, AUX, NUL, COM1 to COM9, LPT1 to LPT9
+};
+
+/// The rule `name` (with or without ".MP2", any case) breaks as a sentence name.
+SentenceNameFault sentenceNameFault(const QString &name);
+
 /// True when `name` (with or without ".MP2", any case) can name a sentence made from a recording:
 /// one to eight characters before the extension, printable ASCII without blanks or full stops,
 /// nothing IsValidFileNameText refuses, and not a name Windows keeps for a device (CON, NUL...).

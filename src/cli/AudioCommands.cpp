@@ -1,5 +1,6 @@
 // dq480-cli import and info: recordings made into sentences, and what a file holds.
 
+#include "AudioDecode.h"
 #include "AudioImport.h"
 #include "AudioInfo.h"
 #include "CliCommands.h"
@@ -16,6 +17,30 @@ QString decibels(double value, const char *unit)
 {
     return std::isfinite(value) ? QStringLiteral("%1 %2").arg(value, 0, 'f', 1).arg(QLatin1String(unit))
                                 : QStringLiteral("silent");
+}
+
+// The rule a name breaks, to follow "does not fit a sentence".
+QString nameRule(SentenceNameFault fault)
+{
+    switch (fault) {
+    case SentenceNameFault::Empty:
+        return QStringLiteral("it is empty");
+    case SentenceNameFault::TooLong:
+        return QStringLiteral("at most 8 characters before .MP2");
+    case SentenceNameFault::NotPlainAscii:
+        return QStringLiteral("letters A-Z, digits and marks only: no blanks, control characters or "
+                              "letters outside ASCII");
+    case SentenceNameFault::FullStop:
+        return QStringLiteral("no full stop before .MP2");
+    case SentenceNameFault::ForbiddenCharacter:
+        return QStringLiteral("none of \\ / : * ? < > | , \" ;");
+    case SentenceNameFault::DeviceName:
+        return QStringLiteral("not a name Windows keeps for a device: CON, PRN, AUX, NUL, COM1 to COM9, "
+                              "LPT1 to LPT9");
+    case SentenceNameFault::None:
+        break;
+    }
+    return QString();
 }
 
 bool parseImportOptions(CliContext &cli, const AudioOptions &given, ImportOptions &options)
@@ -56,10 +81,9 @@ int runImport(CliContext &cli, const QStringList &args, const AudioOptions &give
         cli.err << "--name names one sentence: give one recording with it.\n";
         return ExitCode::UsageOrFileError;
     }
-    if (!given.name.isEmpty() && !isFittingSentenceName(given.name)) {
-        cli.err << "Not a sentence name: " << given.name
-                << " (1 to 8 letters, digits or marks before .MP2, without blanks, full stops or \\ / : * ? "
-                   "< > | , \" ;)\n";
+    if (const SentenceNameFault fault = sentenceNameFault(given.name);
+        !given.name.isEmpty() && fault != SentenceNameFault::None) {
+        cli.err << "Not a sentence name: " << given.name << " (" << nameRule(fault) << ")\n";
         return ExitCode::UsageOrFileError;
     }
     if (!QFileInfo(given.to).isDir()) {
@@ -73,11 +97,17 @@ int runImport(CliContext &cli, const QStringList &args, const AudioOptions &give
 
     int status = ExitCode::Ok;
     for (const QString &input : args) {
+        // A recording that is not there is reported as such, whatever its name.
+        if (const QString problem = recordingPathProblem(input); !problem.isEmpty()) {
+            cli.err << "Cannot import " << QDir::toNativeSeparators(input) << ": " << problem << "\n";
+            status = ExitCode::UsageOrFileError;
+            continue;
+        }
         const QString ownName = QFileInfo(input).completeBaseName();
-        if (given.name.isEmpty() && !isFittingSentenceName(ownName)) {
+        if (const SentenceNameFault fault = sentenceNameFault(ownName);
+            given.name.isEmpty() && fault != SentenceNameFault::None) {
             cli.err << "Cannot import " << QDir::toNativeSeparators(input)
-                    << ": its name does not fit a sentence"
-                    << " (at most 8 characters before .MP2, no blanks or \\ / : * ? < > | , \" ;)."
+                    << ": its name does not fit a sentence (" << nameRule(fault) << ")."
                     << " Give one with --name, for example --name " << proposeSentenceName(input).chopped(4)
                     << "\n";
             status = ExitCode::UsageOrFileError;

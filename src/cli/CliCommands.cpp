@@ -44,6 +44,9 @@ int loadOrReport(CliContext &cli, SharedState &state, const QString &path)
     case LoadOutcome::Unreadable:
         cli.err << error << "\n";
         return ExitCode::UsageOrFileError;
+    case LoadOutcome::WrongCodePage:
+        cli.err << error << "\n";
+        return ExitCode::SettingFileError;
     case LoadOutcome::Rejected:
         cli.err << "Setting file error!\n";
         if (!error.isEmpty())

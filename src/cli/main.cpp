@@ -47,8 +47,10 @@ Commands:
                         holding a blank, a full stop or \ / : * ? < > | , " ;, or a Windows
                         device name (CON, NUL, COM1...), is refused unless --name gives one. An existing sentence is replaced only with --force. Prints name,
                         duration and the loudness the written file plays at.
-                        A recording that cannot be read, is damaged, silent or longer than
-                        30 minutes is refused with the reason; nothing is written for it.
+                        A recording that cannot be read, is not a regular file, is truncated
+                        or damaged, has a sample rate outside 1000 to 768000 Hz, is silent or
+                        longer than 30 minutes is refused with the reason; nothing is written
+                        for it.
   info FILE...          print an audio file's format, duration, integrated loudness (LUFS),
                         true peak (dBTP), and whether the device plays it as it is
 
@@ -72,7 +74,7 @@ Environment:
 Exit status:
   0  done; for write-card: every file is on the card
   1  "Setting file error!" (not a valid setting file, or a name that cannot be used), or a text
-     that the code page cannot hold
+     that the code page cannot hold, or bytes it cannot read back as they are
   2  wrong arguments, or a file that cannot be read or written
   3  write-card went through, but a sentence (or the test tone) was missing, refused by the
      MP2 check, too large, or a read-only copy kept with --no; the files are named

@@ -1,9 +1,13 @@
 #include "CodePageCheck.h"
 
 #include "SharedState.h"
+#include "TextEncoding.h"
+#include "TextExcerpt.h"
 
 #include <QCoreApplication>
 #include <QList>
+
+#include <algorithm>
 
 namespace {
 
@@ -46,7 +50,67 @@ QString unencodableTextMessage(const UnencodableText &found, const QString &code
 {
     const char32_t code = QStringView(found.character).toUcs4().value(0);
     return QCoreApplication::translate("CodePageCheck",
-                                       "%1 \"%2\" holds \"%3\" (U+%4), which the code page %5 cannot hold.")
-        .arg(found.key, found.text, found.character,
+                                       "%1 %2 holds \"%3\" (U+%4), which the code page %5 cannot hold.")
+        .arg(found.key, quotedExcerpt(found.text), found.character,
              QStringLiteral("%1").arg(static_cast<uint>(code), 4, 16, QLatin1Char('0')).toUpper(), codePage);
+}
+
+namespace {
+
+// The key of a line: its text before a comma among the first 11 characters, in capitals.
+QString keyOf(QByteArrayView line)
+{
+    const qsizetype comma = line.first(std::min<qsizetype>(line.size(), 11)).indexOf(',');
+    if (comma <= 0)
+        return QString();
+    const QByteArrayView key = line.first(comma);
+    const bool capitals = std::all_of(key.begin(), key.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+    return capitals ? QString::fromLatin1(key) : QString();
+}
+
+} // namespace
+
+std::optional<ChangedLine> findChangedLine(QByteArrayView file, const TextEncoding &encoding)
+{
+    QString key;
+    int number = 0;
+    for (qsizetype start = 0; start < file.size();) {
+        qsizetype end = file.indexOf('\n', start);
+        if (end < 0)
+            end = file.size();
+        QByteArrayView line = file.sliced(start, end - start);
+        if (line.endsWith('\r'))
+            line.chop(1);
+        ++number;
+        // A line without a key of its own continues the explanation above it.
+        const QString own = keyOf(line);
+        if (!own.isEmpty())
+            key = own;
+        if (const std::optional<qsizetype> at = encoding.firstChangedByte(line)) {
+            // The value is what the operator knows: the line without its key and final comma.
+            const qsizetype valueStart = own.isEmpty() ? 0 : own.size() + 1;
+            QByteArrayView value = line.sliced(valueStart);
+            if (!own.isEmpty() && value.endsWith(','))
+                value.chop(1);
+            return ChangedLine {number, key, value.toByteArray(), std::max<qsizetype>(0, *at - valueStart)};
+        }
+        start = end + 1;
+    }
+    return std::nullopt;
+}
+
+QString changedLineMessage(const ChangedLine &found, const QString &path, const QString &codePage)
+{
+    const QString bytes = quotedByteExcerpt(found.bytes, found.at);
+    const QString where = found.key.isEmpty()
+        ? QCoreApplication::translate("CodePageCheck", "Line %1 of %2")
+              .arg(QString::number(found.number), path)
+        : QCoreApplication::translate("CodePageCheck", "Line %1 of %2 (%3)")
+              .arg(QString::number(found.number), path, found.key);
+    return QCoreApplication::translate("CodePageCheck",
+                                       "%1 holds bytes that the code page %2 cannot read as they are: %3. "
+                                       "Saved again, they would change. Start the program with --encoding "
+                                       "and the code page the file was written in, for example --encoding "
+                                       "windows-1252 or --encoding UTF-8.")
+        .arg(where, codePage, bytes);
 }

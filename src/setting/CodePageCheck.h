@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include <optional>
 
 class SharedState;
+class TextEncoding;
 
 /// A text of the project that the setting file's code page cannot hold.
 struct UnencodableText
@@ -20,3 +23,19 @@ std::optional<UnencodableText> findUnencodableText(const SharedState &state);
 
 /// "PJNAME "Café" holds "é" (U+00E9), which the code page CP932 cannot hold."
 QString unencodableTextMessage(const UnencodableText &found, const QString &codePage);
+
+/// A line of a file whose bytes the code page does not read back as they are: saved again, they
+/// would change.
+struct ChangedLine
+{
+    int number = 0; // counted from 1
+    QString key; // the line's key, or that of the entry it continues; empty when there is none
+    QByteArray bytes; // the line's value (without key and final comma)
+    qsizetype at = 0; // its first byte in it that would change
+};
+
+/// The first line of the file that would not be written back byte for byte.
+std::optional<ChangedLine> findChangedLine(QByteArrayView file, const TextEncoding &encoding);
+
+/// "Line 2 of p.stf (CREATOR) holds bytes that the code page CP932 cannot read as they are..."
+QString changedLineMessage(const ChangedLine &found, const QString &path, const QString &codePage);

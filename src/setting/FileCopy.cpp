@@ -1,12 +1,22 @@
 #include "FileCopy.h"
 
 #include "FileReplacement.h"
+#include "RegularFile.h"
 
 #include <QCoreApplication>
 #include <QFile>
 
 bool copyFileReplacing(const QString &source, const QString &destination, QString &error)
 {
+    // A pipe would hold the copy waiting for a writer, a device would never end.
+    if (pathKind(source) == PathKind::Other) {
+        error
+            = QCoreApplication::translate("FileCopy",
+                                          "Cannot read %1: it is a pipe or a device, not a file: only files "
+                                          "are read.")
+                  .arg(source);
+        return false;
+    }
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) {
         error = QCoreApplication::translate("FileCopy", "Cannot read %1: %2").arg(source, in.errorString());

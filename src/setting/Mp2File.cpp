@@ -1,5 +1,7 @@
 #include "Mp2File.h"
 
+#include "RegularFile.h"
+
 #include <QFile>
 
 bool isAcceptedMp2Header(QByteArrayView firstBytes)
@@ -18,6 +20,9 @@ bool isAcceptedMp2Header(QByteArrayView firstBytes)
 
 bool IsValidMp2File(const QString &path)
 {
+    // A pipe named like a sentence would hold the program waiting for a writer.
+    if (pathKind(path) != PathKind::File)
+        return false;
     QFile file(path);
     return file.open(QIODevice::ReadOnly) && isAcceptedMp2Header(file.read(4));
 }

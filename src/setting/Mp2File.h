@@ -7,5 +7,6 @@
 /// or 192 kbit/s, 32 or 44.1 kHz, mono.
 bool isAcceptedMp2Header(QByteArrayView firstBytes);
 
-/// Reads the file's first four bytes and judges them; a missing or short file is refused.
+/// Reads the file's first four bytes and judges them; a missing or short file, or anything but a
+/// regular file, is refused.
 bool IsValidMp2File(const QString &path);

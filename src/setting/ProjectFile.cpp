@@ -1,11 +1,14 @@
 #include "ProjectFile.h"
 
+#include "CodePageCheck.h"
 #include "OperatorMessages.h"
 #include "PathText.h"
 #include "SettingFileIO.h"
 #include "SettingFileReader.h"
 #include "SettingFileWriter.h"
 #include "SharedState.h"
+#include "TextShape.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -17,18 +20,38 @@ void takeNameAndFolder(SharedState &state, const QString &path)
     state.ProjectFolder = split.folder;
 }
 
+// Reads the file's bytes into SettingBuffer, unless they are not a setting file's text or would
+// not be saved back as they are.
+LoadOutcome readProject(SharedState &state, const QString &path, QString &error)
+{
+    QByteArray bytes;
+    if (!readFileBytes(path, bytes, error))
+        return LoadOutcome::Unreadable;
+    const QString codePage = state.Encoding.name();
+    if (const TextShape shape = textShape(bytes); shape != TextShape::Plain) {
+        error = textShapeMessage(shape, path, codePage);
+        return LoadOutcome::Rejected;
+    }
+    QString problem;
+    const bool read = ReadSettingFile(state, bytes, problem);
+    const std::optional<ChangedLine> changed = findChangedLine(bytes, state.Encoding);
+    if (read && !changed)
+        return LoadOutcome::Read;
+    // A file in another code page may also fail to read (a lead byte can take the comma after it);
+    // a name that cannot be used is the surer reason.
+    if (!problem.isEmpty())
+        error = QCoreApplication::translate("ProjectFile", "%1 in %2.").arg(problem, path);
+    else if (changed)
+        error = changedLineMessage(*changed, path, codePage);
+    return read ? LoadOutcome::WrongCodePage : LoadOutcome::Rejected;
+}
+
 } // namespace
 
 LoadOutcome loadProject(SharedState &state, const QString &path, QString &error)
 {
     state.NewSetting();
-    QByteArray bytes;
-    LoadOutcome outcome = LoadOutcome::Unreadable;
-    QString problem;
-    if (readFileBytes(path, bytes, error))
-        outcome = ReadSettingFile(state, bytes, problem) ? LoadOutcome::Read : LoadOutcome::Rejected;
-    if (outcome == LoadOutcome::Rejected && !problem.isEmpty())
-        error = QCoreApplication::translate("ProjectFile", "%1 in %2.").arg(problem, path);
+    const LoadOutcome outcome = readProject(state, path, error);
     if (outcome == LoadOutcome::Read) {
         takeNameAndFolder(state, path);
         state.CopyBufferToSetting(SettingSection::All);

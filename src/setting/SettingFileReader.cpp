@@ -5,6 +5,7 @@
 #include "PathText.h"
 #include "SharedState.h"
 #include "TextChecks.h"
+#include "TextExcerpt.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -169,8 +170,8 @@ private:
     {
         if (IsUsableNameText(name))
             return true;
-        m_problem = QCoreApplication::translate("SettingFileReader", "%1 \"%2\" cannot be used as a name")
-                        .arg(key, name.toString());
+        m_problem = QCoreApplication::translate("SettingFileReader", "%1 %2 cannot be used as a name")
+                        .arg(key, quotedExcerpt(name));
         return false;
     }
 

@@ -74,6 +74,20 @@ QString TextEncoding::decode(QByteArrayView bytes) const
     return decoder.decode(bytes);
 }
 
+std::optional<qsizetype> TextEncoding::firstChangedByte(QByteArrayView bytes) const
+{
+    if (isAscii(bytes))
+        return std::nullopt;
+    QStringDecoder decoder = namesSystem(m_name) ? QStringDecoder(QStringConverter::System)
+                                                 : QStringDecoder(nameBytes(m_name).constData());
+    const QString text = decoder.decode(bytes);
+    const QByteArray again = encode(text);
+    if (!decoder.hasError() && again == bytes)
+        return std::nullopt;
+    const auto differs = std::mismatch(bytes.begin(), bytes.end(), again.begin(), again.end());
+    return std::min<qsizetype>(differs.first - bytes.begin(), bytes.size() - 1);
+}
+
 QString TextEncoding::firstUnencodable(QStringView text) const
 {
     // A character fits when it comes back from its bytes as itself. The whole text is tried first,

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 /// The code page of setting files and card control files. On Windows the system's ANSI code page;
 /// elsewhere Shift_JIS (CP932) unless chosen otherwise. ASCII reads and writes the same in all.
 class TextEncoding
@@ -25,6 +27,11 @@ public:
     /// the file as another character, usually "?"); empty when the whole text fits.
     QString firstUnencodable(QStringView text) const;
     QString decode(QByteArrayView bytes) const;
+
+    /// The first byte of `bytes` that does not come back as it was when the text is decoded and
+    /// encoded again (a byte the code page has no character for, or one of two byte sequences for
+    /// the same character); none when all of it does.
+    std::optional<qsizetype> firstChangedByte(QByteArrayView bytes) const;
 
 private:
     QString m_name;

@@ -34,7 +34,7 @@ bool ProjectCommands::OpenProjectFile(const QString &path)
     if (outcome == LoadOutcome::Rejected)
         m_context.msgBox.show(tr("Setting file error!")
                               + (error.isEmpty() ? QString() : QStringLiteral("\r\n") + error));
-    else if (outcome == LoadOutcome::Unreadable)
+    else if (outcome == LoadOutcome::Unreadable || outcome == LoadOutcome::WrongCodePage)
         m_context.msgBox.show(error, MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
     else
         m_context.state.CurrentFilePath = path;

@@ -1,5 +1,7 @@
 #include "QtMsgBox.h"
 
+#include "MessageBoxFit.h"
+
 #include <QApplication>
 #include <QMessageBox>
 
@@ -55,6 +57,7 @@ MsgBox::Answer QtMsgBox::show(const QString &text, Buttons buttons, Icon icon)
 {
     QMessageBox box(iconFor(icon), QStringLiteral("DQ-480"), text, buttonsFor(buttons),
                     QApplication::activeWindow());
+    setTextWithinScreen(box, text);
     box.setDefaultButton(buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok);
     box.setEscapeButton(buttons == Buttons::OkCancel    ? QMessageBox::Cancel
                             : buttons == Buttons::YesNo ? QMessageBox::No

@@ -97,5 +97,6 @@ inline bool write(const QString &path, const Sound &sound, int format)
 
 constexpr int Wav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
 constexpr int Flac16 = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
+constexpr int Mp3 = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III; // with the encoder's frame count first
 
 } // namespace AudioFixtures

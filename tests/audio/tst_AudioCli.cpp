@@ -59,9 +59,18 @@ private slots:
         QTest::addColumn<QStringList>("written");
         QTest::newRow("name that does not fit")
             << QStringList {"good morning.flac"} << QStringList() << 2 << ""
-            << "its name does not fit a sentence (at most 8 characters before .MP2, no blanks or \\ / : * ? "
-               "< > | , \" ;)."
+            << "its name does not fit a sentence (at most 8 characters before .MP2)."
                " Give one with --name, for example --name GOOD_MOR\n"
+            << QStringList();
+        QTest::newRow("device name given")
+            << QStringList {"hello.wav"} << QStringList {"--name", "con"} << 2 << ""
+            << "Not a sentence name: con (not a name Windows keeps for a device: CON, PRN, AUX, NUL, COM1 to "
+               "COM9, LPT1 to LPT9)\n"
+            << QStringList();
+        // Its name would not fit either: that it is not there comes first.
+        QTest::newRow("missing recording")
+            << QStringList {"no such recording.wav"} << QStringList() << 2 << ""
+            << "no such recording.wav: it cannot be read: there is no such file.\n"
             << QStringList();
         QTest::newRow("--name gives one")
             << QStringList {"good morning.flac"} << QStringList {"--name", "morning"} << 0

@@ -7,6 +7,7 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
+#include "HostileSettingFiles.h"
 #include "TestFiles.h"
 #include "TestMounts.h"
 
@@ -131,22 +132,29 @@ private slots:
         QCOMPARE(QDir(home).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     }
 
-    void textsTheCodePageCannotHoldAreRefused()
+    // A file another program wrote is refused with what it is and what to do, and nothing is
+    // written; one that is read is written back byte for byte.
+    void convertMeetsFilesItDidNotWrite_data() { HostileSettingFiles::addRows(m_dir.path()); }
+    void convertMeetsFilesItDidNotWrite()
     {
-        // 0xAE is no character in ISO-8859-7: it reads as U+FFFD, which would be saved as "?".
-        QByteArray file = readTestFile(Example);
-        file.replace("CREATOR,Ann,", "CREATOR,A\xAEn,");
-        const QString greek = path(QStringLiteral("greek.stf"));
-        writeTestFile(greek, file);
-        const QString converted = path(QStringLiteral("greek-out.stf"));
-        QFile::remove(converted);
-        const Run run = cli({QStringLiteral("convert"), QStringLiteral("--encoding"),
-                             QStringLiteral("ISO-8859-7"), greek, converted});
-        QCOMPARE(run.code, 1);
-        QCOMPARE(run.err,
-                 QStringLiteral("CREATOR \"A\uFFFDn\" holds \"\uFFFD\" (U+FFFD), which the code page "
-                                "ISO-8859-7 cannot hold.\n"));
-        QVERIFY(!QFileInfo::exists(converted));
+        QFETCH(QString, path);
+        QFETCH(LoadOutcome, outcome);
+        QFETCH(QString, reason);
+        const QString out = m_dir.filePath(QStringLiteral("DQ480.CSV"));
+        QFile::remove(out);
+        const Run run = cli({QStringLiteral("convert"), path, out});
+        if (outcome == LoadOutcome::Read) {
+            QCOMPARE(run.err, QString());
+            QCOMPARE(run.code, 0);
+            const QByteArray in = readTestFile(path);
+            QCOMPARE(readTestFile(out), in.mid(in.indexOf("CARDNAME,")));
+            return;
+        }
+        const QString heading
+            = outcome == LoadOutcome::Rejected ? QStringLiteral("Setting file error!\n") : QString();
+        QCOMPARE(run.err, heading + reason.arg(path) + QLatin1Char('\n'));
+        QCOMPARE(run.code, outcome == LoadOutcome::Unreadable ? 2 : 1);
+        QVERIFY(!QFileInfo::exists(out));
     }
 
     void writeCardExitCodes_data()

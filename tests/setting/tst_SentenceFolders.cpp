@@ -11,6 +11,8 @@
 #include "TestFiles.h"
 #include "TestMounts.h"
 
+#include <sys/stat.h>
+
 class tst_SentenceFolders : public QObject
 {
     Q_OBJECT
@@ -46,6 +48,19 @@ private slots:
         QCOMPARE(readTestFile(copy), QByteArray("new"));
         QVERIFY(!isReadOnly(copy));
         QVERIFY(m_msgBox.shown.isEmpty());
+    }
+
+    // A pipe named like a sentence would hold the copy for ever, waiting for a writer.
+    void aPipeIsRefusedAtOnce()
+    {
+        const QString pipe = m_source.filePath(QStringLiteral("PIPE.MP2"));
+        QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        QString error;
+        QVERIFY(!StoreSentenceFile(*m_state, m_msgBox, StoreMode::WorkFolder, pipe, error));
+        QCOMPARE(error,
+                 QStringLiteral("Cannot read %1: it is a pipe or a device, not a file: only files are read.")
+                     .arg(pipe));
+        QVERIFY(!QFileInfo::exists(m_home.filePath(QStringLiteral("SoundTmp/PIPE.MP2"))));
     }
 
     // Storing into the project folder on a full disk: the good copy already there stays whole and

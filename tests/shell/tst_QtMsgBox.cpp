@@ -3,7 +3,9 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -84,6 +86,38 @@ private slots:
         whenBoxShows([key](QMessageBox *box) { QTest::keyClick(box, Qt::Key(key)); });
         QtMsgBox msgBox;
         QCOMPARE(msgBox.show(QStringLiteral("question"), buttons), answer);
+    }
+
+    // However long the text, the box fits the screen at once, so its OK button can be reached.
+    void aLongTextStaysWithinTheScreen_data()
+    {
+        QTest::addColumn<QString>("text");
+        QStringList lines;
+        for (int i = 1; i <= 400; ++i)
+            lines << QStringLiteral("PRGDATA,%1,3000,").arg(i, 4, 10, QLatin1Char('0'));
+        QTest::newRow("400 lines") << lines.join(QLatin1Char('\n'));
+        QTest::newRow("one line of 2 MiB") << QString(2 << 20, QLatin1Char('A'));
+        QTest::newRow("2 MiB of words") << QStringLiteral("word ").repeated(400000);
+    }
+    void aLongTextStaysWithinTheScreen()
+    {
+        QFETCH(QString, text);
+        QRect box;
+        QString details;
+        whenBoxShows([&](QMessageBox *shown) {
+            box = shown->frameGeometry();
+            details = shown->detailedText();
+            QTest::keyClick(shown, Qt::Key_Return);
+        });
+        QElapsedTimer timer;
+        timer.start();
+        QtMsgBox msgBox;
+        QCOMPARE(msgBox.show(text), MsgBox::Answer::Ok);
+        QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY2(box.height() <= screen.height(),
+                 qPrintable(QStringLiteral("%1 pixels high on %2").arg(box.height()).arg(screen.height())));
+        QVERIFY(text.startsWith(details.left(1000)) && !details.isEmpty());
     }
 };
 

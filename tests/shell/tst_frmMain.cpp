@@ -1,4 +1,5 @@
 #include "GuiFixture.h"
+#include "HostileSettingFiles.h"
 #include "SingleInstance.h"
 #include "frmMain.h"
 
@@ -20,6 +21,7 @@ class tst_frmMain : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir m_made;
     std::unique_ptr<GuiFixture> f;
     std::unique_ptr<SingleInstance> instance;
     std::unique_ptr<frmMain> window;
@@ -78,6 +80,29 @@ private slots:
         QVERIFY(!QFileInfo::exists(path(QStringLiteral("outside"))));
         QVERIFY(f->state->Setting.ProjectName.isEmpty());
         QVERIFY(f->state->Setting.SentenceFileName[0].isEmpty());
+        QVERIFY(f->state->CurrentFilePath.isEmpty());
+    }
+
+    // A file another program wrote is refused with what it is and what to do, or read as it is;
+    // neither a pipe nor a device holds the program.
+    void openMeetsFilesItDidNotWrite_data() { HostileSettingFiles::addRows(m_made.path()); }
+    void openMeetsFilesItDidNotWrite()
+    {
+        QFETCH(QString, path);
+        QFETCH(LoadOutcome, outcome);
+        QFETCH(QString, reason);
+        f->msgBox.answerOkBoxes = true;
+        f->fileDialogs.answers << path;
+        action("mnuOpen")->trigger();
+        if (outcome == LoadOutcome::Read) {
+            QCOMPARE(f->msgBox.shown, QStringList());
+            QCOMPARE(f->state->Setting.CardName, QStringLiteral("A") + QChar(0) + QStringLiteral("B"));
+            QCOMPARE(f->state->Setting.ProgramName[1], QStringLiteral("駅の案内"));
+            return;
+        }
+        const QString heading
+            = outcome == LoadOutcome::Rejected ? QStringLiteral("Setting file error!\r\n") : QString();
+        QCOMPARE(f->msgBox.shown, QStringList {heading + reason.arg(path)});
         QVERIFY(f->state->CurrentFilePath.isEmpty());
     }
 
