@@ -1,19 +1,14 @@
 #include "ProgramFolder.h"
 
-#include <QCoreApplication>
+#include "OsProgramFolder.h"
+
 #include <QDir>
-#include <QStandardPaths>
 
 QString resolveProgramFolder()
 {
     QString folder = qEnvironmentVariable("DQ480_HOME");
-    if (folder.isEmpty()) {
-#ifdef Q_OS_WIN
-        folder = QCoreApplication::applicationDirPath();
-#else
-        folder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
-#endif
-    }
+    if (folder.isEmpty())
+        folder = defaultProgramFolder();
     QDir().mkpath(folder);
     return QDir::toNativeSeparators(QDir(folder).absolutePath());
 }
