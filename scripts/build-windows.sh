@@ -3,6 +3,8 @@
 #
 #   scripts/build-windows.sh              toolchain (once), then the programs, the tests and the packages
 #   scripts/build-windows.sh --toolchain  only the toolchain: Qt and the audio libraries for MinGW
+#   scripts/build-windows.sh --test       the programs and the test suites under Wine; needs the toolchain
+#   scripts/build-windows.sh --has-toolchain   succeeds when the toolchain is built
 #
 # Debian has MinGW-w64 but no Qt for it, so the first run builds qtbase and the audio libraries
 # from Debian's own source packages (the same versions as the host's) into a cache outside the
@@ -27,7 +29,7 @@ mark_done() { mkdir -p "$cache/stamps" && date >"$cache/stamps/$1"; }
 
 # Debian's source packages, fetched with the project's own deb-src list and apt state kept in the
 # cache: the system's package lists and caches stay untouched.
-apt_own=(-o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$root/scripts/windows"
+apt_own=(-o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$root/scripts/windows/apt"
     -o "Dir::State::Lists=$cache/apt/lists" -o "Dir::Cache=$cache/apt/cache" -o APT::Sandbox::User=root)
 fetch_source() { # package -> prints the unpacked source folder
     local package=$1 dir=$cache/src/$1
@@ -162,21 +164,113 @@ build_toolchain() {
     for library in ogg vorbis opus flac sndfile mpg123 twolame samplerate ebur128 portaudio; do
         build_library "$library" "recipe_$library"
     done
+    mark_done toolchain
     log "toolchain ready in $cache"
+}
+
+# The programs and the Wine test suites, with the project's own CMake (the windows preset).
+build_program() {
+    log "programs: building into build/windows"
+    cd "$root"
+    logged program cmake --preset windows
+    logged program cmake --build --preset windows -j"$jobs"
+}
+
+# The DLLs a program or library loads that the cross build made or MinGW brings; Windows' own are
+# left out (they are not in these folders).
+dll_folders() {
+    echo "$prefix/bin" "$prefix/lib" "$prefix/plugins/platforms" "$prefix/plugins/styles"
+    dirname "$("$triple-g++-posix" -print-file-name=libstdc++-6.dll)"
+    echo "/usr/$triple/lib"
+}
+copy_dlls_for() { # stage-folder binary...
+    local stage=$1 binary dll folder
+    shift
+    for binary in "$@"; do
+        for dll in $("$triple-objdump" -p "$binary" | awk '/DLL Name:/ {print $3}'); do
+            [[ -e $stage/$dll ]] && continue
+            for folder in $(dll_folders); do
+                if [[ -e $folder/$dll ]]; then
+                    cp "$folder/$dll" "$stage/"
+                    copy_dlls_for "$stage" "$stage/$dll"
+                    break
+                fi
+            done
+        done
+    done
+}
+
+# What both packages hold: the programs, their DLLs, Qt's plugins and translations, the licences.
+make_stage() {
+    local stage=$1 source
+    rm -rf "$stage"
+    mkdir -p "$stage/platforms" "$stage/styles" "$stage/translations" "$stage/licences"
+    cp "$root/build/windows/src/app/dq480.exe" "$root/build/windows/src/cli/dq480-cli.exe" "$stage/"
+    cp "$prefix/plugins/platforms/qwindows.dll" "$stage/platforms/"
+    cp "$prefix/plugins/styles/qwindowsvistastyle.dll" "$stage/styles/"
+    copy_dlls_for "$stage" "$stage"/*.exe "$stage/platforms/qwindows.dll" "$stage/styles/qwindowsvistastyle.dll"
+    "$triple-strip" --strip-unneeded "$stage"/*.exe "$stage"/*.dll "$stage"/*/*.dll
+    # Qt's own dialogs (file dialogs, standard buttons) in Japanese; the program's texts are built in.
+    cp /usr/share/qt6/translations/qtbase_ja.qm "$stage/translations/"
+    printf '[Paths]\r\nPrefix=.\r\nPlugins=.\r\nTranslations=translations\r\n' >"$stage/qt.conf"
+    cp "$root/data/icons/dq480.ico" "$stage/"
+    cp "$root/data/copyright" "$stage/licences/dq480.txt"
+    for source in qt6-base libogg libvorbis opus flac libsndfile mpg123 twolame libsamplerate libebur128 portaudio19; do
+        cp "$cache/src/$source/debian/copyright" "$stage/licences/$source.txt"
+    done
+    cp /usr/share/doc/gcc-mingw-w64-base/copyright "$stage/licences/gcc-runtime.txt"
+    cp /usr/share/doc/mingw-w64-common/copyright "$stage/licences/mingw-w64-runtime.txt"
+}
+
+make_packages() {
+    local version stage zip_root
+    version=$(sed -n 's/^project(dq480 VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
+    stage=$root/build/windows/stage
+    log "packages: dq480-$version-win64.zip and dq480-$version-win64-setup.exe"
+    make_stage "$stage"
+
+    zip_root=$root/build/windows/zip/dq480-$version-win64
+    rm -rf "$(dirname "$zip_root")"
+    mkdir -p "$(dirname "$zip_root")"
+    cp -r "$stage" "$zip_root"
+    printf '%s\r\n' "This copy of the DQ-480 setting software is portable: it keeps its work folder (SoundTmp)" \
+        "and the project folders here, beside dq480.exe. Delete this file to keep them in your own" \
+        "data folder (%LOCALAPPDATA%\\dq480) instead." >"$zip_root/PORTABLE.txt"
+    rm -f "$root/build/windows/dq480-$version-win64.zip"
+    (cd "$(dirname "$zip_root")" && cmake -E tar cf "$root/build/windows/dq480-$version-win64.zip" --format=zip \
+        "dq480-$version-win64")
+
+    logged package makensis -V2 -DVERSION="$version" -DSTAGE="$stage" \
+        -DOUTFILE="$root/build/windows/dq480-$version-win64-setup.exe" "$root/scripts/windows/dq480.nsi"
+    log "packages: ready in build/windows"
 }
 
 # Sourced (by a maintainer trying one recipe), it only defines the functions above.
 [[ ${BASH_SOURCE[0]} == "$0" ]] || return 0
 
-only_toolchain=no
+mode=all
 for arg in "$@"; do
     case $arg in
-    --toolchain) only_toolchain=yes ;;
+    --toolchain) mode=toolchain ;;
+    --test) mode=test ;;
+    --has-toolchain) done_already toolchain; exit ;;
     --print-cache) echo "$cache"; exit 0 ;;
-    -h | --help) sed -n '2,9p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,11p' "$0"; exit 0 ;;
     *) echo "Unknown option: $arg (see --help)" >&2; exit 2 ;;
     esac
 done
 
+if [[ $mode == test ]]; then
+    if ! done_already toolchain; then
+        echo "The Windows toolchain is not built yet: run scripts/build-windows.sh --toolchain first." >&2
+        exit 3
+    fi
+    host_env
+    build_program
+    ctest --preset windows -j"$jobs"
+    exit
+fi
 build_toolchain
-[[ $only_toolchain == yes ]] && exit 0
+[[ $mode == toolchain ]] && exit 0
+build_program
+make_packages
