@@ -12,9 +12,11 @@
 #include "WindowsFormatLaunch.h"
 
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstdio>
 #include <windows.h>
 
 namespace {
@@ -119,8 +121,7 @@ private slots:
     // Setting files are in the system's ANSI code page: Shift-JIS on a Japanese PC.
     void ansiCodePageRoundTrip()
     {
-        if (GetACP() != 932)
-            QSKIP("Wine runs without a Japanese code page here (LANG=ja_JP.UTF-8 sets it)");
+        QVERIFY2(GetACP() == 932, "Wine gives the Japanese code page with LANG=ja_JP.UTF-8");
         const TextEncoding encoding = TextEncoding::platformDefault();
         const QString text = QStringLiteral("音声案内 ｱﾅｳﾝｽ");
         const QByteArray bytes = encoding.encode(text);
@@ -174,6 +175,28 @@ private slots:
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList {QStringLiteral("P.stf")});
     }
 
+    // The program is killed after writing the new file and before putting it in place: the old
+    // file is still there, whole, and the next save clears what the killed one left.
+    void killBetweenWriteAndReplace()
+    {
+        QTemporaryDir dir;
+        const QString path = QDir::toNativeSeparators(dir.filePath(QStringLiteral("P.stf")));
+        writeTestFile(path, "old");
+        QProcess writer;
+        writer.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--write-and-hold"), path});
+        QVERIFY(writer.waitForReadyRead(60'000));
+        QCOMPARE(writer.readAll().trimmed(), QByteArray("written"));
+        writer.kill();
+        QVERIFY(writer.waitForFinished(60'000));
+        QCOMPARE(readTestFile(path), QByteArray("old"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2);
+
+        QString error;
+        QVERIFY2(writeFileAtomically(path, "new", error), qPrintable(error));
+        QCOMPARE(readTestFile(path), QByteArray("new"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList {QStringLiteral("P.stf")});
+    }
+
     // The media check decides on the count alone: 11, or 0 for a failed query. Wine's own drives
     // answer what Wine answers, so the counts come as reply sizes of 24-byte records.
     void mediaCount_data()
@@ -202,5 +225,21 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_WinBackend)
+// "--write-and-hold FILE": writes a new FILE without putting it in place, says so, and waits to
+// be killed.
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (argc == 3 && QByteArray(argv[1]) == "--write-and-hold") {
+        FileReplacement file(QString::fromLocal8Bit(argv[2]), ReplaceStyle::Pc);
+        QString error;
+        if (!file.open(error) || !file.write(QByteArray(1 << 20, 'n'), error))
+            return 1;
+        std::fputs("written\n", stdout);
+        std::fflush(stdout);
+        Sleep(INFINITE);
+    }
+    tst_WinBackend test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_WinBackend.moc"

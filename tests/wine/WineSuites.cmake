@@ -29,4 +29,6 @@ dq480_add_test(tst_EnterKey SOURCES shell/tst_EnterKey.cpp LIBS dq480_sentence d
 dq480_add_test(tst_Japanese SOURCES shell/tst_Japanese.cpp LIBS dq480_shell dq480_gui_test_support)
 
 # The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed, T: empty.
+# As on a Japanese operator's PC: the ANSI code page is 932.
 dq480_add_test(tst_WinBackend SOURCES platform/tst_WinBackend.cpp LIBS dq480_format dq480_platform)
+set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT LANG=ja_JP.UTF-8)
