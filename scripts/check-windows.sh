@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The Win32 side of the program cannot be built here, but its Qt-free files must compile for
-# Windows: MinGW checks them. (WinDriveSource.cpp adapts them to Qt and is built on Windows only.)
+# Without the Windows toolchain (scripts/build-windows.sh) the Win32 side cannot be built, but its
+# Qt-free files must still compile for Windows: MinGW checks them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 for file in src/platform/win/WinDrives.cpp src/platform/win/WinMediaTypes.cpp src/platform/win/WinFormat.cpp; do

@@ -12,7 +12,9 @@ packages=(
     libtwolame-dev               # makes the 1 kHz test tone when it is missing; encodes imported sentences
     libsndfile1-dev libmpg123-dev libsamplerate0-dev libebur128-dev  # reads, resamples and measures recordings
     espeak-ng sox                # speech and recordings made in the audio tests
-    g++-mingw-w64-x86-64-posix   # compiles the Windows code as a check
+    g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64  # the Windows programs (scripts/build-windows.sh)
+    wine wine64                  # runs the Windows programs and their tests
+    nsis                         # the Windows installer
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
     python3-fusepy               # a test card that keeps wrong bytes (tests/support/altering_fs.py)
     poppler-utils                # print-outs read back as text in tests

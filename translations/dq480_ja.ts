@@ -578,6 +578,21 @@
     </message>
 </context>
 <context>
+    <name>SentencePlayer</name>
+    <message>
+        <source>the PC&apos;s sound system does not start.</source>
+        <translation>PC のサウンド機能を開始できません。</translation>
+    </message>
+    <message>
+        <source>this PC has no audio output.</source>
+        <translation>この PC には音声出力がありません。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output cannot be opened.</source>
+        <translation>PC の音声出力を開けません。</translation>
+    </message>
+</context>
+<context>
     <name>SettingFileIO</name>
     <message>
         <source>%1 is a folder, not a file.</source>

@@ -17,8 +17,8 @@
 #include <unistd.h>
 #endif
 #ifdef Q_OS_WIN
-#include "FormatCommand.h"
 #include "WinFormat.h"
+#include "WindowsFormatLaunch.h"
 #include <QTimer>
 #endif
 
@@ -121,19 +121,10 @@ void CardFormatter::fail(const QString &error)
 bool CardFormatter::start(const DriveInfo &drive, QString &error)
 {
 #ifdef Q_OS_WIN
-    const std::string systemDirectory = winSystemDirectory();
-    const bool fixed = drive.type == DriveInfo::Fixed;
-    const QString label
-        = fixed ? QString::fromStdString(winVolumeLabel(drive.path.toStdString())) : QString();
-    const QString system = QString::fromStdString(systemDirectory);
-    if (fixed
-        && !winWriteTextFile(FormatCommand::answerFilePath(system, true).toStdString(),
-                             FormatCommand::fixedDriveAnswers(label).toStdString())) {
-        error = QCoreApplication::translate("CardFormatter", "Cannot write the format answer file.");
+    const WindowsFormatLaunch launch = windowsFormatLaunch(drive);
+    if (!writeFormatAnswers(launch, error))
         return false;
-    }
-    const std::string command = FormatCommand::commandLine(system, drive.path, fixed, label).toStdString();
-    void *process = winStartHidden(command);
+    void *process = winStartHidden(launch.commandLine.toStdString());
     if (!process) {
         error = QCoreApplication::translate("CardFormatter", "The format command could not be started.");
         return false;

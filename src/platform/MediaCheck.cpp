@@ -50,11 +50,15 @@ QString mediaDescription(int mediaType)
     return QString::fromLatin1(texts[mediaType]);
 }
 
+bool mediaCheckVerdict(int count)
+{
+    return count >= 0 && mediaCountPasses(count);
+}
+
 bool MediaCheck(const DriveInfo &drive)
 {
 #ifdef Q_OS_WIN
-    const int count = winMediaTypeCount(drive.path.toStdString());
-    return count >= 0 && mediaCountPasses(count);
+    return mediaCheckVerdict(winMediaTypeCount(drive.path.toStdString()));
 #else
     // No floppy is a card: a floppy controller's devices are fd0, fd1...
     const QString name = drive.device.section(QLatin1Char('/'), -1);

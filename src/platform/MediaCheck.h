@@ -18,6 +18,10 @@ int mediaCountFromBytes(unsigned long bytes);
 /// The module's description of a Windows MEDIA_TYPE value ("Unknown" for any other).
 QString mediaDescription(int mediaType);
 
+/// The verdict for a drive whose device reported `count` media types; -1 when the device could
+/// not be opened, which fails.
+bool mediaCheckVerdict(int count);
+
 /// The check for one drive. On Windows it asks the device for its media types; elsewhere a
 /// floppy device fails and every other drive passes.
 bool MediaCheck(const DriveInfo &drive);

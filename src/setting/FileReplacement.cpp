@@ -1,6 +1,7 @@
 #include "FileReplacement.h"
 
 #include "FileAttributes.h"
+#include "OsFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,10 +17,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #else
-#include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
-#define O_NOFOLLOW 0
 #endif
 
 namespace {
@@ -85,23 +83,14 @@ QString refusedEntry(const QString &path, EntryKind kind)
               .arg(path);
 }
 
-// A file system without a sync (or one that syncs by itself) answers so; that is no failure.
 bool syncFailed(int fd)
 {
-#ifdef Q_OS_UNIX
-    return ::fsync(fd) != 0 && errno != EINVAL && errno != ENOSYS && errno != ENOTSUP;
-#else
-    return ::_commit(fd) != 0;
-#endif
+    return !flushFileToDisk(fd);
 }
 
 bool renameOver(const QString &from, const QString &to)
 {
-#ifdef Q_OS_UNIX
-    return ::rename(encoded(from).constData(), encoded(to).constData()) == 0;
-#else
-    return (!QFile::exists(to) || QFile::remove(to)) && QFile::rename(from, to);
-#endif
+    return replaceFileInOneStep(from, to);
 }
 
 } // namespace
@@ -219,7 +208,7 @@ bool FileReplacement::open(QString &error)
         if (m_style == ReplaceStyle::Pc)
             m_temporary = m_destination + TemporaryMark + randomSuffix();
         // Created here and now, never an entry that was there before (nor a link's target).
-        m_fd = ::open(encoded(m_temporary).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0666);
+        m_fd = createNewFile(m_temporary);
         if (m_fd < 0 && (errno == EACCES || errno == EPERM))
             return folderRefused(error);
         if (m_fd < 0 && (errno != EEXIST || m_style == ReplaceStyle::Card || attempt > 20))
@@ -334,15 +323,7 @@ bool FileReplacement::readBack(QString &error)
 
 void syncFolder(const QString &folder)
 {
-#ifdef Q_OS_UNIX
-    const int fd = ::open(encoded(folder).constData(), O_RDONLY | O_DIRECTORY);
-    if (fd >= 0) {
-        ::fsync(fd);
-        ::close(fd);
-    }
-#else
-    Q_UNUSED(folder);
-#endif
+    flushFolderEntries(folder);
 }
 
 bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error, ReplaceStyle style)

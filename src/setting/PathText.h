@@ -1,5 +1,7 @@
 #pragma once
 
+#include "NativeOs.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -13,11 +15,7 @@ enum class PathStyle { Windows, Posix };
 /// The style of the machine the program runs on.
 constexpr PathStyle nativePathStyle()
 {
-#ifdef Q_OS_WIN
-    return PathStyle::Windows;
-#else
-    return PathStyle::Posix;
-#endif
+    return runsOnWindows() ? PathStyle::Windows : PathStyle::Posix;
 }
 
 /// The style's folder separator: "\" on Windows, "/" elsewhere.

@@ -1,21 +1,17 @@
 #include "ProgramFolder.h"
 
+#include "OsProgramFolder.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 QString resolveProgramFolder()
 {
     QString folder = qEnvironmentVariable("DQ480_HOME");
-    if (folder.isEmpty()) {
-#ifdef Q_OS_WIN
-        folder = QCoreApplication::applicationDirPath();
-#else
-        folder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
-#endif
-    }
+    if (folder.isEmpty())
+        folder = defaultProgramFolder();
     QDir().mkpath(folder);
     return QDir::toNativeSeparators(QDir(folder).absolutePath());
 }

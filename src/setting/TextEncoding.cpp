@@ -1,5 +1,7 @@
 #include "TextEncoding.h"
 
+#include "NativeOs.h"
+
 #include <QStringDecoder>
 #include <QStringEncoder>
 
@@ -40,11 +42,7 @@ TextEncoding TextEncoding::platformDefault()
     const QString chosen = qEnvironmentVariable("DQ480_ENCODING");
     if (!chosen.isEmpty())
         return TextEncoding(chosen);
-#ifdef Q_OS_WIN
-    return TextEncoding(QStringLiteral("System"));
-#else
-    return TextEncoding(QStringLiteral("CP932"));
-#endif
+    return TextEncoding(runsOnWindows() ? QStringLiteral("System") : QStringLiteral("CP932"));
 }
 
 bool TextEncoding::isValid() const

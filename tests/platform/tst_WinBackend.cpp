@@ -1,0 +1,245 @@
+// The Windows backend under Wine, on the drive letters tests/wine/run-in-wine.sh maps: R: a
+// removable drive and S: a fixed one (label DQCARD), each a folder; T: a drive whose folder is
+// missing, as a card reader without a card. Nothing here runs the format command.
+#include "FileAttributes.h"
+#include "FileReplacement.h"
+#include "MediaCheck.h"
+#include "TestFiles.h"
+#include "TextEncoding.h"
+#include "WinDriveSource.h"
+#include "WinFormat.h"
+#include "WinMediaTypes.h"
+#include "WindowsFormatLaunch.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdio>
+#include <windows.h>
+
+namespace {
+
+DriveInfo driveAt(const QString &path)
+{
+    for (const DriveInfo &drive : WinDriveSource().drives()) {
+        if (drive.path == path)
+            return drive;
+    }
+    return {};
+}
+
+QString systemFolder()
+{
+    return QString::fromStdString(winSystemDirectory());
+}
+
+} // namespace
+
+class tst_WinBackend : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void drives_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("ready");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("removable") << "R:" << int(DriveInfo::Removable) << true << "";
+        QTest::newRow("fixed, labelled") << "S:" << int(DriveInfo::Fixed) << true << "DQCARD";
+    }
+    void drives()
+    {
+        QFETCH(QString, path);
+        QFETCH(int, type);
+        QFETCH(bool, ready);
+        QFETCH(QString, label);
+        const DriveInfo drive = driveAt(path);
+        QCOMPARE(drive.path, path);
+        QCOMPARE(drive.type, type);
+        QCOMPARE(drive.ready, ready);
+        QVERIFY(drive.totalSize > 0);
+        QVERIFY(drive.freeSpace > 0 && drive.freeSpace <= drive.totalSize);
+        QVERIFY(!drive.fileSystem.isEmpty());
+        QCOMPARE(QString::fromStdString(winVolumeLabel(path.toStdString())), label);
+    }
+
+    // A card reader without a card answers at once, and is never offered as ready.
+    void emptyReaderIsNotReady()
+    {
+        const DriveInfo drive = driveAt(QStringLiteral("T:"));
+        QVERIFY(!drive.ready);
+        QCOMPARE(drive.totalSize, 0);
+    }
+
+    void formatLaunch_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("commandLine");
+        QTest::addColumn<QString>("answerFile");
+        QTest::addColumn<QString>("answers");
+        const QString sys = systemFolder();
+        QTest::newRow("removable") << "R:"
+                                   << sys + "\\cmd.exe /c format.com R:/X /FS:FAT<" + sys
+                + "\\DQ480tmp\\FMT.tmp"
+                                   << sys + "\\DQ480tmp\\FMT.tmp"
+                                   << "";
+        QTest::newRow("fixed") << "S:"
+                               << sys + "\\cmd.exe /c format.com S: /V:DQCARD/X /FS:FAT<" + sys
+                + "\\DQ480tmp\\FMT_HDD.tmp"
+                               << sys + "\\DQ480tmp\\FMT_HDD.tmp"
+                               << "DQCARD\r\nY\r\n";
+    }
+    void formatLaunch()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, commandLine);
+        QFETCH(QString, answerFile);
+        QFETCH(QString, answers);
+        QCOMPARE(systemFolder().toLower(), QStringLiteral("c:\\windows\\system32"));
+        const WindowsFormatLaunch launch = windowsFormatLaunch(driveAt(path));
+        QCOMPARE(launch.commandLine, commandLine);
+        QCOMPARE(launch.answerFile, answerFile);
+        QCOMPARE(launch.answers, answers);
+
+        // The answers land in the file byte for byte; without its folder, the failure says so.
+        const QString folder = systemFolder() + QStringLiteral("\\DQ480tmp");
+        QDir(folder).removeRecursively();
+        QString error;
+        QCOMPARE(writeFormatAnswers(launch, error), answers.isEmpty());
+        if (!answers.isEmpty())
+            QCOMPARE(error, QStringLiteral("Cannot write the format answer file."));
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY2(writeFormatAnswers(launch, error), qPrintable(error));
+        if (!answers.isEmpty())
+            QCOMPARE(readTestFile(answerFile), answers.toLatin1());
+    }
+
+    // Setting files are in the system's ANSI code page: Shift-JIS on a Japanese PC.
+    void ansiCodePageRoundTrip()
+    {
+        QVERIFY2(GetACP() == 932, "Wine gives the Japanese code page with LANG=ja_JP.UTF-8");
+        const TextEncoding encoding = TextEncoding::platformDefault();
+        const QString text = QStringLiteral("音声案内 ｱﾅｳﾝｽ");
+        const QByteArray bytes = encoding.encode(text);
+        QCOMPARE(bytes, QByteArray("\x89\xb9\x90\xba\x88\xc4\x93\xe0 \xb1\xc5\xb3\xdd\xbd"));
+        QCOMPARE(encoding.decode(bytes), text);
+    }
+
+    void readOnlyAttribute()
+    {
+        QTemporaryDir dir;
+        const QString path = QDir::toNativeSeparators(dir.filePath(QStringLiteral("P.stf")));
+        writeTestFile(path, "old");
+        const auto attributes = [&] {
+            return GetFileAttributesW(reinterpret_cast<LPCWSTR>(path.utf16()));
+        };
+
+        QVERIFY(setReadOnly(path, true));
+        QVERIFY(attributes() & FILE_ATTRIBUTE_READONLY);
+        QVERIFY(isReadOnly(path));
+        QString error;
+        QVERIFY(!writeFileAtomically(path, "new", error));
+        QCOMPARE(error, QStringLiteral("Cannot write %1: the file is read-only.").arg(path));
+        QCOMPARE(readTestFile(path), QByteArray("old"));
+
+        QVERIFY(setReadOnly(path, false));
+        QVERIFY(!(attributes() & FILE_ATTRIBUTE_READONLY));
+        QVERIFY2(writeFileAtomically(path, "new", error), qPrintable(error));
+        QCOMPARE(readTestFile(path), QByteArray("new"));
+    }
+
+    // A Win32 call that fails reaches the operator with the file and the reason; the old file stays.
+    void failedCallReported()
+    {
+        QString error;
+        QVERIFY(!writeFileAtomically(QStringLiteral("Q:\\PROJECT.stf"), "new", error));
+        QVERIFY2(error.startsWith(QStringLiteral("Cannot write Q:\\PROJECT.stf: ")), qPrintable(error));
+        QVERIFY2(error.size() > 30, qPrintable(error));
+
+        // Another program holds the file open without letting it be replaced.
+        QTemporaryDir dir;
+        const QString path = QDir::toNativeSeparators(dir.filePath(QStringLiteral("P.stf")));
+        writeTestFile(path, "old");
+        HANDLE held = CreateFileW(reinterpret_cast<LPCWSTR>(path.utf16()), GENERIC_READ, FILE_SHARE_READ,
+                                  nullptr, OPEN_EXISTING, 0, nullptr);
+        QVERIFY(held != INVALID_HANDLE_VALUE);
+        const bool written = writeFileAtomically(path, "new", error);
+        CloseHandle(held);
+        QVERIFY(!written);
+        QCOMPARE(error, QStringLiteral("Cannot write %1: Permission denied").arg(path));
+        QCOMPARE(readTestFile(path), QByteArray("old"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList {QStringLiteral("P.stf")});
+    }
+
+    // The program is killed after writing the new file and before putting it in place: the old
+    // file is still there, whole, and the next save clears what the killed one left.
+    void killBetweenWriteAndReplace()
+    {
+        QTemporaryDir dir;
+        const QString path = QDir::toNativeSeparators(dir.filePath(QStringLiteral("P.stf")));
+        writeTestFile(path, "old");
+        QProcess writer;
+        writer.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--write-and-hold"), path});
+        QVERIFY(writer.waitForReadyRead(60'000));
+        QCOMPARE(writer.readAll().trimmed(), QByteArray("written"));
+        writer.kill();
+        QVERIFY(writer.waitForFinished(60'000));
+        QCOMPARE(readTestFile(path), QByteArray("old"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 2);
+
+        QString error;
+        QVERIFY2(writeFileAtomically(path, "new", error), qPrintable(error));
+        QCOMPARE(readTestFile(path), QByteArray("new"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList {QStringLiteral("P.stf")});
+    }
+
+    // The media check decides on the count alone: 11, or 0 for a failed query. Wine's own drives
+    // answer what Wine answers, so the counts come as reply sizes of 24-byte records.
+    void mediaCount_data()
+    {
+        QTest::addColumn<unsigned long>("replyBytes");
+        QTest::addColumn<bool>("passes");
+        QTest::newRow("query failed: 0") << 0ul << true;
+        QTest::newRow("10 types") << 240ul << false;
+        QTest::newRow("11 types") << 264ul << true;
+        QTest::newRow("12 types") << 288ul << false;
+        QTest::newRow("Wine's 40 bytes") << 40ul << false;
+    }
+    void mediaCount()
+    {
+        QFETCH(unsigned long, replyBytes);
+        QFETCH(bool, passes);
+        QCOMPARE(modFDCHK::mediaCheckVerdict(modFDCHK::mediaCountFromBytes(replyBytes)), passes);
+    }
+
+    // The device itself: a letter without a drive cannot be opened and fails; a mapped one opens.
+    void mediaQueryOnDevices()
+    {
+        QCOMPARE(winMediaTypeCount("Q:"), -1);
+        QVERIFY(!modFDCHK::MediaCheck(DriveInfo {QStringLiteral("Q:")}));
+        QVERIFY(winMediaTypeCount("R:") >= 0);
+    }
+};
+
+// "--write-and-hold FILE": writes a new FILE without putting it in place, says so, and waits to
+// be killed.
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (argc == 3 && QByteArray(argv[1]) == "--write-and-hold") {
+        FileReplacement file(QString::fromLocal8Bit(argv[2]), ReplaceStyle::Pc);
+        QString error;
+        if (!file.open(error) || !file.write(QByteArray(1 << 20, 'n'), error))
+            return 1;
+        std::fputs("written\n", stdout);
+        std::fflush(stdout);
+        Sleep(INFINITE);
+    }
+    tst_WinBackend test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_WinBackend.moc"

@@ -1,0 +1,34 @@
+# The Qt Test suites that run under Wine. Every test starts through run-in-wine.sh, which keeps a
+# private Wine prefix in the build folder, with drive letters mapped to folders as card slots.
+
+set(CMAKE_CROSSCOMPILING_EMULATOR bash ${CMAKE_CURRENT_LIST_DIR}/run-in-wine.sh)
+set(dq480_test_timeout 300) # the first test also creates the Wine prefix
+
+# Where Wine finds the DLLs: the cross-built Qt and libraries, and MinGW's own runtime.
+get_target_property(dq480_qtcore_dll Qt6::Core IMPORTED_LOCATION_RELEASE)
+get_filename_component(dq480_qt_bin ${dq480_qtcore_dll} DIRECTORY)
+execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libstdc++-6.dll
+                OUTPUT_VARIABLE dq480_libstdcxx OUTPUT_STRIP_TRAILING_WHITESPACE)
+get_filename_component(dq480_gcc_runtime ${dq480_libstdcxx} DIRECTORY)
+find_file(DQ480_WINPTHREAD_DLL libwinpthread-1.dll PATHS /usr/x86_64-w64-mingw32/lib NO_CMAKE_FIND_ROOT_PATH)
+get_filename_component(dq480_winpthread ${DQ480_WINPTHREAD_DLL} DIRECTORY)
+get_filename_component(dq480_libraries ${dq480_qt_bin}/../lib ABSOLUTE)
+string(JOIN ":" dq480_dll_folders ${dq480_qt_bin} ${dq480_libraries} ${dq480_gcc_runtime} ${dq480_winpthread})
+set(dq480_test_environment ";WINEDEBUG=-all;DQ480_WINE_DLL_FOLDERS=${dq480_dll_folders}")
+string(APPEND dq480_test_environment ";DQ480_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine/prefix")
+
+foreach(name TextChecks PathText SettingFileWriter SettingFileReader)
+    dq480_add_test(tst_${name} SOURCES setting/tst_${name}.cpp)
+endforeach()
+dq480_add_test(tst_ShellDialogs SOURCES shell/tst_ShellDialogs.cpp LIBS dq480_gui_test_support)
+dq480_add_test(tst_QtMsgBox SOURCES shell/tst_QtMsgBox.cpp LIBS dq480_shell_dialogs)
+dq480_add_test(tst_frmEdit SOURCES cardedit/tst_frmEdit.cpp LIBS dq480_cardedit dq480_gui_test_support)
+dq480_add_test(tst_ProgramRules SOURCES program/tst_ProgramRules.cpp LIBS dq480_program)
+dq480_add_test(tst_frmProg SOURCES program/tst_frmProg.cpp LIBS dq480_program dq480_gui_test_support)
+dq480_add_test(tst_EnterKey SOURCES shell/tst_EnterKey.cpp LIBS dq480_sentence dq480_print dq480_gui_test_support)
+dq480_add_test(tst_Japanese SOURCES shell/tst_Japanese.cpp LIBS dq480_shell dq480_gui_test_support)
+
+# The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed, T: empty.
+# As on a Japanese operator's PC: the ANSI code page is 932.
+dq480_add_test(tst_WinBackend SOURCES platform/tst_WinBackend.cpp LIBS dq480_format dq480_platform)
+set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT LANG=ja_JP.UTF-8)

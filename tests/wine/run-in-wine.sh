@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Runs a cross-built Windows test under Wine, in a private prefix that is created once and kept:
+#   DQ480_WINE_PREFIX       the prefix (made on first use)
+#   DQ480_WINE_DLL_FOLDERS  Linux folders holding the DLLs the program needs, ":"-separated
+# Drive letters stand for card slots: R: a removable drive and S: a fixed drive, each mapped to a
+# folder (S: carries the volume label DQCARD), and T: a drive whose folder is missing, as an empty
+# card reader.
+set -euo pipefail
+
+export WINEPREFIX=${DQ480_WINE_PREFIX:?the Wine prefix is not named}
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES="mscoree,mshtml=" # no Mono or Gecko installer prompts
+drives=$WINEPREFIX/../drives
+
+prepare_prefix() {
+    [[ -e $WINEPREFIX/.dq480-ready ]] && return
+    mkdir -p "$WINEPREFIX" "$drives/removable" "$drives/fixed"
+    wineboot --init >/dev/null 2>&1
+    wineserver --wait
+    echo DQCARD >"$drives/fixed/.windows-label"
+    ln -sfn "$drives/removable" "$WINEPREFIX/dosdevices/r:"
+    ln -sfn "$drives/fixed" "$WINEPREFIX/dosdevices/s:"
+    ln -sfn "$drives/missing" "$WINEPREFIX/dosdevices/t:"
+    wine reg add 'HKLM\Software\Wine\Drives' /v r: /d floppy /f >/dev/null 2>&1
+    wine reg add 'HKLM\Software\Wine\Drives' /v s: /d hd /f >/dev/null 2>&1
+    wine reg add 'HKLM\Software\Wine\Drives' /v t: /d floppy /f >/dev/null 2>&1
+    # Wine brings no Japanese font: IPAGothic shows the Japanese windows.
+    for font in /usr/share/fonts/opentype/ipafont-gothic/ipag.ttf /usr/share/fonts/truetype/fonts-japanese-gothic.ttf; do
+        [[ -e $font ]] && cp -L "$font" "$WINEPREFIX/drive_c/windows/Fonts/" && break
+    done
+    wineserver --wait
+    touch "$WINEPREFIX/.dq480-ready"
+}
+
+mkdir -p "$(dirname "$WINEPREFIX")"
+# Tests run side by side: only the first one creates the prefix.
+exec 9>"$WINEPREFIX.lock"
+flock 9
+prepare_prefix
+flock -u 9
+
+winepath=
+IFS=: read -ra folders <<<"${DQ480_WINE_DLL_FOLDERS:-}"
+for folder in "${folders[@]}"; do
+    winepath+="Z:${folder//\//\\};"
+done
+export WINEPATH=$winepath
+exec wine "$@"
