@@ -12,6 +12,7 @@
 #include "ProgramNumberText.h"
 #include "ProjectCommands.h"
 #include "ProjectFile.h"
+#include "QtMsgBox.h"
 #include "SentenceTable.h"
 #include "SharedState.h"
 #include "ShownFileName.h"
@@ -387,7 +388,8 @@ bool frmEdit::WriteProjectToCard(bool announceCompletion)
         return detection.CardCheck(state.CardSlot);
     };
     hooks.showMissingFiles = [this, &state](const QStringList &) {
-        dlgErrLog errors(state, this);
+        // Over the progress window, not under it.
+        dlgErrLog errors(state, frontWindow(this));
         errors.exec();
     };
     hooks.progress = [&progress](const QString &name, int done, int count) {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 
 namespace {
 
@@ -51,15 +52,31 @@ MsgBox::Answer dismissedAnswer(MsgBox::Buttons buttons)
 
 } // namespace
 
+QWidget *frontWindow(QWidget *fallback)
+{
+    // A progress window need not be the active one (a window manager may not give it the focus),
+    // yet it covers the windows below it: a modal window in front comes first.
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    return fallback ? fallback->window() : nullptr;
+}
+
 MsgBox::Answer QtMsgBox::show(const QString &text, Buttons buttons, Icon icon)
 {
-    QMessageBox box(iconFor(icon), QStringLiteral("DQ-480"), text, buttonsFor(buttons),
-                    QApplication::activeWindow());
+    const QPointer<QWidget> under = frontWindow();
+    QMessageBox box(iconFor(icon), QStringLiteral("DQ-480"), text, buttonsFor(buttons), under);
     box.setDefaultButton(buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok);
     box.setEscapeButton(buttons == Buttons::OkCancel    ? QMessageBox::Cancel
                             : buttons == Buttons::YesNo ? QMessageBox::No
                                                         : QMessageBox::Ok);
-    switch (box.exec()) {
+    const int answer = box.exec();
+    // Without a window manager nothing gives the focus back to the window under the box, and its
+    // fields would go on without focus events: the next one typed into would never be checked.
+    if (under)
+        under->activateWindow();
+    switch (answer) {
     case QMessageBox::Ok:
         return Answer::Ok;
     case QMessageBox::Cancel:

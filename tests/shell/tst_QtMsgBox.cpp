@@ -4,6 +4,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
+#include <QProgressDialog>
 #include <QTest>
 #include <QTimer>
 
@@ -84,6 +86,43 @@ private slots:
         whenBoxShows([key](QMessageBox *box) { QTest::keyClick(box, Qt::Key(key)); });
         QtMsgBox msgBox;
         QCOMPARE(msgBox.show(QStringLiteral("question"), buttons), answer);
+    }
+
+    // A box goes over the window in front: a progress window, even where the window manager left
+    // the window under it active. Once answered, the window under it is active again, as without
+    // a window manager nothing else makes it so.
+    void boxGoesOverTheWindowInFront_data()
+    {
+        QTest::addColumn<bool>("progressShown");
+        QTest::newRow("card write progress") << true;
+        QTest::newRow("main window") << false;
+    }
+    void boxGoesOverTheWindowInFront()
+    {
+        QFETCH(bool, progressShown);
+        QWidget main;
+        main.show();
+        QVERIFY(QTest::qWaitForWindowActive(&main));
+        QProgressDialog progress(QStringLiteral("Card write"), QString(), 0, 3, &main);
+        progress.setWindowModality(Qt::WindowModal);
+        if (progressShown) {
+            progress.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&progress));
+            main.activateWindow();
+            QTRY_VERIFY(main.isActiveWindow());
+        }
+        QWidget *front = progressShown ? static_cast<QWidget *>(&progress) : &main;
+        QPointer<QWidget> under;
+        whenBoxShows([&](QMessageBox *box) {
+            under = box->parentWidget();
+            box->activateWindow();
+            QTRY_VERIFY(box->isActiveWindow());
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        QtMsgBox msgBox;
+        msgBox.show(QStringLiteral("Filesystem error :K160.MP2"));
+        QCOMPARE(under.data(), front);
+        QTRY_VERIFY(front->isActiveWindow());
     }
 };
 
