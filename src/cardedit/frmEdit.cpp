@@ -147,11 +147,13 @@ QWidget *frmEdit::buildProgramTab()
     m_prgCpy2 = new ProgramNumberField(m_txtTprgCpy2, scrTPrgCpy2, m_context.msgBox, this);
     connect(cmdTPrgNo, &QPushButton::clicked, this, &frmEdit::cmdTPrgNo_Click);
     connect(cmdTPrgCpy, &QPushButton::clicked, this, &frmEdit::cmdTPrgCpy_Click);
-    // Enter in the program number opens that program.
+    // Enter in the program number opens that program; in the copy numbers it checks them.
     connect(m_txtTPrgNo, &QLineEdit::returnPressed, this, [this] {
         if (txtTPrgNo_LostFocus())
             cmdTPrgNo_Click();
     });
+    connect(m_txtTPrgCpy, &QLineEdit::returnPressed, this, &frmEdit::txtTPrgCpy_LostFocus);
+    connect(m_txtTprgCpy2, &QLineEdit::returnPressed, this, &frmEdit::txtTprgCpy2_LostFocus);
 
     auto *layout = new QVBoxLayout(tab);
     layout->addWidget(fraEdit);
@@ -494,6 +496,9 @@ bool frmEdit::txtTprgCpy2_LostFocus()
 
 void frmEdit::cmdTPrgNo_Click()
 {
+    // A number typed but not yet checked (the focus never left its box) is checked first.
+    if (!txtTPrgNo_LostFocus())
+        return;
     ProgramWindowTable &table = *m_programWindows;
     if (table.ProgramWindowCount >= ProgramWindowTable::MaxOpen) {
         m_context.msgBox.show(tr("Program setting open 8 pattern"));
@@ -520,6 +525,8 @@ void frmEdit::cmdTPrgNo_Click()
 
 void frmEdit::cmdTPrgCpy_Click()
 {
+    if (!txtTPrgCpy_LostFocus() || !txtTprgCpy2_LostFocus())
+        return;
     if (!m_context.msgBox.confirm(tr("Program setting copy ") + m_prgCpy->text() + QStringLiteral("->")
                                   + m_prgCpy2->text()))
         return;

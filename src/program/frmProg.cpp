@@ -4,6 +4,7 @@
 #include "ShownFileName.h"
 
 #include "DialogLayout.h"
+#include "EntryCheck.h"
 #include "MsgBox.h"
 #include "NumberBox.h"
 #include "ProgramEditsQuestion.h"
@@ -189,11 +190,19 @@ void frmProg::buildControls()
     connect(m_optPrgInt[0], &QRadioButton::clicked, this, [this] { optPrgInt_Click(0); });
     connect(m_optPrgInt[1], &QRadioButton::clicked, this, [this] { optPrgInt_Click(1); });
     connect(m_vscInt, &QScrollBar::valueChanged, this, &frmProg::vscInt_Change);
-    connect(m_txtPrgInt, &QLineEdit::editingFinished, this, &frmProg::txtPrgInt_LostFocus);
     connect(m_vscNo, &QScrollBar::valueChanged, this, &frmProg::vscNo_Change);
-    connect(m_txtPrgNo, &QLineEdit::editingFinished, this, &frmProg::txtPrgNo_LostFocus);
-    connect(m_txtAutoVol, &QLineEdit::editingFinished, this, &frmProg::txtAutoVol_LostFocus);
     connect(m_vsAutoVol, &QScrollBar::valueChanged, this, &frmProg::vsAutoVol_Change);
+    const std::pair<QLineEdit *, bool (frmProg::*)()> checkedFields[] = {
+        {m_txtPrgInt, &frmProg::txtPrgInt_LostFocus},
+        {m_txtPrgNo, &frmProg::txtPrgNo_LostFocus},
+        {m_txtAutoVol, &frmProg::txtAutoVol_LostFocus},
+    };
+    for (const auto &[field, check] : checkedFields) {
+        auto *entry = new EntryCheck(field, [this, check = check] { return (this->*check)(); });
+        connect(field, &QLineEdit::returnPressed, entry, &EntryCheck::checkPending);
+        // Typing is a change: Apply is there to take it.
+        connect(field, &QLineEdit::textEdited, this, &frmProg::setModified);
+    }
     connect(m_optPrgBusy[0], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(0); });
     connect(m_optPrgBusy[1], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(1); });
     connect(m_txtProgName, &QLineEdit::editingFinished, this, &frmProg::txtProgName_LostFocus);
@@ -504,6 +513,8 @@ void frmProg::txtProgName_LostFocus()
 
 void frmProg::cmdProgSave_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     txtProgName_LostFocus();
     Word::normaliseForApply(m_context.state.SettingBuffer);
     m_context.state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
@@ -512,6 +523,8 @@ void frmProg::cmdProgSave_Click()
 
 void frmProg::cmdProgOk_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     txtProgName_LostFocus();
     Word::normaliseForOk(m_context.state.SettingBuffer);
     m_context.state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
@@ -520,6 +533,8 @@ void frmProg::cmdProgOk_Click()
 
 void frmProg::cmdProgClose_Click()
 {
+    // A value typed last counts as an edit, so that closing asks before it is dropped.
+    checkPendingEntries(this);
     closeFrame();
 }
 
@@ -530,6 +545,8 @@ void frmProg::closeFrame()
 
 void frmProg::cmdProgStep_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     m_context.state.StepProgramNumber = m_programNumber;
     if (!m_stepWindow) {
         m_stepWindow = new frmStep(m_context, *this);
@@ -557,6 +574,8 @@ void frmProg::cmdProgStep_Click()
 
 void frmProg::cmdPrint_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     frmPrintPage dialog(m_context, PrintKind::OneProgram, m_programNumber, this);
     dialog.exec();
 }

@@ -67,7 +67,6 @@ private:
     int m_current = 0;
     bool m_closing = false;
     std::array<QLineEdit *, Steps> m_boxes {};
-    std::array<QString, Steps> m_checkedText; // a text is checked once, however often focus leaves
     BoxColumns *m_columns = nullptr;
     QScrollBar *m_hscStep = nullptr;
     QPushButton *m_cmdStpSave = nullptr;

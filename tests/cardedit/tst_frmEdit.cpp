@@ -1,8 +1,12 @@
 #include "GuiFixture.h"
 #include "ProjectCommands.h"
+#include "RealBoxes.h"
 #include "TypeText.h"
 #include "frmEdit.h"
+#include "frmProg.h"
+#include "frmStep.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -26,6 +30,8 @@ class tst_frmEdit : public QObject
     std::unique_ptr<ProjectCommands> commands;
     QPointer<frmEdit> window;
     QPointer<QMdiSubWindow> frame;
+    std::unique_ptr<RealBoxes> boxes;
+    std::unique_ptr<AppContext> real; // the fixture's context with the real message boxes
 
     template<typename T>
     T *child(const char *name) const
@@ -35,9 +41,14 @@ class tst_frmEdit : public QObject
     SharedState &state() const { return *f->state; }
 
     // Opens the window on whatever the test put into the state.
-    void load()
+    void load(bool realBoxes = false)
     {
-        window = new frmEdit(f->context, *commands, area.get());
+        if (realBoxes) {
+            boxes = std::make_unique<RealBoxes>();
+            real = std::make_unique<AppContext>(withRealBoxes(f->context, *boxes));
+            commands = std::make_unique<ProjectCommands>(*real, nullptr);
+        }
+        window = new frmEdit(realBoxes ? *real : f->context, *commands, area.get());
         frame = area->addSubWindow(window);
         window->Form_Load();
         area->show();
@@ -58,6 +69,8 @@ private slots:
         f->msgBox.answers.clear();
         area.reset();
         commands.reset();
+        real.reset();
+        boxes.reset();
         f.reset();
     }
 
@@ -117,6 +130,45 @@ private slots:
         typeText(box, QStringLiteral("\u99C5"));
         QCOMPARE(QStringList({b.ProjectName, b.Creator, b.Explanation, b.CardName}).join(QString()),
                  QStringLiteral("Caf\u99C5"));
+    }
+
+    // The operator's keys and the real message boxes: a refused program number, its message
+    // answered with Enter, the next number typed into the field the focus went to, then Execute.
+    void refusedCopyNumberLeavesTheNextChecked_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("shown");
+        QTest::addColumn<int>("copiedTo");
+        QTest::newRow("a valid destination")
+            << "p3" << QStringList {Incorrect, "Program setting copy P001->p3"} << 3;
+        QTest::newRow("a refused destination")
+            << "Q3" << QStringList {Incorrect, Incorrect, "Program setting copy P001->P002"} << 2;
+    }
+    void refusedCopyNumberLeavesTheNextChecked()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QStringList, shown);
+        QFETCH(int, copiedTo);
+        state().Setting.ProgramName[0] = QStringLiteral("Morning");
+        state().CopySettingToBuffer(SettingSection::All);
+        load(true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        auto *from = child<QLineEdit>("txtTPrgCpy");
+        auto *to = child<QLineEdit>("txtTprgCpy2");
+        from->setFocus();
+        QTest::keyClick(from, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(from, QStringLiteral("Q01"));
+        QTest::keyClick(from, Qt::Key_Tab);
+        QTRY_COMPARE(boxes->shown.size(), 1);
+        QTRY_COMPARE(QApplication::focusWidget(), to);
+        QTest::keyClick(to, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(to, typed);
+        QTest::keyClick(to, Qt::Key_Tab);
+        QCoreApplication::processEvents(); // the operator reaches for Execute after the Tab is done
+        QTest::mouseClick(child<QPushButton>("cmdTPrgCpy"), Qt::LeftButton);
+        QCOMPARE(boxes->shown, shown);
+        for (int program = 2; program <= 4; ++program)
+            QCOMPARE(state().Setting.ProgramName[program - 1] == "Morning", program == copiedTo);
     }
 };
 

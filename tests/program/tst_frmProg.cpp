@@ -1,5 +1,7 @@
 #include "GuiFixture.h"
+#include "ProgramOptionWord.h"
 #include "ProgramWindowTable.h"
+#include "RealBoxes.h"
 #include "TypeText.h"
 #include "frmProg.h"
 #include "frmStep.h"
@@ -13,6 +15,14 @@
 #include <QRadioButton>
 #include <QTest>
 
+namespace Word = ProgramOptionWord;
+
+namespace {
+
+const QString Incorrect = QStringLiteral("Incorrect value has been entered.");
+
+} // namespace
+
 class tst_frmProg : public QObject
 {
     Q_OBJECT
@@ -22,6 +32,8 @@ class tst_frmProg : public QObject
     std::unique_ptr<ProgramWindowTable> table;
     QPointer<frmProg> window;
     QPointer<QMdiSubWindow> frame;
+    std::unique_ptr<RealBoxes> boxes;
+    std::unique_ptr<AppContext> real; // the fixture's context with the real message boxes
 
     SharedState &state() const { return *f->state; }
 
@@ -31,10 +43,14 @@ class tst_frmProg : public QObject
         return findControl<T>(window, QLatin1String(name));
     }
 
-    void open(int number)
+    void open(int number, bool realBoxes = false)
     {
+        if (realBoxes) {
+            boxes = std::make_unique<RealBoxes>();
+            real = std::make_unique<AppContext>(withRealBoxes(f->context, *boxes));
+        }
         table->ProgramWindowCount = 1;
-        window = new frmProg(f->context, *table, 1, number, area.get());
+        window = new frmProg(realBoxes ? *real : f->context, *table, 1, number, area.get());
         table->occupy(1, window, number);
         frame = area->addSubWindow(window);
         area->show();
@@ -72,6 +88,8 @@ private slots:
         f->msgBox.answers.clear();
         area.reset();
         table.reset();
+        real.reset();
+        boxes.reset();
         f.reset();
     }
 
@@ -96,6 +114,126 @@ private slots:
         QCOMPARE(state().Setting.ProgramOption[4], option);
         QCOMPARE(state().Setting.RepeatInterval[4], qint16(0));
         QVERIFY(f->msgBox.shown.isEmpty());
+    }
+
+    // The operator's keys and the real message box: a refused entry, its message answered with
+    // Enter, then a value typed into the field the focus went to, left with Tab, and OK.
+    void refusedEntryLeavesTheNextFieldChecked_data()
+    {
+        QTest::addColumn<bool>("inSteps");
+        QTest::addColumn<QString>("refusedField");
+        QTest::addColumn<QString>("refused");
+        QTest::addColumn<int>("leaveWith");
+        QTest::addColumn<QString>("nextField");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<int>("messages");
+        QTest::newRow("step, then a sentence in the next step")
+            << true << "txtStpIdx_0"
+            << "A999" << int(Qt::Key_Return) << "txtStpIdx_1"
+            << "A7"
+            << "A007" << 1;
+        QTest::newRow("output level, then the interval") << false << "txtAutoVol"
+                                                         << "9" << int(Qt::Key_Tab) << "txtPrgInt"
+                                                         << "30"
+                                                         << "30" << 1;
+        QTest::newRow("output level, then a refused interval") << false << "txtAutoVol"
+                                                               << "0" << int(Qt::Key_Tab) << "txtPrgInt"
+                                                               << "abc"
+                                                               << "OFF" << 2;
+    }
+    void refusedEntryLeavesTheNextFieldChecked()
+    {
+        QFETCH(bool, inSteps);
+        QFETCH(QString, refusedField);
+        QFETCH(QString, refused);
+        QFETCH(int, leaveWith);
+        QFETCH(QString, nextField);
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        QFETCH(int, messages);
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer})
+            data->ProgramOption[0] = 0x6000; // Repeat, so that the interval shows
+        open(1, true);
+        QWidget *form = inSteps ? static_cast<QWidget *>(openSteps()) : window.data();
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        auto *first = findControl<QLineEdit>(form, refusedField);
+        auto *next = findControl<QLineEdit>(form, nextField);
+        first->setFocus();
+        QTest::keyClick(first, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(first, refused);
+        QTest::keyClick(first, Qt::Key(leaveWith));
+        QTRY_COMPARE(boxes->shown.size(), 1);
+        QTRY_COMPARE(QApplication::focusWidget(), next);
+        QTest::keyClick(next, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(next, typed);
+        QTest::keyClick(next, Qt::Key_Tab);
+        QTRY_COMPARE(next->text(), shown);
+        QTest::mouseClick(findControl<QPushButton>(form, inSteps ? "cmdStepOk" : "cmdProgOk"),
+                          Qt::LeftButton);
+
+        const SettingData &saved = state().Setting;
+        QCOMPARE(boxes->shown, QStringList(messages, Incorrect));
+        QCOMPARE(inSteps ? saved.ProgramData[0][1] : QString::number(saved.RepeatInterval[0] * 10),
+                 inSteps ? QStringLiteral("0007") : QString::number(shown.toInt()));
+        QCOMPARE(Word::outputLevel(saved.ProgramOption[0]), 1);
+    }
+
+    // A value typed while the window had lost the focus is never left by the focus; the buttons
+    // that use it check it first.
+    void buttonsCheckWhatWasTypedLast_data()
+    {
+        QTest::addColumn<bool>("inSteps");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("closes");
+        QTest::newRow("step OK") << true << "txtStpIdx_2"
+                                 << "M5"
+                                 << "cmdStepOk" << true;
+        QTest::newRow("step Apply") << true << "txtStpIdx_2"
+                                    << "M5"
+                                    << "cmdStpSave" << false;
+        QTest::newRow("refused step, OK") << true << "txtStpIdx_2"
+                                          << "B1"
+                                          << "cmdStepOk" << false;
+        QTest::newRow("program OK") << false << "txtPrgNo"
+                                    << "12"
+                                    << "cmdProgOk" << true;
+        QTest::newRow("program Apply") << false << "txtPrgNo"
+                                       << "12"
+                                       << "cmdProgSave" << false;
+        QTest::newRow("refused count, OK") << false << "txtPrgNo"
+                                           << "x"
+                                           << "cmdProgOk" << false;
+    }
+    void buttonsCheckWhatWasTypedLast()
+    {
+        QFETCH(bool, inSteps);
+        QFETCH(QString, field);
+        QFETCH(QString, typed);
+        QFETCH(QString, button);
+        QFETCH(bool, closes);
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer}) {
+            data->ProgramOption[0] = 0x6000;
+            data->RepeatCount[0] = 3;
+        }
+        open(1, true);
+        QWidget *form = inSteps ? static_cast<QWidget *>(openSteps()) : window.data();
+        QPointer<QWidget> watched = form;
+        QWidget elsewhere;
+        elsewhere.show();
+        QVERIFY(QTest::qWaitForWindowActive(&elsewhere));
+        auto *box = findControl<QLineEdit>(form, field);
+        QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(box, typed);
+        QTest::mouseClick(findControl<QPushButton>(form, button), Qt::LeftButton);
+
+        const SettingData &saved = state().Setting;
+        QCOMPARE(boxes->shown, closes || button.endsWith("Save") ? QStringList() : QStringList {Incorrect});
+        QCOMPARE(inSteps ? saved.ProgramData[0][2] : QString::number(saved.RepeatCount[0]),
+                 closes || button.endsWith("Save") ? (inSteps ? "2005" : "12") : (inSteps ? "" : "3"));
+        QCOMPARE(watched.isNull() || !watched->isVisible(), closes);
     }
 
     void stepCaptionNamesItsOwnProgram()
