@@ -236,6 +236,57 @@ private slots:
         QCOMPARE(watched.isNull() || !watched->isVisible(), closes);
     }
 
+    // Single-Program in minutes, then Endless: seconds hold the play interval, minutes are hidden.
+    void endlessAfterMinutesTakesSeconds_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<qint32>("intervalBits");
+        QTest::addColumn<int>("messages");
+        QTest::newRow("3 s") << "3"
+                             << "3" << 0x18 << 0;
+        QTest::newRow("5 s") << "5"
+                             << "5" << 0x28 << 0;
+        QTest::newRow("7 is beyond the scale: OFF") << "7"
+                                                    << "OFF" << 0 << 0;
+        QTest::newRow("0 is OFF") << "0"
+                                  << "OFF" << 0 << 0;
+        QTest::newRow("letters are refused") << "abc"
+                                             << "OFF" << 0 << 1;
+    }
+    void endlessAfterMinutesTakesSeconds()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        QFETCH(qint32, intervalBits);
+        QFETCH(int, messages);
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer})
+            data->ProgramOption[0] = 0x4000;
+        open(1, true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        QTest::mouseClick(control<QRadioButton>("optPrgInt_1"), Qt::LeftButton);
+        QCOMPARE(control<QLineEdit>("txtPrgInt")->text(), QStringLiteral("2"));
+        auto *method = control<QComboBox>("cmbPrgMethod");
+        method->setFocus();
+        QTest::keyClick(method, Qt::Key_End); // the last method, Endless, chosen from the keyboard
+        QCOMPARE(method->currentText(), QStringLiteral("4.Endless"));
+        QVERIFY(control<QRadioButton>("optPrgInt_0")->isChecked());
+        QVERIFY(!control<QRadioButton>("optPrgInt_1")->isChecked());
+        QVERIFY(control<QRadioButton>("optPrgInt_1")->isHidden());
+
+        auto *interval = control<QLineEdit>("txtPrgInt");
+        interval->setFocus();
+        QTest::keyClick(interval, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(interval, typed);
+        QTest::keyClick(interval, Qt::Key_Tab);
+        QTRY_COMPARE(interval->text(), shown);
+        QTest::mouseClick(control<QPushButton>("cmdProgOk"), Qt::LeftButton);
+        QCOMPARE(boxes->shown.size(), messages);
+        QCOMPARE(state().Setting.ProgramOption[0] & (Word::MethodMask | Word::EndlessIntervalMask),
+                 0xC000 | intervalBits);
+        QCOMPARE(state().Setting.RepeatInterval[0], qint16(0));
+    }
+
     void stepCaptionNamesItsOwnProgram()
     {
         state().ProjectFileName = QStringLiteral("station.stf");
