@@ -536,6 +536,7 @@ void frmEdit::cmdTPrgCpy_Click()
         return;
     copyProgram(m_context.state.Setting, *from - 1, *to - 1);
     copyProgram(m_context.state.SettingBuffer, *from - 1, *to - 1);
+    emit m_programWindows->programReplaced(*to);
 }
 
 void frmEdit::takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target)

@@ -68,6 +68,14 @@ frmProg::frmProg(AppContext &context, ProgramWindowTable &table, int slot, int p
     setAttribute(Qt::WA_DeleteOnClose);
     buildControls();
     Form_Load();
+    // A program copied over this one replaces what the window shows; its steps too.
+    connect(&table, &ProgramWindowTable::programReplaced, this, [this](int number) {
+        if (number != m_programNumber)
+            return;
+        showWorkingCopy();
+        if (m_stepWindow)
+            m_stepWindow->showWorkingCopy();
+    });
 }
 
 frmProg::~frmProg()

@@ -115,6 +115,11 @@ void frmStep::Form_Load()
 {
     m_p = m_context.state.StepProgramNumber - 1;
     refreshCaption();
+    showWorkingCopy();
+}
+
+void frmStep::showWorkingCopy()
+{
     // Steps of a form the window does not know are dropped from the working copy.
     for (QString &stored : steps()) {
         if (StepText::decode(stored).isEmpty())

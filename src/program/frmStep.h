@@ -29,6 +29,9 @@ public:
 
     /// The caption names the program's method, which its window may change.
     void refreshCaption();
+    /// Shows the steps as SettingBuffer holds them, with nothing left to apply; for when they
+    /// were replaced behind the window's back.
+    void showWorkingCopy();
     /// Closes the window (with its frame inside the main window).
     void closeFrame();
     QLineEdit *box(int index) const { return m_boxes[index]; }

@@ -170,6 +170,59 @@ private slots:
         for (int program = 2; program <= 4; ++program)
             QCOMPARE(state().Setting.ProgramName[program - 1] == "Morning", program == copiedTo);
     }
+
+    // A copy onto a program whose window (and step window) is open: the windows show the copy,
+    // and their OK stores it with what the operator changed afterwards.
+    void copyOntoAnOpenProgramShowsInItsWindow_data()
+    {
+        QTest::addColumn<QString>("countTyped");
+        QTest::addColumn<qint16>("count");
+        QTest::newRow("OK at once") << "" << qint16(3);
+        QTest::newRow("count changed after the copy") << "5" << qint16(5);
+    }
+    void copyOntoAnOpenProgramShowsInItsWindow()
+    {
+        QFETCH(QString, countTyped);
+        QFETCH(qint16, count);
+        SettingData &setting = state().Setting;
+        setting.ProgramName[0] = QStringLiteral("Morning");
+        setting.ProgramOption[0] = 0x6201;
+        setting.RepeatCount[0] = 3;
+        setting.ProgramData[0][0] = QStringLiteral("0005");
+        state().CopySettingToBuffer(SettingSection::All);
+        load(true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        for (const char *name : {"txtTPrgNo", "txtTprgCpy2"}) {
+            auto *number = child<QLineEdit>(name);
+            number->setFocus();
+            QTest::keyClick(number, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(number, QStringLiteral("P04"));
+        }
+        QTest::mouseClick(child<QPushButton>("cmdTPrgNo"), Qt::LeftButton);
+        auto *program = qobject_cast<frmProg *>(window->programWindows().ProgramWindows[1].data());
+        QVERIFY(program);
+        program->cmdProgStep_Click();
+        QPointer<frmStep> steps = program->stepWindow();
+
+        QTest::mouseClick(child<QPushButton>("cmdTPrgCpy"), Qt::LeftButton);
+        QCOMPARE(boxes->shown, QStringList {"Program setting copy P001->P04"});
+        QCOMPARE(findControl<QLineEdit>(program, "txtProgName")->text(), QStringLiteral("Morning"));
+        QCOMPARE(findControl<QComboBox>(program, "cmbPrgMethod")->currentText(), QStringLiteral("3.Repeat"));
+        QCOMPARE(steps->box(0)->text(), QStringLiteral("A005"));
+        if (!countTyped.isEmpty()) {
+            auto *box = findControl<QLineEdit>(program, "txtPrgNo");
+            QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(box, countTyped);
+        }
+        QTest::mouseClick(findControl<QPushButton>(steps, "cmdStepOk"), Qt::LeftButton);
+        QTest::mouseClick(findControl<QPushButton>(program, "cmdProgOk"), Qt::LeftButton);
+        QCOMPARE(boxes->shown.size(), 1);
+        QCOMPARE(setting.ProgramName[3], QStringLiteral("Morning"));
+        QCOMPARE(setting.ProgramOption[3], 0x6201);
+        QCOMPARE(setting.RepeatCount[3], count);
+        QCOMPARE(setting.ProgramData[3][0], QStringLiteral("0005"));
+        QVERIFY(state().SettingEqualsBuffer(SettingSection::All));
+    }
 };
 
 QTEST_MAIN(tst_frmEdit)
