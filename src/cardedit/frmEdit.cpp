@@ -384,7 +384,10 @@ bool frmEdit::WriteProjectToCard(bool announceCompletion)
     progress.setObjectName(QStringLiteral("cardWriteProgress"));
     progress.setWindowTitle(tr("Card write"));
     progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(500);
+    // Shown from the start: left to show itself after a delay, it came up while a message box was
+    // waiting for an answer, and covered it.
+    progress.setMinimumDuration(0);
+    progress.show();
     CardWriteHooks hooks;
     hooks.slotTest = [&] {
         return detection.CardCheck(state.CardSlot);

@@ -7,6 +7,8 @@
 #include "frmStep.h"
 
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -222,6 +224,37 @@ private slots:
         QCOMPARE(setting.RepeatCount[3], count);
         QCOMPARE(setting.ProgramData[3][0], QStringLiteral("0005"));
         QVERIFY(state().SettingEqualsBuffer(SettingSection::All));
+    }
+
+    // A box of a card write goes over its progress window, which is up from the start: left to come
+    // up later, it covered a box that was waiting for its answer.
+    void cardWriteBoxesGoOverItsProgress()
+    {
+        const QString card = f->home.filePath(QStringLiteral("card"));
+        QVERIFY(QDir().mkpath(card));
+        f->drives.list = {{card, DriveInfo::Removable, true, QStringLiteral("FAT"), 64 << 20, 32 << 20,
+                           32 << 20, QString()}};
+        state().CardSlot = card;
+        state().CardSlotValid = true;
+        state().CardFreeSpace = QString::number(32 << 20);
+        state().SurveillanceFile = false;
+        SettingData &setting = state().Setting;
+        setting.ProjectName = QStringLiteral("Gate");
+        setting.SentenceFileName[0] = QStringLiteral("K160.MP2");
+        setting.SentenceControl[0] = QStringLiteral("A001");
+        setting.ProgramSort[0] = 1;
+        state().CopySettingToBuffer(SettingSection::All);
+        QVERIFY(QDir().mkpath(f->home.filePath(QStringLiteral("Gate"))));
+        QFile notMp2(f->home.filePath(QStringLiteral("Gate/K160.MP2")));
+        QVERIFY(notMp2.open(QIODevice::WriteOnly) && notMp2.write(QByteArray(4096, 'x')) == 4096);
+        notMp2.close();
+        load(true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        QTest::mouseClick(child<QPushButton>("cmdCaWrite"), Qt::LeftButton);
+        QCOMPARE(boxes->shown,
+                 (QStringList {"Write setting file at drive:" + card + "?", "Filesystem error :K160.MP2",
+                               "Card write is complete"}));
+        QCOMPARE(boxes->over[1], QStringLiteral("cardWriteProgress"));
     }
 };
 

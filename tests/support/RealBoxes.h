@@ -11,8 +11,8 @@
 
 /// The operator at the program's real message boxes: each box that comes to the front
 /// (QApplication::activeModalWidget) is read and answered with a real key, Enter unless a test
-/// queues other keys. No window manager gives the focus back afterwards. Keeps each box's text and the window
-/// it was shown over.
+/// queues other keys. No window manager gives the focus back afterwards. Keeps each box's text and
+/// the window it was shown over.
 class RealBoxes : public QObject
 {
 public:
@@ -24,7 +24,7 @@ public:
                 return;
             m_answered = box;
             shown << box->text();
-            over << box->parentWidget();
+            over << (box->parentWidget() ? box->parentWidget()->objectName() : QString());
             QTest::keyClick(box, keys.isEmpty() ? Qt::Key_Return : keys.takeFirst());
         });
         m_poll.start(5);
@@ -33,7 +33,7 @@ public:
     QtMsgBox msgBox;
     QList<Qt::Key> keys; // the keys for the next boxes; Enter once they are used up
     QStringList shown;
-    QList<QPointer<QWidget>> over;
+    QStringList over; // the object name of the window each box went over
 
 private:
     QTimer m_poll;
