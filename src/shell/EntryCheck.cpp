@@ -2,6 +2,21 @@
 
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QMdiSubWindow>
+
+namespace {
+
+/// Whether the window the field belongs to (a window of its own, or a document window of the main
+/// window) is still open; the field itself may be on a page that is not showing.
+bool formIsOpen(const QWidget *field)
+{
+    const QWidget *form = field;
+    while (!form->isWindow() && !qobject_cast<const QMdiSubWindow *>(form->parentWidget()))
+        form = form->parentWidget();
+    return form->isVisible();
+}
+
+} // namespace
 
 EntryCheck::EntryCheck(QLineEdit *field, std::function<bool()> check)
     : QObject(field)
@@ -34,7 +49,7 @@ bool EntryCheck::eventFilter(QObject *watched, QEvent *event)
             QMetaObject::invokeMethod(
                 this,
                 [this] {
-                    if (m_field->isVisible())
+                    if (formIsOpen(m_field))
                         checkPending();
                 },
                 Qt::QueuedConnection);
