@@ -1,8 +1,11 @@
 #include "QtMsgBox.h"
 
 #include <QApplication>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPointer>
+
+#include <algorithm>
 
 namespace {
 
@@ -60,7 +63,14 @@ QWidget *frontWindow(QWidget *fallback)
         return modal;
     if (QWidget *active = QApplication::activeWindow())
         return active;
-    return fallback ? fallback->window() : nullptr;
+    if (fallback)
+        return fallback->window();
+    // Another program has the focus: the box still belongs over the main window.
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return window->isVisible() && qobject_cast<const QMainWindow *>(window);
+    });
+    return main != windows.end() ? *main : nullptr;
 }
 
 MsgBox::Answer QtMsgBox::show(const QString &text, Buttons buttons, Icon icon)

@@ -5,7 +5,7 @@
 class QWidget;
 
 /// The window a message or a small dialog goes over: the modal window in front (a progress
-/// window), else the active window, else `fallback`'s window.
+/// window), else the active window, else `fallback`'s window, else the main window.
 QWidget *frontWindow(QWidget *fallback = nullptr);
 
 /// Message boxes of the desktop program, shown over the window in front.
