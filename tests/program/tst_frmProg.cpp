@@ -121,98 +121,82 @@ private slots:
     void refusedEntryLeavesTheNextFieldChecked_data()
     {
         QTest::addColumn<bool>("inSteps");
-        QTest::addColumn<QString>("refusedField");
-        QTest::addColumn<QString>("refused");
-        QTest::addColumn<int>("leaveWith");
-        QTest::addColumn<QString>("nextField");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QStringList>("refused"); // field, text, the key that leaves it
+        QTest::addColumn<QStringList>("next"); // field, text, what it shows once checked
         QTest::addColumn<int>("messages");
-        QTest::newRow("step, then a sentence in the next step")
-            << true << "txtStpIdx_0"
-            << "A999" << int(Qt::Key_Return) << "txtStpIdx_1"
-            << "A7"
-            << "A007" << 1;
-        QTest::newRow("output level, then the interval") << false << "txtAutoVol"
-                                                         << "9" << int(Qt::Key_Tab) << "txtPrgInt"
-                                                         << "30"
-                                                         << "30" << 1;
-        QTest::newRow("output level, then a refused interval") << false << "txtAutoVol"
-                                                               << "0" << int(Qt::Key_Tab) << "txtPrgInt"
-                                                               << "abc"
-                                                               << "OFF" << 2;
+        QTest::addColumn<QString>("stored"); // step 2, or the repeat interval
+        const auto row = [](const char *name, bool inSteps, const QStringList &refused,
+                            const QStringList &next, int messages, const char *stored) {
+            QTest::newRow(name) << inSteps << refused << next << messages << QString::fromLatin1(stored);
+        };
+        row("step, then a sentence", true, {"txtStpIdx_0", "A999", "Return"}, {"txtStpIdx_1", "A7", "A007"},
+            1, "0007");
+        row("level, then the interval", false, {"txtAutoVol", "9", "Tab"}, {"txtPrgInt", "30", "30"}, 1, "3");
+        row("level, then a refused interval", false, {"txtAutoVol", "0", "Tab"}, {"txtPrgInt", "abc", "OFF"},
+            2, "0");
     }
     void refusedEntryLeavesTheNextFieldChecked()
     {
         QFETCH(bool, inSteps);
-        QFETCH(QString, refusedField);
-        QFETCH(QString, refused);
-        QFETCH(int, leaveWith);
-        QFETCH(QString, nextField);
-        QFETCH(QString, typed);
-        QFETCH(QString, shown);
+        QFETCH(QStringList, refused);
+        QFETCH(QStringList, next);
         QFETCH(int, messages);
+        QFETCH(QString, stored);
         for (SettingData *data : {&state().Setting, &state().SettingBuffer})
             data->ProgramOption[0] = 0x6000; // Repeat, so that the interval shows
         open(1, true);
         QWidget *form = inSteps ? static_cast<QWidget *>(openSteps()) : window.data();
         QVERIFY(QTest::qWaitForWindowActive(area.get()));
-        auto *first = findControl<QLineEdit>(form, refusedField);
-        auto *next = findControl<QLineEdit>(form, nextField);
+        auto *first = findControl<QLineEdit>(form, refused[0]);
+        auto *second = findControl<QLineEdit>(form, next[0]);
         first->setFocus();
         QTest::keyClick(first, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(first, refused);
-        QTest::keyClick(first, Qt::Key(leaveWith));
+        QTest::keyClicks(first, refused[1]);
+        QTest::keyClick(first, refused[2] == "Tab" ? Qt::Key_Tab : Qt::Key_Return);
         QTRY_COMPARE(boxes->shown.size(), 1);
-        QTRY_COMPARE(QApplication::focusWidget(), next);
-        QTest::keyClick(next, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(next, typed);
-        QTest::keyClick(next, Qt::Key_Tab);
-        QTRY_COMPARE(next->text(), shown);
+        QTRY_COMPARE(QApplication::focusWidget(), second);
+        QTest::keyClick(second, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(second, next[1]);
+        QTest::keyClick(second, Qt::Key_Tab);
+        QTRY_COMPARE(second->text(), next[2]);
         QTest::mouseClick(findControl<QPushButton>(form, inSteps ? "cmdStepOk" : "cmdProgOk"),
                           Qt::LeftButton);
 
         const SettingData &saved = state().Setting;
         QCOMPARE(boxes->shown, QStringList(messages, Incorrect));
-        QCOMPARE(inSteps ? saved.ProgramData[0][1] : QString::number(saved.RepeatInterval[0] * 10),
-                 inSteps ? QStringLiteral("0007") : QString::number(shown.toInt()));
+        QCOMPARE(inSteps ? saved.ProgramData[0][1] : QString::number(saved.RepeatInterval[0]), stored);
         QCOMPARE(Word::outputLevel(saved.ProgramOption[0]), 1);
     }
 
     // A value typed while the window had lost the focus is never left by the focus; the buttons
-    // that use it check it first.
+    // that use it check it first, and a refused one stops them.
     void buttonsCheckWhatWasTypedLast_data()
     {
         QTest::addColumn<bool>("inSteps");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("typed"); // in step 3, or the repeat count
         QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<bool>("refused");
         QTest::addColumn<bool>("closes");
-        QTest::newRow("step OK") << true << "txtStpIdx_2"
-                                 << "M5"
-                                 << "cmdStepOk" << true;
-        QTest::newRow("step Apply") << true << "txtStpIdx_2"
-                                    << "M5"
-                                    << "cmdStpSave" << false;
-        QTest::newRow("refused step, OK") << true << "txtStpIdx_2"
-                                          << "B1"
-                                          << "cmdStepOk" << false;
-        QTest::newRow("program OK") << false << "txtPrgNo"
-                                    << "12"
-                                    << "cmdProgOk" << true;
-        QTest::newRow("program Apply") << false << "txtPrgNo"
-                                       << "12"
-                                       << "cmdProgSave" << false;
-        QTest::newRow("refused count, OK") << false << "txtPrgNo"
-                                           << "x"
-                                           << "cmdProgOk" << false;
+        const auto row = [](const char *name, bool inSteps, const char *typed, const char *button,
+                            const char *stored, bool refused, bool closes) {
+            QTest::newRow(name) << inSteps << QString::fromLatin1(typed) << QString::fromLatin1(button)
+                                << QString::fromLatin1(stored) << refused << closes;
+        };
+        row("step OK", true, "M5", "cmdStepOk", "2005", false, true);
+        row("step Apply", true, "M5", "cmdStpSave", "2005", false, false);
+        row("refused step, OK", true, "B1", "cmdStepOk", "", true, false);
+        row("program OK", false, "12", "cmdProgOk", "12", false, true);
+        row("program Apply", false, "12", "cmdProgSave", "12", false, false);
+        row("refused count, OK", false, "x", "cmdProgOk", "3", true, false);
     }
     void buttonsCheckWhatWasTypedLast()
     {
         QFETCH(bool, inSteps);
-        QFETCH(QString, field);
         QFETCH(QString, typed);
         QFETCH(QString, button);
+        QFETCH(QString, stored);
+        QFETCH(bool, refused);
         QFETCH(bool, closes);
         for (SettingData *data : {&state().Setting, &state().SettingBuffer}) {
             data->ProgramOption[0] = 0x6000;
@@ -224,15 +208,14 @@ private slots:
         QWidget elsewhere;
         elsewhere.show();
         QVERIFY(QTest::qWaitForWindowActive(&elsewhere));
-        auto *box = findControl<QLineEdit>(form, field);
+        auto *box = findControl<QLineEdit>(form, inSteps ? "txtStpIdx_2" : "txtPrgNo");
         QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(box, typed);
         QTest::mouseClick(findControl<QPushButton>(form, button), Qt::LeftButton);
 
         const SettingData &saved = state().Setting;
-        QCOMPARE(boxes->shown, closes || button.endsWith("Save") ? QStringList() : QStringList {Incorrect});
-        QCOMPARE(inSteps ? saved.ProgramData[0][2] : QString::number(saved.RepeatCount[0]),
-                 closes || button.endsWith("Save") ? (inSteps ? "2005" : "12") : (inSteps ? "" : "3"));
+        QCOMPARE(boxes->shown, refused ? QStringList {Incorrect} : QStringList());
+        QCOMPARE(inSteps ? saved.ProgramData[0][2] : QString::number(saved.RepeatCount[0]), stored);
         QCOMPARE(watched.isNull() || !watched->isVisible(), closes);
     }
 
@@ -243,16 +226,15 @@ private slots:
         QTest::addColumn<QString>("shown");
         QTest::addColumn<qint32>("intervalBits");
         QTest::addColumn<int>("messages");
-        QTest::newRow("3 s") << "3"
-                             << "3" << 0x18 << 0;
-        QTest::newRow("5 s") << "5"
-                             << "5" << 0x28 << 0;
-        QTest::newRow("7 is beyond the scale: OFF") << "7"
-                                                    << "OFF" << 0 << 0;
-        QTest::newRow("0 is OFF") << "0"
-                                  << "OFF" << 0 << 0;
-        QTest::newRow("letters are refused") << "abc"
-                                             << "OFF" << 0 << 1;
+        const auto row = [](const char *typed, const char *shown, qint32 bits, int messages) {
+            QTest::newRow(typed) << QString::fromLatin1(typed) << QString::fromLatin1(shown) << bits
+                                 << messages;
+        };
+        row("3", "3", 0x18, 0);
+        row("5", "5", 0x28, 0);
+        row("7", "OFF", 0, 0); // beyond the scale: OFF, as the bar's rule has it
+        row("0", "OFF", 0, 0);
+        row("abc", "OFF", 0, 1);
     }
     void endlessAfterMinutesTakesSeconds()
     {
