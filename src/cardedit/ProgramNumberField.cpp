@@ -1,5 +1,6 @@
 #include "ProgramNumberField.h"
 
+#include "EntryCheck.h"
 #include "MsgBox.h"
 #include "OperatorMessages.h"
 #include "ProgramNumberText.h"
@@ -13,13 +14,13 @@ ProgramNumberField::ProgramNumberField(QLineEdit *text, QScrollBar *bar, MsgBox 
     , m_text(text)
     , m_bar(bar)
     , m_msgBox(msgBox)
+    , m_entry(new EntryCheck(text, [this] { return checkTyped(); }))
 {
     m_bar->setRange(ProgramNumberText::barFromNumber(ProgramNumberText::Last),
                     ProgramNumberText::barFromNumber(ProgramNumberText::First));
     m_bar->setSingleStep(1);
     m_bar->setPageStep(8);
     connect(m_bar, &QScrollBar::valueChanged, this, &ProgramNumberField::barMoved);
-    connect(m_text, &QLineEdit::editingFinished, this, &ProgramNumberField::check);
 }
 
 int ProgramNumberField::number() const
@@ -37,28 +38,27 @@ void ProgramNumberField::setNumber(int number)
     const QSignalBlocker block(m_bar);
     m_bar->setValue(ProgramNumberText::barFromNumber(number));
     m_text->setText(ProgramNumberText::format(number));
-    m_checkedText = m_text->text();
 }
 
 void ProgramNumberField::barMoved(int value)
 {
     m_text->setText(ProgramNumberText::format(ProgramNumberText::numberFromBar(value)));
-    m_checkedText = m_text->text();
 }
 
 bool ProgramNumberField::check()
 {
-    if (m_text->text() == m_checkedText)
-        return true;
+    return m_entry->checkPending();
+}
+
+bool ProgramNumberField::checkTyped()
+{
     const std::optional<int> typed = ProgramNumberText::parse(m_text->text());
     if (!typed) {
-        m_checkedText = ProgramNumberText::format(number());
-        m_text->setText(m_checkedText);
+        m_text->setText(ProgramNumberText::format(number()));
         m_msgBox.show(incorrectValueMessage());
         return false;
     }
     // The typed text stays as the operator wrote it ("p07"); the bar follows it.
-    m_checkedText = m_text->text();
     const QSignalBlocker block(m_bar);
     m_bar->setValue(ProgramNumberText::barFromNumber(*typed));
     return true;

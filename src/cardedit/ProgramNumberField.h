@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 
+class EntryCheck;
 class MsgBox;
 class QLineEdit;
 class QScrollBar;
@@ -22,14 +23,16 @@ public:
     QString text() const;
     void setNumber(int number);
 
-    /// The check made when the text box loses the focus; false when the text was refused.
+    /// The check made when the focus has left the text box, on Enter and before the number is
+    /// used: a typed text is checked once; false when it was refused.
     bool check();
 
 private:
     void barMoved(int value);
+    bool checkTyped();
 
     QLineEdit *m_text;
     QScrollBar *m_bar;
     MsgBox &m_msgBox;
-    QString m_checkedText; // a text is checked once, however many focus and Enter events follow
+    EntryCheck *m_entry;
 };

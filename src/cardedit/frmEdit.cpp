@@ -12,6 +12,7 @@
 #include "ProgramNumberText.h"
 #include "ProjectCommands.h"
 #include "ProjectFile.h"
+#include "QtMsgBox.h"
 #include "SentenceTable.h"
 #include "SharedState.h"
 #include "ShownFileName.h"
@@ -146,11 +147,13 @@ QWidget *frmEdit::buildProgramTab()
     m_prgCpy2 = new ProgramNumberField(m_txtTprgCpy2, scrTPrgCpy2, m_context.msgBox, this);
     connect(cmdTPrgNo, &QPushButton::clicked, this, &frmEdit::cmdTPrgNo_Click);
     connect(cmdTPrgCpy, &QPushButton::clicked, this, &frmEdit::cmdTPrgCpy_Click);
-    // Enter in the program number opens that program.
+    // Enter in the program number opens that program; in the copy numbers it checks them.
     connect(m_txtTPrgNo, &QLineEdit::returnPressed, this, [this] {
         if (txtTPrgNo_LostFocus())
             cmdTPrgNo_Click();
     });
+    connect(m_txtTPrgCpy, &QLineEdit::returnPressed, this, &frmEdit::txtTPrgCpy_LostFocus);
+    connect(m_txtTprgCpy2, &QLineEdit::returnPressed, this, &frmEdit::txtTprgCpy2_LostFocus);
 
     auto *layout = new QVBoxLayout(tab);
     layout->addWidget(fraEdit);
@@ -386,13 +389,17 @@ bool frmEdit::WriteProjectToCard(bool announceCompletion)
     progress.setObjectName(QStringLiteral("cardWriteProgress"));
     progress.setWindowTitle(tr("Card write"));
     progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(500);
+    // Shown from the start: left to show itself after a delay, it came up while a message box was
+    // waiting for an answer, and covered it.
+    progress.setMinimumDuration(0);
+    progress.show();
     CardWriteHooks hooks;
     hooks.slotTest = [&] {
         return detection.CardCheck(state.CardSlot);
     };
     hooks.showMissingFiles = [this, &state](const QStringList &) {
-        dlgErrLog errors(state, this);
+        // Over the progress window, not under it.
+        dlgErrLog errors(state, frontWindow(this));
         errors.exec();
     };
     hooks.progress = [&progress](const QString &name, int done, int count) {
@@ -497,6 +504,9 @@ bool frmEdit::txtTprgCpy2_LostFocus()
 
 void frmEdit::cmdTPrgNo_Click()
 {
+    // A number typed but not yet checked (the focus never left its box) is checked first.
+    if (!txtTPrgNo_LostFocus())
+        return;
     ProgramWindowTable &table = *m_programWindows;
     if (table.ProgramWindowCount >= ProgramWindowTable::MaxOpen) {
         m_context.msgBox.show(tr("Program setting open 8 pattern"));
@@ -523,6 +533,8 @@ void frmEdit::cmdTPrgNo_Click()
 
 void frmEdit::cmdTPrgCpy_Click()
 {
+    if (!txtTPrgCpy_LostFocus() || !txtTprgCpy2_LostFocus())
+        return;
     if (!m_context.msgBox.confirm(tr("Program setting copy ") + m_prgCpy->text() + QStringLiteral("->")
                                   + m_prgCpy2->text()))
         return;
@@ -532,6 +544,7 @@ void frmEdit::cmdTPrgCpy_Click()
         return;
     copyProgram(m_context.state.Setting, *from - 1, *to - 1);
     copyProgram(m_context.state.SettingBuffer, *from - 1, *to - 1);
+    emit m_programWindows->programReplaced(*to);
 }
 
 void frmEdit::takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target)

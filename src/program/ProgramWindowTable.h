@@ -36,4 +36,9 @@ public:
 
     /// Closes every window still in the table.
     void closeAll();
+
+signals:
+    /// A program copy has replaced program `number` in both copies of the setting data; its open
+    /// window shows it afresh.
+    void programReplaced(int number);
 };

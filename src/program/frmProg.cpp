@@ -4,6 +4,7 @@
 #include "ShownFileName.h"
 
 #include "DialogLayout.h"
+#include "EntryCheck.h"
 #include "MsgBox.h"
 #include "NumberBox.h"
 #include "ProgramEditsQuestion.h"
@@ -67,6 +68,14 @@ frmProg::frmProg(AppContext &context, ProgramWindowTable &table, int slot, int p
     setAttribute(Qt::WA_DeleteOnClose);
     buildControls();
     Form_Load();
+    // A program copied over this one replaces what the window shows; its steps too.
+    connect(&table, &ProgramWindowTable::programReplaced, this, [this](int number) {
+        if (number != m_programNumber)
+            return;
+        showWorkingCopy();
+        if (m_stepWindow)
+            m_stepWindow->showWorkingCopy();
+    });
 }
 
 frmProg::~frmProg()
@@ -189,11 +198,19 @@ void frmProg::buildControls()
     connect(m_optPrgInt[0], &QRadioButton::clicked, this, [this] { optPrgInt_Click(0); });
     connect(m_optPrgInt[1], &QRadioButton::clicked, this, [this] { optPrgInt_Click(1); });
     connect(m_vscInt, &QScrollBar::valueChanged, this, &frmProg::vscInt_Change);
-    connect(m_txtPrgInt, &QLineEdit::editingFinished, this, &frmProg::txtPrgInt_LostFocus);
     connect(m_vscNo, &QScrollBar::valueChanged, this, &frmProg::vscNo_Change);
-    connect(m_txtPrgNo, &QLineEdit::editingFinished, this, &frmProg::txtPrgNo_LostFocus);
-    connect(m_txtAutoVol, &QLineEdit::editingFinished, this, &frmProg::txtAutoVol_LostFocus);
     connect(m_vsAutoVol, &QScrollBar::valueChanged, this, &frmProg::vsAutoVol_Change);
+    const std::pair<QLineEdit *, bool (frmProg::*)()> checkedFields[] = {
+        {m_txtPrgInt, &frmProg::txtPrgInt_LostFocus},
+        {m_txtPrgNo, &frmProg::txtPrgNo_LostFocus},
+        {m_txtAutoVol, &frmProg::txtAutoVol_LostFocus},
+    };
+    for (const auto &[field, check] : checkedFields) {
+        auto *entry = new EntryCheck(field, [this, check = check] { return (this->*check)(); });
+        connect(field, &QLineEdit::returnPressed, entry, &EntryCheck::checkPending);
+        // Typing is a change: Apply is there to take it.
+        connect(field, &QLineEdit::textEdited, this, &frmProg::setModified);
+    }
     connect(m_optPrgBusy[0], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(0); });
     connect(m_optPrgBusy[1], &QRadioButton::clicked, this, [this] { optPrgBusy_Click(1); });
     connect(m_txtProgName, &QLineEdit::editingFinished, this, &frmProg::txtProgName_LostFocus);
@@ -373,7 +390,13 @@ bool frmProg::eventFilter(QObject *watched, QEvent *event)
 void frmProg::redisplayInterval()
 {
     const int interval = m_context.state.SettingBuffer.RepeatInterval[m_p];
-    if (interval >= 7) {
+    if (interval >= 7 && isEndless()) {
+        // Endless has no minutes: its unit is seconds with minutes hidden, and a repeat interval
+        // left in minutes by the method before (or by a file) says nothing about it. The box
+        // shows the play interval the option word holds, so that the check keeps it.
+        const std::optional<int> seconds = Word::endlessSeconds(option());
+        m_txtPrgInt->setText(seconds && *seconds > 0 ? QString::number(*seconds) : tr("OFF"));
+    } else if (interval >= 7) {
         selectUnit(1);
         m_txtPrgInt->setText(QString::number(interval - 5));
     } else if (!isEndless()) {
@@ -504,6 +527,8 @@ void frmProg::txtProgName_LostFocus()
 
 void frmProg::cmdProgSave_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     txtProgName_LostFocus();
     Word::normaliseForApply(m_context.state.SettingBuffer);
     m_context.state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
@@ -512,6 +537,8 @@ void frmProg::cmdProgSave_Click()
 
 void frmProg::cmdProgOk_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     txtProgName_LostFocus();
     Word::normaliseForOk(m_context.state.SettingBuffer);
     m_context.state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
@@ -520,6 +547,8 @@ void frmProg::cmdProgOk_Click()
 
 void frmProg::cmdProgClose_Click()
 {
+    // A value typed last counts as an edit, so that closing asks before it is dropped.
+    checkPendingEntries(this);
     closeFrame();
 }
 
@@ -530,6 +559,8 @@ void frmProg::closeFrame()
 
 void frmProg::cmdProgStep_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     m_context.state.StepProgramNumber = m_programNumber;
     if (!m_stepWindow) {
         m_stepWindow = new frmStep(m_context, *this);
@@ -557,6 +588,8 @@ void frmProg::cmdProgStep_Click()
 
 void frmProg::cmdPrint_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     frmPrintPage dialog(m_context, PrintKind::OneProgram, m_programNumber, this);
     dialog.exec();
 }

@@ -4,6 +4,7 @@
 
 #include "BoxColumns.h"
 #include "DialogLayout.h"
+#include "EntryCheck.h"
 #include "MsgBox.h"
 #include "NumberText.h"
 #include "ProgramEditsQuestion.h"
@@ -88,9 +89,13 @@ QWidget *frmStep::buildStepFrame()
     for (int i = 0; i < Steps; ++i) {
         QLineEdit *edit = m_columns->box(i);
         edit->installEventFilter(this);
-        connect(edit, &QLineEdit::editingFinished, this, [this, i] { txtStpIdx_LostFocus(i); });
+        auto *entry = new EntryCheck(edit, [this, i] { return txtStpIdx_LostFocus(i); });
         connect(edit, &QLineEdit::textEdited, this, &frmStep::setModified);
-        connect(edit, &QLineEdit::returnPressed, this, [this, i] { focusBox(qMin(i + 1, Steps - 1)); });
+        // Enter checks the step before it moves on, so that no message box opens inside the move.
+        connect(edit, &QLineEdit::returnPressed, this, [this, i, entry] {
+            entry->checkPending();
+            focusBox(qMin(i + 1, Steps - 1));
+        });
         m_boxes[i] = edit;
     }
     return m_columns;
@@ -110,6 +115,11 @@ void frmStep::Form_Load()
 {
     m_p = m_context.state.StepProgramNumber - 1;
     refreshCaption();
+    showWorkingCopy();
+}
+
+void frmStep::showWorkingCopy()
+{
     // Steps of a form the window does not know are dropped from the working copy.
     for (QString &stored : steps()) {
         if (StepText::decode(stored).isEmpty())
@@ -129,7 +139,6 @@ void frmStep::refreshCaption()
 void frmStep::showStep(int index, const QString &text)
 {
     m_boxes[index]->setText(text);
-    m_checkedText[index] = text;
 }
 
 void frmStep::showStoredSteps()
@@ -146,8 +155,6 @@ void frmStep::setModified()
 bool frmStep::txtStpIdx_LostFocus(int index)
 {
     const QString text = m_boxes[index]->text();
-    if (text == m_checkedText[index])
-        return true;
     const StepText::Entry entry = StepText::check(text, sentenceLimit());
     if (!entry.accepted) {
         showStep(index, StepText::decode(steps()[index]));
@@ -200,6 +207,8 @@ bool frmStep::eventFilter(QObject *watched, QEvent *event)
 
 void frmStep::cmdStpIns_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     auto &list = steps();
     if (!list[Steps - 1].isEmpty()) {
         m_context.msgBox.show(tr("128 step is programmed. Can not insert"));
@@ -213,6 +222,8 @@ void frmStep::cmdStpIns_Click()
 
 void frmStep::cmdStpDelte_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     auto &list = steps();
     std::move(list.begin() + m_current + 1, list.end(), list.begin() + m_current);
     list[Steps - 1].clear();
@@ -233,6 +244,8 @@ void frmStep::applyDefaultStepRule()
 
 void frmStep::cmdStpMov_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     // The boxes keep their texts as shown ("M005" stays "M005") while the steps close up.
     auto &list = steps();
     int to = 0;
@@ -252,6 +265,8 @@ void frmStep::cmdStpMov_Click()
 
 void frmStep::cmdStpSave_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     m_context.state.CopyBufferToSetting(SettingSection::Steps);
     m_cmdStpSave->setEnabled(false);
     // The program window's playing time follows the steps just applied.
@@ -260,6 +275,8 @@ void frmStep::cmdStpSave_Click()
 
 void frmStep::cmdStepOk_Click()
 {
+    if (!checkPendingEntries(this))
+        return;
     m_context.state.CopyBufferToSetting(SettingSection::Steps);
     m_owner.showPlayingTime();
     closeFrame();
@@ -267,6 +284,8 @@ void frmStep::cmdStepOk_Click()
 
 void frmStep::cmdStpClose_Click()
 {
+    // A step typed last counts as an edit, so that closing asks before it is dropped.
+    checkPendingEntries(this);
     closeFrame();
 }
 

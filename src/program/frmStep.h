@@ -29,6 +29,9 @@ public:
 
     /// The caption names the program's method, which its window may change.
     void refreshCaption();
+    /// Shows the steps as SettingBuffer holds them, with nothing left to apply; for when they
+    /// were replaced behind the window's back.
+    void showWorkingCopy();
     /// Closes the window (with its frame inside the main window).
     void closeFrame();
     QLineEdit *box(int index) const { return m_boxes[index]; }
@@ -67,7 +70,6 @@ private:
     int m_current = 0;
     bool m_closing = false;
     std::array<QLineEdit *, Steps> m_boxes {};
-    std::array<QString, Steps> m_checkedText; // a text is checked once, however often focus leaves
     BoxColumns *m_columns = nullptr;
     QScrollBar *m_hscStep = nullptr;
     QPushButton *m_cmdStpSave = nullptr;

@@ -3,7 +3,11 @@
 #include "MessageBoxFit.h"
 
 #include <QApplication>
+#include <QMainWindow>
 #include <QMessageBox>
+#include <QPointer>
+
+#include <algorithm>
 
 namespace {
 
@@ -53,16 +57,39 @@ MsgBox::Answer dismissedAnswer(MsgBox::Buttons buttons)
 
 } // namespace
 
+QWidget *frontWindow(QWidget *fallback)
+{
+    // A progress window need not be the active one (a window manager may not give it the focus),
+    // yet it covers the windows below it: a modal window in front comes first.
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    if (fallback)
+        return fallback->window();
+    // Another program has the focus: the box still belongs over the main window.
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return window->isVisible() && qobject_cast<const QMainWindow *>(window);
+    });
+    return main != windows.end() ? *main : nullptr;
+}
+
 MsgBox::Answer QtMsgBox::show(const QString &text, Buttons buttons, Icon icon)
 {
-    QMessageBox box(iconFor(icon), QStringLiteral("DQ-480"), text, buttonsFor(buttons),
-                    QApplication::activeWindow());
+    const QPointer<QWidget> under = frontWindow();
+    QMessageBox box(iconFor(icon), QStringLiteral("DQ-480"), text, buttonsFor(buttons), under);
     setTextWithinScreen(box, text);
     box.setDefaultButton(buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok);
     box.setEscapeButton(buttons == Buttons::OkCancel    ? QMessageBox::Cancel
                             : buttons == Buttons::YesNo ? QMessageBox::No
                                                         : QMessageBox::Ok);
-    switch (box.exec()) {
+    const int answer = box.exec();
+    // Without a window manager nothing gives the focus back to the window under the box, and its
+    // fields would go on without focus events: the next one typed into would never be checked.
+    if (under)
+        under->activateWindow();
+    switch (answer) {
     case QMessageBox::Ok:
         return Answer::Ok;
     case QMessageBox::Cancel:

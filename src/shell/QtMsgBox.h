@@ -4,7 +4,11 @@
 
 class QWidget;
 
-/// Message boxes of the desktop program, shown over the active window.
+/// The window a message or a small dialog goes over: the modal window in front (a progress
+/// window), else the active window, else `fallback`'s window, else the main window.
+QWidget *frontWindow(QWidget *fallback = nullptr);
+
+/// Message boxes of the desktop program, shown over the window in front.
 class QtMsgBox : public MsgBox
 {
 public:

@@ -2,9 +2,15 @@
 #include "ProjectCommands.h"
 #include "TestFiles.h"
 #include "TestMounts.h"
+#include "RealBoxes.h"
 #include "TypeText.h"
 #include "frmEdit.h"
+#include "frmProg.h"
+#include "frmStep.h"
 
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -29,6 +35,8 @@ class tst_frmEdit : public QObject
     std::unique_ptr<ProjectCommands> commands;
     QPointer<frmEdit> window;
     QPointer<QMdiSubWindow> frame;
+    std::unique_ptr<RealBoxes> boxes;
+    std::unique_ptr<AppContext> real; // the fixture's context with the real message boxes
 
     template<typename T>
     T *child(const char *name) const
@@ -38,9 +46,14 @@ class tst_frmEdit : public QObject
     SharedState &state() const { return *f->state; }
 
     // Opens the window on whatever the test put into the state.
-    void load()
+    void load(bool realBoxes = false)
     {
-        window = new frmEdit(f->context, *commands, area.get());
+        if (realBoxes) {
+            boxes = std::make_unique<RealBoxes>();
+            real = std::make_unique<AppContext>(withRealBoxes(f->context, *boxes));
+            commands = std::make_unique<ProjectCommands>(*real, nullptr);
+        }
+        window = new frmEdit(realBoxes ? *real : f->context, *commands, area.get());
         frame = area->addSubWindow(window);
         window->Form_Load();
         area->show();
@@ -61,6 +74,8 @@ private slots:
         f->msgBox.answers.clear();
         area.reset();
         commands.reset();
+        real.reset();
+        boxes.reset();
         f.reset();
     }
 
@@ -187,6 +202,127 @@ private:
         state().CardSlot = path;
         state().CardSlotValid = true;
         return path;
+    // The operator's keys and the real message boxes: a refused program number, its message
+    // answered with Enter, the next number typed into the field the focus went to, then Execute.
+    void refusedCopyNumberLeavesTheNextChecked_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("shown");
+        QTest::addColumn<int>("copiedTo");
+        QTest::newRow("a valid destination")
+            << "p3" << QStringList {Incorrect, "Program setting copy P001->p3"} << 3;
+        QTest::newRow("a refused destination")
+            << "Q3" << QStringList {Incorrect, Incorrect, "Program setting copy P001->P002"} << 2;
+    }
+    void refusedCopyNumberLeavesTheNextChecked()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QStringList, shown);
+        QFETCH(int, copiedTo);
+        state().Setting.ProgramName[0] = QStringLiteral("Morning");
+        state().CopySettingToBuffer(SettingSection::All);
+        load(true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        auto *from = child<QLineEdit>("txtTPrgCpy");
+        auto *to = child<QLineEdit>("txtTprgCpy2");
+        from->setFocus();
+        QTest::keyClick(from, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(from, QStringLiteral("Q01"));
+        QTest::keyClick(from, Qt::Key_Tab);
+        QTRY_COMPARE(boxes->shown.size(), 1);
+        QTRY_COMPARE(QApplication::focusWidget(), to);
+        QTest::keyClick(to, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(to, typed);
+        QTest::keyClick(to, Qt::Key_Tab);
+        QCoreApplication::processEvents(); // the operator reaches for Execute after the Tab is done
+        QTest::mouseClick(child<QPushButton>("cmdTPrgCpy"), Qt::LeftButton);
+        QCOMPARE(boxes->shown, shown);
+        for (int program = 2; program <= 4; ++program)
+            QCOMPARE(state().Setting.ProgramName[program - 1] == "Morning", program == copiedTo);
+    }
+
+    // A copy onto a program whose window (and step window) is open: the windows show the copy,
+    // and their OK stores it with what the operator changed afterwards.
+    void copyOntoAnOpenProgramShowsInItsWindow_data()
+    {
+        QTest::addColumn<QString>("countTyped");
+        QTest::addColumn<qint16>("count");
+        QTest::newRow("OK at once") << "" << qint16(3);
+        QTest::newRow("count changed after the copy") << "5" << qint16(5);
+    }
+    void copyOntoAnOpenProgramShowsInItsWindow()
+    {
+        QFETCH(QString, countTyped);
+        QFETCH(qint16, count);
+        SettingData &setting = state().Setting;
+        setting.ProgramName[0] = QStringLiteral("Morning");
+        setting.ProgramOption[0] = 0x6201;
+        setting.RepeatCount[0] = 3;
+        setting.ProgramData[0][0] = QStringLiteral("0005");
+        state().CopySettingToBuffer(SettingSection::All);
+        load(true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        for (const char *name : {"txtTPrgNo", "txtTprgCpy2"}) {
+            auto *number = child<QLineEdit>(name);
+            number->setFocus();
+            QTest::keyClick(number, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(number, QStringLiteral("P04"));
+        }
+        QTest::mouseClick(child<QPushButton>("cmdTPrgNo"), Qt::LeftButton);
+        auto *program = qobject_cast<frmProg *>(window->programWindows().ProgramWindows[1].data());
+        QVERIFY(program);
+        program->cmdProgStep_Click();
+        QPointer<frmStep> steps = program->stepWindow();
+
+        QTest::mouseClick(child<QPushButton>("cmdTPrgCpy"), Qt::LeftButton);
+        QCOMPARE(boxes->shown, QStringList {"Program setting copy P001->P04"});
+        QCOMPARE(findControl<QLineEdit>(program, "txtProgName")->text(), QStringLiteral("Morning"));
+        QCOMPARE(findControl<QComboBox>(program, "cmbPrgMethod")->currentText(), QStringLiteral("3.Repeat"));
+        QCOMPARE(steps->box(0)->text(), QStringLiteral("A005"));
+        if (!countTyped.isEmpty()) {
+            auto *box = findControl<QLineEdit>(program, "txtPrgNo");
+            QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(box, countTyped);
+        }
+        QTest::mouseClick(findControl<QPushButton>(steps, "cmdStepOk"), Qt::LeftButton);
+        QTest::mouseClick(findControl<QPushButton>(program, "cmdProgOk"), Qt::LeftButton);
+        QCOMPARE(boxes->shown.size(), 1);
+        QCOMPARE(setting.ProgramName[3], QStringLiteral("Morning"));
+        QCOMPARE(setting.ProgramOption[3], 0x6201);
+        QCOMPARE(setting.RepeatCount[3], count);
+        QCOMPARE(setting.ProgramData[3][0], QStringLiteral("0005"));
+        QVERIFY(state().SettingEqualsBuffer(SettingSection::All));
+    }
+
+    // A box of a card write goes over its progress window, which is up from the start: left to come
+    // up later, it covered a box that was waiting for its answer.
+    void cardWriteBoxesGoOverItsProgress()
+    {
+        const QString card = f->home.filePath(QStringLiteral("card"));
+        QVERIFY(QDir().mkpath(card));
+        f->drives.list = {{card, DriveInfo::Removable, true, QStringLiteral("FAT"), 64 << 20, 32 << 20,
+                           32 << 20, QString()}};
+        state().CardSlot = card;
+        state().CardSlotValid = true;
+        state().CardFreeSpace = QString::number(32 << 20);
+        state().SurveillanceFile = false;
+        SettingData &setting = state().Setting;
+        setting.ProjectName = QStringLiteral("Gate");
+        setting.SentenceFileName[0] = QStringLiteral("K160.MP2");
+        setting.SentenceControl[0] = QStringLiteral("A001");
+        setting.ProgramSort[0] = 1;
+        state().CopySettingToBuffer(SettingSection::All);
+        QVERIFY(QDir().mkpath(f->home.filePath(QStringLiteral("Gate"))));
+        QFile notMp2(f->home.filePath(QStringLiteral("Gate/K160.MP2")));
+        QVERIFY(notMp2.open(QIODevice::WriteOnly) && notMp2.write(QByteArray(4096, 'x')) == 4096);
+        notMp2.close();
+        load(true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        QTest::mouseClick(child<QPushButton>("cmdCaWrite"), Qt::LeftButton);
+        QCOMPARE(boxes->shown,
+                 (QStringList {"Write setting file at drive:" + card + "?", "Filesystem error :K160.MP2",
+                               "Card write is complete"}));
+        QCOMPARE(boxes->over[1], QStringLiteral("cardWriteProgress"));
     }
 };
 

@@ -1,5 +1,5 @@
-"""A private desktop for driving the real dq480 as an operator does: its own X server, session and
-accessibility bus, and a FAT16 card image mounted through fusefat."""
+"""A private desktop for driving the real dq480 as an operator does: its own X server, window manager,
+session and accessibility bus, and a FAT16 card image mounted through fusefat."""
 
 import argparse
 import importlib.util
@@ -140,12 +140,13 @@ def check_card_image(image, cli, project, sentences, workdir):
 
 
 class Desktop:
-    """Xvfb, a session bus (which starts the accessibility bus) and the card mount; it ends every
-    process it starts, by its own id or process group."""
+    """Xvfb, openbox, a session bus (which starts the accessibility bus) and the card mount; it ends
+    every process it starts, by its own id or process group."""
 
-    def __init__(self, workdir, artifacts):
+    def __init__(self, workdir, artifacts, window_manager=True):
         self.workdir = workdir
         self.artifacts = artifacts
+        self.window_manager = window_manager
         self.processes = []
         self.mounts = []
         self.shots = 0
@@ -179,6 +180,13 @@ class Desktop:
         os.environ.update(QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_ACCESSIBILITY="1", QT_QPA_PLATFORM="xcb")
         for name in ("QT_QPA_PLATFORMTHEME", "SESSION_MANAGER"):
             os.environ.pop(name, None)
+        # An operator's desktop has a window manager: it stacks the windows (a message box over the
+        # window in front, or under it) and decides where the focus goes when one closes. Without
+        # one, nothing but the program itself gives the focus back.
+        if self.window_manager:
+            self.launch("openbox", "--sm-disable")
+            wait_until(lambda: subprocess.run(["xdotool", "get_num_desktops"], capture_output=True).returncode == 0,
+                       "the window manager to start")
 
     def mount_card(self, image, mount_point):
         run(["mkfs.fat", "-C", "-F", "16", "-n", "DQ480", image, "65536"])
@@ -230,18 +238,19 @@ class Desktop:
 
 
 def journey_main(doc, prefix, check, body, extra=()):
-    """The command line of a journey (--dq480, `extra`, --artifacts, --keep): `check` raises Skip
-    for what the machine lacks, then `body(args, desktop, workdir)` runs on a fresh desktop. Returns
-    ctest's exit code: 0 passed, SKIP, 1 failed (with a screenshot of the end)."""
+    """The command line of a journey (--dq480, `extra`, --artifacts, --keep, --no-window-manager):
+    `check` raises Skip for what the machine lacks, then `body(args, desktop, workdir)` runs on a fresh
+    desktop. Returns ctest's exit code: 0 passed, SKIP, 1 failed (with a screenshot of the end)."""
     parser = argparse.ArgumentParser(description=doc.splitlines()[0])
     parser.add_argument("--dq480", required=True)
     for name, options in extra:
         parser.add_argument(name, **options)
     parser.add_argument("--artifacts", required=True)
     parser.add_argument("--keep", action="store_true", help="keep the screenshots after success")
+    parser.add_argument("--no-window-manager", action="store_true", help="a bare X display, without openbox")
     args = parser.parse_args()
     try:
-        require_tools(["Xvfb", "dbus-daemon", "xdotool", "import"])
+        require_tools(["Xvfb", "openbox", "dbus-daemon", "xdotool", "import"])
         # Imported only once the private session bus exists: it binds to the bus it finds.
         if importlib.util.find_spec("pyatspi") is None:
             raise Skip("python3-pyatspi is not installed")
@@ -255,7 +264,7 @@ def journey_main(doc, prefix, check, body, extra=()):
     shutil.rmtree(args.artifacts, ignore_errors=True)
     os.makedirs(args.artifacts)
     workdir = tempfile.mkdtemp(prefix=prefix)
-    desktop = Desktop(workdir, args.artifacts)
+    desktop = Desktop(workdir, args.artifacts, window_manager=not args.no_window_manager)
     started = time.monotonic()
     try:
         body(args, desktop, workdir)

@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
-"""One operator's day with the real dq480, driven through the accessibility tree with the real mouse
-and keyboard, from a new project to Card write, Card -> PC, program copy and a print-out; the card
-image is then checked against dq480-cli's conversion of the saved file.
+"""One operator's day with the real dq480 on a desktop with a window manager (or, with
+--no-window-manager, without one), driven through the accessibility tree with the real mouse and
+keyboard, from a new project to program copy, Card write, Card -> PC and a print-out. In the program,
+step and card edit windows a refused entry is answered and the next one typed where the focus went;
+the saved setting file holds what was typed, and the card image is checked against dq480-cli's
+conversion of it.
 
-Usage: operator_journey.py --dq480 PATH --cli PATH --artifacts DIR [--keep]"""
+Usage: operator_journey.py --dq480 PATH --cli PATH --artifacts DIR [--keep] [--no-window-manager]"""
 
 import os
 import sys
@@ -13,12 +16,16 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from desktop import CardJourney, JourneyFailed, check_card_image, run, wait_until  # noqa: E402
 
 CONTENTS_QUESTION = "Updating the contents of edit has not been continued. Does close it?"
+INCORRECT = "Incorrect value has been entered."
 SENTENCES = ["TONE1.MP2", "TONE2.MP2", "TONE3.MP2"]
 STEPS = ["A001", "A002", "A003"]
 PROJECT = "Harbour"
 CREATOR = "Ann Operator"
 EXPLANATION = ["Platform announcements", "for the morning shift"]
 TABLE = "Card creation Sentence data copy PC -> Card"
+# Program 1's lines in the saved setting file, and program 3's once it is a copy of it.
+PROGRAM_LINES = ["PRGDATA[{number}]:PRGDATA,0001,0002,0003,3000,", "PRGOPT[{number}]:PRGOPT,6D01,",
+                 "RPTCNT[{number}]:RPTCNT,003,", "RPTITV[{number}]:RPTITV,003,", "PRGNAME[{number}]:PRGNAME,P001,"]
 
 
 class Journey(CardJourney):
@@ -79,13 +86,27 @@ class Journey(CardJourney):
             wait_until(lambda: self.op.text_of(box) == text,
                        f"box {number + 1:03d} to read {text} (it reads {self.op.text_of(box)!r})", 2)
 
-    def type_with_enter(self, window, texts):
-        for number, text in enumerate(texts):
+    def type_with_enter(self, window, texts, first=1):
+        for number, text in enumerate(texts, first):
             self.op.type(text)
             self.op.key("Return")
             # Enter takes the operator to the next box and leaves the window open.
-            box = self.op.control(window, "text", f"{number + 2:03d}:")
-            wait_until(lambda: self.op.focused(box), f"Enter to move on to box {number + 2:03d}")
+            box = self.op.control(window, "text", f"{number + 1:03d}:")
+            wait_until(lambda: self.op.focused(box), f"Enter to move on to box {number + 1:03d}")
+
+    def refused_then_typed(self, refused, leave_with, window, label, typed, shown):
+        """Types `refused` and leaves with `leave_with`, answers the message, then types `typed` in
+        the field labelled `label`, which must have taken the focus, and leaves it with Tab."""
+        self.op.key("ctrl+a")
+        self.op.type(refused)
+        self.op.key(leave_with)
+        self.op.answer(INCORRECT, "OK")
+        field = self.op.control(window, "text", label)
+        wait_until(lambda: self.op.focused(field), f"'{label}' to have the focus after the message")
+        self.op.key("ctrl+a")
+        self.op.type(typed)
+        self.op.key("Tab")
+        wait_until(lambda: self.op.text_of(field) == shown, f"'{label}' to read {shown!r} once checked")
 
     def program_1(self):
         self.op.select_tab(self.edit, "Program", "push button", "Open")
@@ -93,6 +114,8 @@ class Journey(CardJourney):
         program = self.op.window("Program : ")
         self.op.click(self.op.control(program, "combo box"))
         self.op.click(self.op.control(program, "list item", "3.Repeat"))
+        self.op.focus(self.op.control(program, "text", "Output level"))
+        self.refused_then_typed("9", "Tab", program, "Repeat Interval", "30", "30")
         self.op.replace_text(self.op.beside(program, "Repeat No:"), "3")
         self.op.key("Tab")
         # Committed before the step window opens: its OK asks about any uncommitted program edit.
@@ -101,8 +124,9 @@ class Journey(CardJourney):
         self.op.press(program, "Step input")
         steps = self.op.window("Repeat - Step Input")
         self.op.focus(self.op.control(steps, "text", "001:"))
-        self.op.key("ctrl+a")
-        self.type_with_enter(steps, STEPS)
+        self.refused_then_typed("A999", "Return", steps, "002:", "A2", STEPS[1])
+        self.type_with_enter(steps, STEPS[2:], first=3)
+        self.check_boxes(steps, STEPS)
         self.op.press(steps, "OK")
         self.op.gone("Repeat - Step Input")
         # The program window is where the operator goes on: in front, not under the card edit window.
@@ -159,6 +183,8 @@ class Journey(CardJourney):
         self.op.control(program, "combo box", "3.Repeat", timeout=2)
         count = self.op.beside(program, "Repeat No:")
         wait_until(lambda: self.op.text_of(count) == "3", "the repeat count 3", 2)
+        interval = self.op.control(program, "text", "Repeat Interval")
+        wait_until(lambda: self.op.text_of(interval) == "30", "the repeat interval 30", 2)
         self.op.press(program, "Step input")
         steps = self.op.window("Repeat - Step Input")
         self.check_boxes(steps, STEPS + [""])
@@ -186,9 +212,30 @@ class Journey(CardJourney):
 
     def program_copy(self):
         self.op.select_tab(self.edit, "Program", "push button", "Execute")
+        self.op.focus(self.op.control(self.edit, "text", "Copy from program"))
+        self.refused_then_typed("Q01", "Tab", self.edit, "Copy to program", "p3", "p3")
         self.op.press(self.edit, "Execute")
-        self.op.answer("Program setting copy P001->P002", "OK")
-        self.check_program(2)
+        self.op.answer("Program setting copy P001->p3", "OK")
+        self.check_program(3)
+        self.op.press(self.edit, "Save")
+        copied = PROGRAM_LINES[-1].format(number=3)
+        wait_until(lambda: copied in self.saved_lines(), "the copy in the saved setting file")
+        # What was typed after each refused entry is in the file: Repeat with the output level kept
+        # (6D01), a 30 s interval, count 3, steps A001 to A003, and program 3 a copy of program 1.
+        missing = {line.format(number=n) for n in (1, 3) for line in PROGRAM_LINES} - self.saved_lines()
+        if missing:
+            raise JourneyFailed(f"the saved setting file lacks {sorted(missing)}")
+
+    def saved_lines(self):
+        with open(self.saved, "rb") as saved:
+            lines = saved.read().split(b"\r\n")
+        # Each program's lines of one key, in program order: the program's own line of each key.
+        by_key = {}
+        for line in lines:
+            by_key.setdefault(line.split(b",")[0], []).append(line)
+        return {f"{key.decode()}[{number}]:{entries[number - 1].decode()}"
+                for key, entries in by_key.items() if len(entries) == 64
+                for number in range(1, 65)}
 
     def print_all(self):
         self.op.menu("File(F)", "Print", "All setting data copy")
@@ -203,8 +250,8 @@ class Journey(CardJourney):
                 raise JourneyFailed(f"the print-out lacks {expected!r}")
 
     def exit(self):
+        # Everything was saved: nothing to ask.
         self.op.menu("File(F)", "Exit")
-        self.op.answer("Updating the setting data has not been continued. Does close it?", "OK")
         wait_until(lambda: self.app.poll() is not None, "the program to end")
 
     def check_card(self):
@@ -214,7 +261,7 @@ class Journey(CardJourney):
 
     def run(self):
         for step in ("prepare", "start", "new_project", "sentence_table", "program_1", "save_as",
-                     "exit_with_pending_edit", "open_again", "card_write", "card_to_pc", "program_copy",
+                     "exit_with_pending_edit", "open_again", "program_copy", "card_write", "card_to_pc",
                      "print_all", "exit", "check_card"):
             self.desktop.step(step.replace("_", "-"), getattr(self, step))
 

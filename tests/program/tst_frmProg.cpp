@@ -1,6 +1,8 @@
 #include "GuiFixture.h"
 #include "PrintOut.h"
+#include "ProgramOptionWord.h"
 #include "ProgramWindowTable.h"
+#include "RealBoxes.h"
 #include "TypeText.h"
 #include "frmProg.h"
 #include "frmStep.h"
@@ -15,6 +17,14 @@
 #include <QScrollBar>
 #include <QTest>
 
+namespace Word = ProgramOptionWord;
+
+namespace {
+
+const QString Incorrect = QStringLiteral("Incorrect value has been entered.");
+
+} // namespace
+
 class tst_frmProg : public QObject
 {
     Q_OBJECT
@@ -24,6 +34,8 @@ class tst_frmProg : public QObject
     std::unique_ptr<ProgramWindowTable> table;
     QPointer<frmProg> window;
     QPointer<QMdiSubWindow> frame;
+    std::unique_ptr<RealBoxes> boxes;
+    std::unique_ptr<AppContext> real; // the fixture's context with the real message boxes
 
     SharedState &state() const { return *f->state; }
 
@@ -33,10 +45,14 @@ class tst_frmProg : public QObject
         return findControl<T>(window, QLatin1String(name));
     }
 
-    void open(int number)
+    void open(int number, bool realBoxes = false)
     {
+        if (realBoxes) {
+            boxes = std::make_unique<RealBoxes>();
+            real = std::make_unique<AppContext>(withRealBoxes(f->context, *boxes));
+        }
         table->ProgramWindowCount = 1;
-        window = new frmProg(f->context, *table, 1, number, area.get());
+        window = new frmProg(realBoxes ? *real : f->context, *table, 1, number, area.get());
         table->occupy(1, window, number);
         frame = area->addSubWindow(window);
         area->show();
@@ -83,6 +99,8 @@ private slots:
         f->msgBox.answers.clear();
         area.reset();
         table.reset();
+        real.reset();
+        boxes.reset();
         f.reset();
     }
 
@@ -107,6 +125,159 @@ private slots:
         QCOMPARE(state().Setting.ProgramOption[4], option);
         QCOMPARE(state().Setting.RepeatInterval[4], qint16(0));
         QVERIFY(f->msgBox.shown.isEmpty());
+    }
+
+    // The operator's keys and the real message box: a refused entry, its message answered with
+    // Enter, then a value typed into the field the focus went to, left with Tab, and OK.
+    void refusedEntryLeavesTheNextFieldChecked_data()
+    {
+        QTest::addColumn<bool>("inSteps");
+        QTest::addColumn<QStringList>("refused"); // field, text, the key that leaves it
+        QTest::addColumn<QStringList>("next"); // field, text, what it shows once checked
+        QTest::addColumn<int>("messages");
+        QTest::addColumn<QString>("stored"); // step 2, or the repeat interval
+        const auto row = [](const char *name, bool inSteps, const QStringList &refused,
+                            const QStringList &next, int messages, const char *stored) {
+            QTest::newRow(name) << inSteps << refused << next << messages << QString::fromLatin1(stored);
+        };
+        row("step, then a sentence", true, {"txtStpIdx_0", "A999", "Return"}, {"txtStpIdx_1", "A7", "A007"},
+            1, "0007");
+        row("level, then the interval", false, {"txtAutoVol", "9", "Tab"}, {"txtPrgInt", "30", "30"}, 1, "3");
+        row("level, then a refused interval", false, {"txtAutoVol", "0", "Tab"}, {"txtPrgInt", "abc", "OFF"},
+            2, "0");
+    }
+    void refusedEntryLeavesTheNextFieldChecked()
+    {
+        QFETCH(bool, inSteps);
+        QFETCH(QStringList, refused);
+        QFETCH(QStringList, next);
+        QFETCH(int, messages);
+        QFETCH(QString, stored);
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer})
+            data->ProgramOption[0] = 0x6000; // Repeat, so that the interval shows
+        open(1, true);
+        QWidget *form = inSteps ? static_cast<QWidget *>(openSteps()) : window.data();
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        auto *first = findControl<QLineEdit>(form, refused[0]);
+        auto *second = findControl<QLineEdit>(form, next[0]);
+        first->setFocus();
+        QTest::keyClick(first, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(first, refused[1]);
+        QTest::keyClick(first, refused[2] == "Tab" ? Qt::Key_Tab : Qt::Key_Return);
+        QTRY_COMPARE(boxes->shown.size(), 1);
+        QTRY_COMPARE(QApplication::focusWidget(), second);
+        QTest::keyClick(second, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(second, next[1]);
+        QTest::keyClick(second, Qt::Key_Tab);
+        QTRY_COMPARE(second->text(), next[2]);
+        QTest::mouseClick(findControl<QPushButton>(form, inSteps ? "cmdStepOk" : "cmdProgOk"),
+                          Qt::LeftButton);
+
+        const SettingData &saved = state().Setting;
+        QCOMPARE(boxes->shown, QStringList(messages, Incorrect));
+        QCOMPARE(inSteps ? saved.ProgramData[0][1] : QString::number(saved.RepeatInterval[0]), stored);
+        QCOMPARE(Word::outputLevel(saved.ProgramOption[0]), 1);
+    }
+
+    // A value typed while the window had lost the focus is never left by the focus; the buttons
+    // that use it check it first, and a refused one stops them.
+    void buttonsCheckWhatWasTypedLast_data()
+    {
+        QTest::addColumn<bool>("inSteps");
+        QTest::addColumn<QString>("typed"); // in step 3, or the repeat count
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<bool>("refused");
+        QTest::addColumn<bool>("closes");
+        const auto row = [](const char *name, bool inSteps, const char *typed, const char *button,
+                            const char *stored, bool refused, bool closes) {
+            QTest::newRow(name) << inSteps << QString::fromLatin1(typed) << QString::fromLatin1(button)
+                                << QString::fromLatin1(stored) << refused << closes;
+        };
+        row("step OK", true, "M5", "cmdStepOk", "2005", false, true);
+        row("step Apply", true, "M5", "cmdStpSave", "2005", false, false);
+        row("refused step, OK", true, "B1", "cmdStepOk", "", true, false);
+        row("program OK", false, "12", "cmdProgOk", "12", false, true);
+        row("program Apply", false, "12", "cmdProgSave", "12", false, false);
+        row("refused count, OK", false, "x", "cmdProgOk", "3", true, false);
+    }
+    void buttonsCheckWhatWasTypedLast()
+    {
+        QFETCH(bool, inSteps);
+        QFETCH(QString, typed);
+        QFETCH(QString, button);
+        QFETCH(QString, stored);
+        QFETCH(bool, refused);
+        QFETCH(bool, closes);
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer}) {
+            data->ProgramOption[0] = 0x6000;
+            data->RepeatCount[0] = 3;
+        }
+        open(1, true);
+        QWidget *form = inSteps ? static_cast<QWidget *>(openSteps()) : window.data();
+        QPointer<QWidget> watched = form;
+        QWidget elsewhere;
+        elsewhere.show();
+        QVERIFY(QTest::qWaitForWindowActive(&elsewhere));
+        auto *box = findControl<QLineEdit>(form, inSteps ? "txtStpIdx_2" : "txtPrgNo");
+        QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(box, typed);
+        QTest::mouseClick(findControl<QPushButton>(form, button), Qt::LeftButton);
+
+        const SettingData &saved = state().Setting;
+        QCOMPARE(boxes->shown, refused ? QStringList {Incorrect} : QStringList());
+        QCOMPARE(inSteps ? saved.ProgramData[0][2] : QString::number(saved.RepeatCount[0]), stored);
+        QCOMPARE(watched.isNull() || !watched->isVisible(), closes);
+    }
+
+    // Single-Program in minutes, then Endless: seconds hold the play interval, minutes are hidden.
+    void endlessAfterMinutesTakesSeconds_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<qint32>("intervalBits");
+        QTest::addColumn<int>("messages");
+        const auto row = [](const char *typed, const char *shown, qint32 bits, int messages) {
+            QTest::newRow(typed) << QString::fromLatin1(typed) << QString::fromLatin1(shown) << bits
+                                 << messages;
+        };
+        row("3", "3", 0x18, 0);
+        row("5", "5", 0x28, 0);
+        row("7", "OFF", 0, 0); // beyond the scale: OFF, as the bar's rule has it
+        row("0", "OFF", 0, 0);
+        row("abc", "OFF", 0, 1);
+    }
+    void endlessAfterMinutesTakesSeconds()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        QFETCH(qint32, intervalBits);
+        QFETCH(int, messages);
+        for (SettingData *data : {&state().Setting, &state().SettingBuffer})
+            data->ProgramOption[0] = 0x4000;
+        open(1, true);
+        QVERIFY(QTest::qWaitForWindowActive(area.get()));
+        QTest::mouseClick(control<QRadioButton>("optPrgInt_1"), Qt::LeftButton);
+        QCOMPARE(control<QLineEdit>("txtPrgInt")->text(), QStringLiteral("2"));
+        auto *method = control<QComboBox>("cmbPrgMethod");
+        method->setFocus();
+        QTest::keyClick(method, Qt::Key_End); // the last method, Endless, chosen from the keyboard
+        QCOMPARE(method->currentText(), QStringLiteral("4.Endless"));
+        QVERIFY(control<QRadioButton>("optPrgInt_0")->isChecked());
+        QVERIFY(!control<QRadioButton>("optPrgInt_1")->isChecked());
+        QVERIFY(control<QRadioButton>("optPrgInt_1")->isHidden());
+
+        auto *interval = control<QLineEdit>("txtPrgInt");
+        interval->setFocus();
+        QTest::keyClick(interval, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(interval, typed);
+        QTest::keyClick(interval, Qt::Key_Tab);
+        QTRY_COMPARE(interval->text(), shown);
+        QTest::mouseClick(control<QPushButton>("cmdProgOk"), Qt::LeftButton);
+        QCOMPARE(boxes->shown.size(), messages);
+        QCOMPARE(state().Setting.ProgramOption[0] & (Word::MethodMask | Word::EndlessIntervalMask),
+                 0xC000 | intervalBits);
+        QCOMPARE(state().Setting.RepeatInterval[0], qint16(0));
     }
 
     void stepCaptionNamesItsOwnProgram()
