@@ -390,13 +390,9 @@ bool frmProg::eventFilter(QObject *watched, QEvent *event)
 void frmProg::redisplayInterval()
 {
     const int interval = m_context.state.SettingBuffer.RepeatInterval[m_p];
-    if (interval >= 7 && isEndless()) {
-        // Endless has no minutes: its unit is seconds with minutes hidden, and a repeat interval
-        // left in minutes by the method before (or by a file) says nothing about it. The box
-        // shows the play interval the option word holds, so that the check keeps it.
-        const std::optional<int> seconds = Word::endlessSeconds(option());
-        m_txtPrgInt->setText(seconds && *seconds > 0 ? QString::number(*seconds) : tr("OFF"));
-    } else if (interval >= 7) {
+    // Kept on purpose: an interval in minutes selects the minutes unit even for Endless, whose
+    // method change has just hidden it; the device's software always redisplayed it this way.
+    if (interval >= 7) {
         selectUnit(1);
         m_txtPrgInt->setText(QString::number(interval - 5));
     } else if (!isEndless()) {
