@@ -188,20 +188,6 @@ private slots:
         f->msgBox.answers.clear();
     }
 
-private:
-    // A card in the slot, at `path` or in a folder of the program's own folder.
-    QString useCard(QString path = QString())
-    {
-        if (path.isEmpty()) {
-            path = f->home.filePath(QStringLiteral("card"));
-            QDir().mkpath(path);
-        }
-        QDir(f->home.path()).mkpath(QStringLiteral("Station"));
-        f->drives.list = {
-            {path, DriveInfo::Removable, true, QStringLiteral("FAT"), 1 << 20, 1 << 20, 1 << 20, QString()}};
-        state().CardSlot = path;
-        state().CardSlotValid = true;
-        return path;
     // The operator's keys and the real message boxes: a refused program number, its message
     // answered with Enter, the next number typed into the field the focus went to, then Execute.
     void refusedCopyNumberLeavesTheNextChecked_data()
@@ -323,6 +309,22 @@ private:
                  (QStringList {"Write setting file at drive:" + card + "?", "Filesystem error :K160.MP2",
                                "Card write is complete"}));
         QCOMPARE(boxes->over[1], QStringLiteral("cardWriteProgress"));
+    }
+
+private:
+    // A card in the slot, at `path` or in a folder of the program's own folder.
+    QString useCard(QString path = QString())
+    {
+        if (path.isEmpty()) {
+            path = f->home.filePath(QStringLiteral("card"));
+            QDir().mkpath(path);
+        }
+        QDir(f->home.path()).mkpath(QStringLiteral("Station"));
+        f->drives.list = {
+            {path, DriveInfo::Removable, true, QStringLiteral("FAT"), 1 << 20, 1 << 20, 1 << 20, QString()}};
+        state().CardSlot = path;
+        state().CardSlotValid = true;
+        return path;
     }
 };
 
