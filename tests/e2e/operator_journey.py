@@ -244,7 +244,8 @@ class Journey(CardJourney):
         self.op.press(dialog, "Print")
         self.file_dialog("Save as PDF", self.pdf)
         self.op.gone("Print setting")
-        text = run(["pdftotext", self.pdf, "-"]).stdout
+        # The dialog closes before the last page is on the disk: read it once it is whole.
+        text = wait_until(lambda: run(["pdftotext", self.pdf, "-"], check=False).stdout, "the PDF print-out")
         for expected in [PROJECT, CREATOR, *EXPLANATION, *SENTENCES]:
             if expected not in text:
                 raise JourneyFailed(f"the print-out lacks {expected!r}")
