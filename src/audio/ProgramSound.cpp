@@ -132,7 +132,7 @@ ProgramSound::ProgramSound(const SettingData &data, int program, const QStringLi
     m_intervalFrames = qRound64(repeat.intervalSeconds * m_rate);
     // Nothing to hear and nothing to wait: playing until stopped would give no sound for ever.
     if (m_passFrames == 0 && m_intervalFrames == 0)
-        m_passes = std::min(m_passes, 1);
+        m_passes = 1;
 }
 
 ProgramSound::~ProgramSound() = default;

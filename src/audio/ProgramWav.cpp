@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -74,10 +75,15 @@ bool writeProgramWav(ProgramSound &sound, const QString &path, QString &error)
         return false;
     std::vector<float> block(65536);
     QByteArray bytes;
-    for (;;) {
-        const qint64 got = sound.read(block.data(), qint64(block.size()));
-        if (got == 0)
-            break;
+    // The header promised `frames`: no more may follow it, and fewer would leave it lying.
+    for (qint64 left = frames; left > 0;) {
+        const qint64 got = sound.read(block.data(), std::min(left, qint64(block.size())));
+        if (got == 0) {
+            error = QCoreApplication::translate("ProgramSound", "Cannot write %1: the sound ended early.")
+                        .arg(shown);
+            return false;
+        }
+        left -= got;
         bytes.resize(got * 2);
         for (qint64 i = 0; i < got; ++i)
             qToLittleEndian(toPcm16(block[size_t(i)]), bytes.data() + 2 * i);
