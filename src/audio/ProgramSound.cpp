@@ -17,26 +17,23 @@ namespace {
 // Decoded sentences kept for the next pass: about 80 MB of samples.
 constexpr qint64 CachedSamplesAtMost = 20'000'000;
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("ProgramSound", text);
-}
-
 // Why a found sentence file cannot sound; empty when it can.
 QString fileProblem(const QString &path)
 {
     const QString shown = QDir::toNativeSeparators(path);
     switch (pathKind(path)) {
     case PathKind::Other:
-        return tr("%1 is a pipe or a device, not a file.").arg(shown);
+        return QCoreApplication::translate("ProgramSound", "%1 is a pipe or a device, not a file.")
+            .arg(shown);
     case PathKind::Folder:
-        return tr("%1 is a folder, not a file.").arg(shown);
+        return QCoreApplication::translate("ProgramSound", "%1 is a folder, not a file.").arg(shown);
     case PathKind::Missing:
-        return tr("%1 cannot be read: there is no such file.").arg(shown);
+        return QCoreApplication::translate("ProgramSound", "%1 cannot be read: there is no such file.")
+            .arg(shown);
     case PathKind::File:
         break;
     }
-    return tr("%1 holds no MPEG audio.").arg(shown);
+    return QCoreApplication::translate("ProgramSound", "%1 holds no MPEG audio.").arg(shown);
 }
 
 } // namespace
@@ -99,9 +96,13 @@ ProgramSound::ProgramSound(const SettingData &data, int program, const QStringLi
         QString reason;
         std::optional<MpegLength> length;
         if (name.isEmpty())
-            reason = tr("sentence %1 has no file in the sentence table.").arg(step.mid(1));
+            reason = QCoreApplication::translate("ProgramSound",
+                                                 "sentence %1 has no file in the sentence table.")
+                         .arg(step.mid(1));
         else if (path.isEmpty())
-            reason = tr("%1 is in none of the work folder, the project's folder and the sentence folder.")
+            reason = QCoreApplication::translate(
+                         "ProgramSound",
+                         "%1 is in none of the work folder, the project's folder and the sentence folder.")
                          .arg(name);
         else if (length = mpegFileLength(path); !length)
             reason = fileProblem(path);
@@ -158,7 +159,8 @@ ProgramSound::Samples ProgramSound::decoded(const Piece &piece)
     auto samples = std::make_shared<std::vector<float>>();
     if (!decodeAudioFile(piece.path, audio, error)
         || !resampleMono(downmixToMono(audio), audio.sampleRate, m_rate, *samples, error)) {
-        m_problems << tr("%1 plays as silence: %2 cannot be played: %3")
+        m_problems << QCoreApplication::translate("ProgramSound",
+                                                  "%1 plays as silence: %2 cannot be played: %3")
                           .arg(piece.shown, QDir::toNativeSeparators(piece.path), error);
         samples->clear();
     }
