@@ -143,6 +143,13 @@ double ProgramSound::intervalSeconds() const
     return double(m_intervalFrames) / m_rate;
 }
 
+QString ProgramSound::stepText(int step) const
+{
+    const auto found = std::find_if(m_pieces.begin(), m_pieces.end(),
+                                    [step](const Piece &piece) { return piece.step == step; });
+    return found == m_pieces.end() ? QString() : found->shown;
+}
+
 qint64 ProgramSound::totalFrames() const
 {
     if (m_passes == 0)

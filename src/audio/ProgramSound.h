@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -63,8 +64,10 @@ public:
     qint64 position() const { return m_position; }
     /// The step (0-127) the last sample given belongs to; -1 between passes or before the start.
     int currentStep() const { return m_currentStep; }
+    /// How the step window shows step `step` ("A001", "M2.5"); empty for a step that does not sound.
+    QString stepText(int step) const;
     /// The pass (from 1) the last sample given belongs to.
-    int currentPass() const { return m_pass + 1; }
+    int currentPass() const { return m_passes == 0 ? m_pass + 1 : std::min(m_pass + 1, m_passes); }
     /// Sentences that were found but could not be decoded while playing: their time is silent.
     const QStringList &problems() const { return m_problems; }
 

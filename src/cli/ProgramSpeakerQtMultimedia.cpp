@@ -29,6 +29,9 @@ public:
         : m_sound(sound)
     { }
     bool isSequential() const override { return true; }
+    /// The output goes idle once it has taken the last bytes, not once it has played them: this
+    /// much silence after the sound makes sure its end is heard before the output is closed.
+    qint64 tailBytes = 0;
     std::atomic<int> step {-1};
     std::atomic<int> pass {1};
 
@@ -37,7 +40,12 @@ protected:
     {
         const qint64 frames = std::min<qint64>(maxSize / 2, 16384);
         m_block.resize(size_t(frames));
-        const qint64 got = m_sound.read(m_block.data(), frames);
+        qint64 got = m_sound.read(m_block.data(), frames);
+        if (got == 0 && tailBytes > 0) {
+            got = std::min(frames, tailBytes / 2);
+            std::fill_n(m_block.data(), got, 0.0f);
+            tailBytes -= got * 2;
+        }
         for (qint64 i = 0; i < got; ++i) {
             const float sample = std::nearbyint(std::clamp(m_block[size_t(i)], -1.0f, 1.0f) * 32767.0f);
             qToLittleEndian(qint16(sample), data + 2 * i);
@@ -113,11 +121,17 @@ bool playOnSpeaker(ProgramSound &sound, QTextStream &out, QString &error)
         shownStep = step;
         shownPass = pass;
         out << "pass " << pass << ", "
-            << (step < 0 ? QStringLiteral("interval") : QStringLiteral("step %1").arg(step + 1)) << "\n";
+            << (step < 0 ? QStringLiteral("interval")
+                         : QStringLiteral("step %1: %2").arg(step + 1).arg(sound.stepText(step)))
+            << "\n";
         out.flush();
     });
     progress.start(50);
+    // The output's buffer is known once it runs; a sound shorter than it ends with a second.
+    source.tailBytes = format.bytesForDuration(1000000);
     sink.start(&source);
+    if (source.tailBytes > 0 && sink.bufferSize() > 0)
+        source.tailBytes = sink.bufferSize() + format.bytesForDuration(250000);
     if (sink.error() != QAudio::NoError) {
         error = QStringLiteral("the PC's audio output cannot be opened.");
         return false;
