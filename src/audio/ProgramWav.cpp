@@ -1,5 +1,6 @@
 #include "ProgramWav.h"
 
+#include "FileAttributes.h"
 #include "FileReplacement.h"
 #include "ProgramSound.h"
 
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 namespace {
@@ -68,6 +70,12 @@ bool writeProgramWav(ProgramSound &sound, const QString &path, QString &error)
         error = QCoreApplication::translate("ProgramSound",
                                             "Cannot write %1: the sound is longer than a WAV file can hold.")
                     .arg(shown);
+        return false;
+    }
+    // The rename would slip past the protection the operator gave the file.
+    if (isReadOnly(path)) {
+        error = QCoreApplication::translate("FileReplacement", "Cannot write %1: the file is read-only.")
+                    .arg(path);
         return false;
     }
     FileReplacement file(path, ReplaceStyle::Pc);

@@ -283,6 +283,13 @@ private slots:
                  QStringLiteral("Skipped step 1, A002: %1 is a pipe or a device, not a file.\n")
                      .arg(m_home.filePath(QStringLiteral("NewProject/PIPE.MP2"))));
         QCOMPARE(wavFrames(piped), hello + 3200);
+
+        // A WAV file the operator made read-only keeps its bytes.
+        QVERIFY(QFile::setPermissions(one, QFileDevice::ReadOwner));
+        run = play({QStringLiteral("--program"), QStringLiteral("1"), QStringLiteral("--render"), one});
+        QCOMPARE(run.code, 2);
+        QCOMPARE(run.err, QStringLiteral("Cannot write %1: the file is read-only.\n").arg(one));
+        QCOMPARE(wavFrames(one), hello);
     }
 
     // The sample project the README offers: its script runs into any folder, and its project goes
