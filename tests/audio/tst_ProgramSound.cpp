@@ -260,6 +260,32 @@ private slots:
         QCOMPARE(steps, (QList<int> {0, 1, 2, -1, 0, 1, 2}));
     }
 
+    // A sentence whose frames are all there by their headers but whose file ends inside the last
+    // one: it keeps its time, as silence, and is named.
+    void truncatedSentenceIsNamed()
+    {
+        QFile hello(QDir(m_folder).filePath(QStringLiteral("HELLO.MP2")));
+        QVERIFY(hello.open(QIODevice::ReadOnly));
+        const QString cut = QDir(m_folder).filePath(QStringLiteral("CUT.MP2"));
+        QFile file(cut);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(hello.readAll().chopped(50));
+        file.close();
+        m_data.SentenceFileName[9] = QStringLiteral("CUT.MP2");
+        setProgram({"0010", "0002"}, 0x2D01, 1, 0);
+        ProgramSound sound(m_data, 0, folders());
+        QVERIFY(sound.skipped().isEmpty());
+        std::vector<float> all(size_t(sound.totalFrames()));
+        QCOMPARE(sound.read(all.data(), qint64(all.size())), qint64(all.size()));
+        QCOMPARE(
+            sound.problems(),
+            QStringList {"A010 plays as silence: " + QDir::toNativeSeparators(cut)
+                         + " cannot be played: it is truncated: the file ends before the recording does."});
+        const qint64 chime = qint64(m_decoded[QStringLiteral("CHIME")].size());
+        QVERIFY(std::all_of(all.begin(), all.end() - chime, [](float s) { return s == 0.0f; }));
+        m_data.SentenceFileName[9].clear();
+    }
+
     // Nothing to hear and no interval: a program playing until stopped ends at once instead of
     // giving no sound for ever; with an interval it gives silence for as long as it is pulled.
     void nothingToHearNeverHangs()
