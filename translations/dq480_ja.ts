@@ -506,6 +506,49 @@
     </message>
 </context>
 <context>
+    <name>ProgramSound</name>
+    <message>
+        <source>%1 is a pipe or a device, not a file.</source>
+        <translation>%1 はパイプまたはデバイスで、ファイルではありません。</translation>
+    </message>
+    <message>
+        <source>%1 is a folder, not a file.</source>
+        <translation>%1 はフォルダーで、ファイルではありません。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: there is no such file.</source>
+        <translation>%1 を読めません: そのファイルはありません。</translation>
+    </message>
+    <message>
+        <source>%1 holds no MPEG audio.</source>
+        <translation>%1 には MPEG オーディオがありません。</translation>
+    </message>
+    <message>
+        <source>sentence %1 has no file in the sentence table.</source>
+        <translation>文章 %1 には文章テーブルでファイルが指定されていません。</translation>
+    </message>
+    <message>
+        <source>%1 is in none of the work folder, the project&apos;s folder and the sentence folder.</source>
+        <translation>%1 は作業フォルダー、プロジェクトのフォルダー、文章フォルダーのどれにもありません。</translation>
+    </message>
+    <message>
+        <source>%1 plays as silence: %2 cannot be played: %3</source>
+        <translation>%1 は無音で再生されます: %2 を再生できません: %3</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: the program plays until stopped; say how many passes to write.</source>
+        <translation>%1 を書き込めません: このプログラムは停止するまで再生されます。書き込む回数を指定してください。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: the sound is longer than a WAV file can hold.</source>
+        <translation>%1 を書き込めません: 音が WAV ファイルに収まる長さを超えています。</translation>
+    </message>
+    <message>
+        <source>Cannot write %1: the sound ended early.</source>
+        <translation>%1 を書き込めません: 音が途中で終わりました。</translation>
+    </message>
+</context>
+<context>
     <name>ProgramOptionWord</name>
     <message>
         <source>Continuous</source>

@@ -6,7 +6,7 @@ _dq480_cli()
     local cur prev words cword
     _init_completion || return
 
-    local commands="new check convert show write-card print drives import info"
+    local commands="new check convert show write-card print drives import info play"
     case $prev in
         --encoding)
             COMPREPLY=($(compgen -W "CP932 Shift_JIS UTF-8 ISO-8859-1 windows-1252" -- "$cur"))
@@ -25,11 +25,15 @@ _dq480_cli()
             _filedir pdf
             return
             ;;
-        --pages | --name | --loudness)
+        --pages | --name | --loudness | --program | --passes)
             return
             ;;
         --to)
             _filedir -d
+            return
+            ;;
+        --render)
+            _filedir '@(wav|WAV)'
             return
             ;;
         --quality)
@@ -42,7 +46,7 @@ _dq480_cli()
     local i command=""
     for ((i = 1; i < cword; i++)); do
         case ${words[i]} in
-            --encoding | --card | --kind | --pdf | --pages | --to | --name | --quality | --loudness) ((i++)) ;;
+            --encoding | --card | --kind | --pdf | --pages | --to | --name | --quality | --loudness | --program | --passes | --render) ((i++)) ;;
             -*) ;;
             *)
                 command=${words[i]}
@@ -60,6 +64,7 @@ _dq480_cli()
         print) options+=" --kind --pdf --pages" ;;
         drives) options+=" --watch" ;;
         import) options+=" --to --name --quality --loudness --trim --force" ;;
+        play) options+=" --program --passes --render" ;;
     esac
 
     if [[ $cur == -* ]]; then

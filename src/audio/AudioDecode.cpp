@@ -336,43 +336,48 @@ bool decodeMpegBytes(const QByteArray &bytes, DecodedAudio &audio, QString &erro
 
 namespace {
 
-double scannedSeconds(const QString &path, bool readAhead)
+std::optional<MpegLength> scannedLength(const QString &path, bool readAhead)
 {
     initMpg123Once();
     int status = MPG123_OK;
     std::unique_ptr<mpg123_handle, Mpg123Closer> handle(mpg123_new(nullptr, &status));
     if (!handle)
-        return -1.0;
+        return std::nullopt;
     mpg123_param(handle.get(), MPG123_ADD_FLAGS, MPG123_QUIET | (readAhead ? 0 : MPG123_NO_READAHEAD), 0.0);
     if (mpg123_open(handle.get(), QFile::encodeName(path).constData()) != MPG123_OK
         || mpg123_scan(handle.get()) != MPG123_OK)
-        return -1.0;
+        return std::nullopt;
     long rate = 0;
     int channels = 0;
     int encoding = 0;
     const off_t samples = mpg123_length(handle.get());
     if (mpg123_getformat(handle.get(), &rate, &channels, &encoding) != MPG123_OK || rate <= 0 || samples <= 0)
-        return -1.0;
-    return double(samples) / double(rate);
+        return std::nullopt;
+    return MpegLength {int(rate), qint64(samples)};
 }
 
 } // namespace
 
-double mpegFileSeconds(const QString &path)
+std::optional<MpegLength> mpegFileLength(const QString &path)
 {
     if (pathKind(path) != PathKind::File)
-        return -1.0;
-    const double seconds = scannedSeconds(path, true);
-    if (seconds >= 0.0)
-        return seconds;
+        return std::nullopt;
+    if (const std::optional<MpegLength> length = scannedLength(path, true))
+        return length;
     // A sentence of one frame has no second frame to confirm the first: it is scanned without
     // that check once its header is seen to describe the whole file.
     QFile file(path);
     constexpr qint64 LargestSingleFrameFile = 64 * 1024;
     if (!file.open(QIODevice::ReadOnly) || file.size() > LargestSingleFrameFile
         || measureMpegStream(file.readAll()).audioFrames != 1)
-        return -1.0;
-    return scannedSeconds(path, false);
+        return std::nullopt;
+    return scannedLength(path, false);
+}
+
+double mpegFileSeconds(const QString &path)
+{
+    const std::optional<MpegLength> length = mpegFileLength(path);
+    return length ? double(length->samples) / double(length->sampleRate) : -1.0;
 }
 
 std::vector<float> downmixToMono(const DecodedAudio &audio)

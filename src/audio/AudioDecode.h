@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <atomic>
+#include <optional>
 #include <vector>
 
 /// A recording read into memory: 32-bit float samples, channels interleaved.
@@ -35,6 +36,17 @@ bool decodeAudioFile(const QString &path, DecodedAudio &audio, QString &error,
 
 /// The same from bytes in memory, for MPEG audio only (what the encoder just produced).
 bool decodeMpegBytes(const QByteArray &bytes, DecodedAudio &audio, QString &error);
+
+/// An MPEG audio file's rate and length in samples per channel, as its decoding gives them.
+struct MpegLength
+{
+    int sampleRate = 0;
+    qint64 samples = 0;
+};
+
+/// The rate and length of an MPEG audio file from its frame headers (libmpg123 scans them without
+/// decoding); none when the file is no regular file, cannot be read or holds no MPEG audio.
+std::optional<MpegLength> mpegFileLength(const QString &path);
 
 /// The playing time of an MPEG audio file from its frame headers (libmpg123 scans them without
 /// decoding); negative when the file cannot be read or holds no MPEG audio.

@@ -20,10 +20,7 @@ QString findSentenceSound(const QStringList &folders, const QString &name)
     return SentenceTimes(folders).file(name);
 }
 
-namespace {
-
-// A wait step's seconds, or a negative number for a step that is no wait.
-double waitSeconds(const QString &step)
+double stepWaitSeconds(const QString &step)
 {
     if (step.size() != 4 || step[0] != QLatin1Char('2'))
         return -1.0;
@@ -31,8 +28,6 @@ double waitSeconds(const QString &step)
         return step[2].digitValue() + step[3].digitValue() / 10.0;
     return step.mid(1).toInt();
 }
-
-} // namespace
 
 SentenceTimes::SentenceTimes(const QStringList &folders)
 {
@@ -76,7 +71,7 @@ ProgramDuration programPlayingTime(const SettingData &data, int program, Sentenc
     for (const QString &step : data.ProgramData[program]) {
         if (step.isEmpty())
             continue;
-        if (const double wait = waitSeconds(step); wait >= 0.0) {
+        if (const double wait = stepWaitSeconds(step); wait >= 0.0) {
             total.seconds += wait;
             continue;
         }

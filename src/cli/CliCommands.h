@@ -58,5 +58,9 @@ struct AudioOptions
 
 /// Makes device-ready sentences from recordings in a folder; prints name, duration and loudness.
 int runImport(CliContext &cli, const QStringList &args, const AudioOptions &options);
+/// Plays program N (1-64) of a project as the device will, or with `render` writes that sound to a
+/// WAV file; `passes` limits the passes (empty: as the program says).
+int runPlay(CliContext &cli, const QStringList &args, const QString &program, const QString &passes,
+            const QString &render);
 /// Prints each audio file's format, duration, loudness, true peak and whether the device plays it.
 int runInfo(CliContext &cli, const QStringList &args);

@@ -53,6 +53,13 @@ Commands:
                         for it.
   info FILE...          print an audio file's format, duration, integrated loudness (LUFS),
                         true peak (dBTP), and whether the device plays it as it is
+  play PROJECT --program N [--passes K] [--render FILE.wav]
+                        play program N (1 to 64) as the device will: its sentences back to
+                        back, each wait as silence, repeated with its interval as its method
+                        says; Endless and Repeat with count 0 play until stopped (Ctrl+C), or
+                        K passes; --passes K plays at most K. A step whose sentence file is
+                        missing is named and skipped. --render writes exactly that sound to
+                        FILE.wav (16-bit mono) instead of playing it
 
 Options:
   --encoding NAME       code page of the files (default CP932; also DQ480_ENCODING)
@@ -64,6 +71,7 @@ Options:
   --yes, --no           with write-card: the answer to every question
   --kind, --pdf, --pages  with print: what to print, where, and which pages
   --to, --name, --quality, --loudness, --trim  with import: see above
+  --program, --passes, --render  with play: see above
   -h, --help            show this help
   -v, --version         show the version
 
@@ -75,7 +83,8 @@ Exit status:
   0  done; for write-card: every file is on the card
   1  "Setting file error!" (not a valid setting file, or a name that cannot be used), or a text
      that the code page cannot hold, or bytes it cannot read back as they are
-  2  wrong arguments, or a file that cannot be read or written
+  2  wrong arguments, or a file that cannot be read or written; from play: a step skipped or
+     no sound output
   3  write-card went through, but a sentence (or the test tone) was missing, refused by the
      MP2 check, too large, or a read-only copy kept with --no; the files are named
   4  write-card stopped: slot not ready, a card mounted read-only, a read-only or kept control
@@ -116,11 +125,16 @@ int main(int argc, char *argv[])
     const QCommandLineOption qualityOption(QStringLiteral("quality"), QString(), QStringLiteral("QUALITY"));
     const QCommandLineOption loudnessOption(QStringLiteral("loudness"), QString(), QStringLiteral("LUFS"));
     const QCommandLineOption trimOption(QStringLiteral("trim"));
+    const QCommandLineOption programOption(QStringLiteral("program"), QString(), QStringLiteral("N"));
+    const QCommandLineOption passesOption(QStringLiteral("passes"), QString(), QStringLiteral("K"));
+    const QCommandLineOption renderOption(QStringLiteral("render"), QString(), QStringLiteral("FILE"));
     const QCommandLineOption helpOption(QStringList {QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption versionOption(QStringList {QStringLiteral("v"), QStringLiteral("version")});
-    parser.addOptions({encodingOption, cardControlOption, jsonOption, forceOption, watchOption, cardOption,
-                       yesOption, noOption, kindOption, pdfOption, pagesOption, toOption, nameOption,
-                       qualityOption, loudnessOption, trimOption, helpOption, versionOption});
+    parser.addOptions({encodingOption, cardControlOption, jsonOption,   forceOption,   watchOption,
+                       cardOption,     yesOption,         noOption,     kindOption,    pdfOption,
+                       pagesOption,    toOption,          nameOption,   qualityOption, loudnessOption,
+                       trimOption,     programOption,     passesOption, renderOption,  helpOption,
+                       versionOption});
 
     if (!parser.parse(QCoreApplication::arguments())) {
         err << parser.errorText() << "\nTry 'dq480-cli --help'.\n";
@@ -179,6 +193,11 @@ int main(int argc, char *argv[])
                                             parser.isSet(trimOption)});
          }},
         {QStringLiteral("info"), runInfo},
+        {QStringLiteral("play"),
+         [&](CliContext &c, const QStringList &a) {
+             return runPlay(c, a, parser.value(programOption), parser.value(passesOption),
+                            parser.value(renderOption));
+         }},
         {QStringLiteral("drives"),
          [&](CliContext &c, const QStringList &a) {
              return runDrives(c, a, parser.isSet(watchOption));

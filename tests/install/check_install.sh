@@ -109,6 +109,7 @@ completion)
     expect "$commands" dq480-cli ""
     expect "--card --encoding --help --no --version --yes" dq480-cli write-card project.stf --
     expect "all info program= programs" dq480-cli print project.stf --kind ""
+    expect "--encoding --help --passes --program --render --version" dq480-cli play project.stf --
     ;;
 
 package)
