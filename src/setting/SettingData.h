@@ -11,10 +11,12 @@ class SentenceTableSize
 public:
     /// The most a table holds: every SettingData keeps this many sentence slots.
     static constexpr int Largest = 512;
+    /// Bit of the card's attribute word: set for the 512 table, clear for the 128 table.
+    static constexpr qint16 AttributeBit = 0x40;
 
     static constexpr SentenceTableSize ofAttribute(qint32 attribute)
     {
-        return SentenceTableSize((attribute & 0x40) ? Largest : 128);
+        return SentenceTableSize((attribute & AttributeBit) ? Largest : 128);
     }
 
     /// 128 or 512.
@@ -43,7 +45,7 @@ struct SettingData
     static constexpr int StepsPerProgram = 128;
 
     /// Bit of CardAttribute: the card holds 512 sentences instead of 128.
-    static constexpr qint16 Attribute512Sentences = 0x40;
+    static constexpr qint16 Attribute512Sentences = SentenceTableSize::AttributeBit;
     /// Bit of CardAttribute: the card's software write protection.
     static constexpr qint16 AttributeWriteProtect = 0x10;
 
