@@ -46,7 +46,6 @@
 namespace {
 
 constexpr int CardCheckMilliseconds = 1000;
-constexpr int FirstSlotAbove128 = 128;
 
 QString explanationForDisplay(const QString &stored)
 {
@@ -101,6 +100,11 @@ frmEdit::frmEdit(AppContext &context, ProjectCommands &commands, QMdiArea *mdiAr
     m_timCardC->setObjectName(QStringLiteral("timCardC"));
     m_timCardC->setInterval(CardCheckMilliseconds);
     connect(m_timCardC, &QTimer::timeout, this, &frmEdit::timCardC_Timer);
+    // A card event shows at once, not only at the timer's next tick.
+    connect(&context.state, &SharedState::cardSlotChanged, this, [this] {
+        if (m_context.state.EditWindowLoaded)
+            timCardC_Timer();
+    });
     connect(&m_commands, &ProjectCommands::fileDisplaysChanged, this, &frmEdit::refreshFileLabels);
 }
 
@@ -329,22 +333,13 @@ void frmEdit::refreshFileLabels()
 void frmEdit::optSize_Click()
 {
     SharedState &state = m_context.state;
-    qint16 &attribute = state.SettingBuffer.CardAttribute;
-    if (m_opt512->isChecked()) {
-        attribute = static_cast<qint16>(attribute | SettingData::Attribute512Sentences);
-    } else {
-        if (sentenceSlotsUsedFrom(state.SettingBuffer, FirstSlotAbove128)
-            || sentenceSlotsUsedFrom(state.Setting, FirstSlotAbove128)) {
-            if (!m_context.msgBox.confirm(tr("Delete message file 129 - 512"))) {
-                m_opt512->setChecked(true);
-                return;
-            }
-            clearSentenceSlotsFrom(state.SettingBuffer, FirstSlotAbove128);
-            clearSentenceSlotsFrom(state.Setting, FirstSlotAbove128);
-        }
-        attribute = static_cast<qint16>(attribute & ~SettingData::Attribute512Sentences);
+    const bool to512 = m_opt512->isChecked();
+    if (!to512 && sentencesAbove128(state)
+        && !m_context.msgBox.confirm(tr("Delete message file 129 - 512"))) {
+        m_opt512->setChecked(true);
+        return;
     }
-    state.Setting.CardAttribute = attribute;
+    setSentenceTableSize(state, to512);
 }
 
 void frmEdit::cmdTCaProtOn_Click()
@@ -508,20 +503,22 @@ void frmEdit::cmdTPrgNo_Click()
     if (!txtTPrgNo_LostFocus())
         return;
     ProgramWindowTable &table = *m_programWindows;
-    if (table.ProgramWindowCount >= ProgramWindowTable::MaxOpen) {
+    const int number = m_prgNo->number();
+    switch (table.refusalFor(number)) {
+    case ProgramWindowTable::Refusal::EightOpen:
         m_context.msgBox.show(tr("Program setting open 8 pattern"));
         return;
-    }
-    const int number = m_prgNo->number();
-    if (const int open = table.slotShowing(number)) {
+    case ProgramWindowTable::Refusal::AlreadyOpen:
         m_context.msgBox.show(tr("This Program number is already open"));
-        if (auto *frame = qobject_cast<QMdiSubWindow *>(table.ProgramWindows[open]->parentWidget()))
+        if (auto *frame
+            = qobject_cast<QMdiSubWindow *>(table.ProgramWindows[table.slotShowing(number)]->parentWidget()))
             m_mdiArea->setActiveSubWindow(frame);
         return;
+    case ProgramWindowTable::Refusal::None:
+        break;
     }
     const int slot = table.firstFreeSlot();
     auto *window = new frmProg(m_context, table, slot, number, m_mdiArea);
-    ++table.ProgramWindowCount;
     table.occupy(slot, window, number);
     QMdiSubWindow *frame = m_mdiArea->addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
@@ -542,14 +539,12 @@ void frmEdit::cmdTPrgCpy_Click()
     const std::optional<int> to = ProgramNumberText::numberAfterPrefix(m_prgCpy2->text());
     if (!from || !to)
         return;
-    copyProgram(m_context.state.Setting, *from - 1, *to - 1);
-    copyProgram(m_context.state.SettingBuffer, *from - 1, *to - 1);
-    emit m_programWindows->programReplaced(*to);
+    copyProgramInBothCopies(m_context.state, *from, *to);
 }
 
 void frmEdit::takeFileNameText(QLineEdit *edit, const QString &text, QString &lastValid, QString &target)
 {
-    if (!IsValidFileNameText(text) || !fitsTheFile(text)) {
+    if (!IsValidNameInCodePage(text, m_context.state.Encoding)) {
         m_context.msgBox.show(incorrectValueMessage());
         edit->setText(lastValid);
         return;
@@ -622,8 +617,7 @@ bool frmEdit::Form_Unload()
 
 void frmEdit::closeEvent(QCloseEvent *event)
 {
-    if (m_unloaded || Form_Unload()) {
-        m_unloaded = true;
+    if (m_closeOnce.mayClose([this] { return Form_Unload(); })) {
         event->accept();
     } else {
         event->ignore();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppContext.h"
+#include "CloseOnce.h"
 #include "ProgramWindowTable.h"
 
 #include <QPointer>
@@ -91,7 +92,7 @@ private:
     ProjectCommands &m_commands;
     QMdiArea *m_mdiArea;
     ProgramWindowTable *m_programWindows;
-    bool m_unloaded = false;
+    CloseOnce m_closeOnce;
 
     QTabWidget *m_mainTab = nullptr;
     QLineEdit *m_txtTPrgNo = nullptr;

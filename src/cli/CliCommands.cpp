@@ -76,7 +76,7 @@ bool namesCardControlFile(const QString &path)
 int usedSentences(const SettingData &s)
 {
     int used = 0;
-    for (int slot = 0; slot < s.sentenceCapacity(); ++slot)
+    for (int slot = 0; slot < s.sentenceTable().entries(); ++slot)
         used += s.SentenceFileName[slot].isEmpty() ? 0 : 1;
     return used;
 }
@@ -114,7 +114,7 @@ int runCheck(CliContext &cli, const QStringList &args)
         return failed;
     const SettingData &s = state->Setting;
     cli.out << "Project name: " << s.ProjectName << "\n"
-            << "Card capacity: " << s.sentenceCapacity() << " sentences\n"
+            << "Card capacity: " << s.sentenceTable().entries() << " sentences\n"
             << "Used sentences: " << usedSentences(s) << "\n"
             << "Programs with steps: " << programsWithSteps(s) << "\n";
     return ExitCode::Ok;

@@ -95,8 +95,8 @@ void dlgFMT::formatEnded(bool ok, const QString &error)
     hooks.slotTest = [&] {
         return detection.CardCheck(state.CardSlot);
     };
-    m_succeeded = WriteInitialControlFile(state, m_context.msgBox, hooks);
-    m_lblFMT->setText(m_succeeded ? tr(" DQ-480 format complete") : tr(" DQ-480 format error"));
+    const bool written = WriteInitialControlFile(state, m_context.msgBox, hooks);
+    m_lblFMT->setText(written ? tr(" DQ-480 format complete") : tr(" DQ-480 format error"));
     m_cmdOK->setEnabled(true);
 }
 

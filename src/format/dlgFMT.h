@@ -19,8 +19,6 @@ public:
 
     /// Starts the format (the dialog's activation); false when the card slot's drive is gone.
     bool Form_Activate();
-    /// True after the format and the control file both succeeded.
-    bool succeeded() const { return m_succeeded; }
     /// True when the format itself failed: it could not start, the tool failed, or the card did
     /// not come out FAT16. A control file that cannot be written afterwards is not a format failure.
     bool formatFailed() const { return m_formatFailed; }
@@ -43,6 +41,5 @@ private:
     QPushButton *m_cmdOK;
     bool m_activated = false;
     bool m_running = false;
-    bool m_succeeded = false;
     bool m_formatFailed = false;
 };

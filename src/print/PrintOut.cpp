@@ -84,9 +84,9 @@ void addInformation(QList<PrintRow> &rows, const SharedState &state)
                  {QCoreApplication::translate("PrintOut", "Explanation"),
                   QString(s.Explanation).replace(QLatin1String("\r\n"), QLatin1String("\n"))}});
     rows.append({PrintRow::Field, {QCoreApplication::translate("PrintOut", "Card name"), s.CardName}});
-    rows.append(
-        {PrintRow::Field,
-         {QCoreApplication::translate("PrintOut", "Sentences"), QString::number(s.sentenceCapacity())}});
+    rows.append({PrintRow::Field,
+                 {QCoreApplication::translate("PrintOut", "Sentences"),
+                  QString::number(s.sentenceTable().entries())}});
     rows.append({PrintRow::Field,
                  {QCoreApplication::translate("PrintOut", "Write protect"),
                   (s.CardAttribute & SettingData::AttributeWriteProtect)
@@ -106,7 +106,7 @@ void addSentences(QList<PrintRow> &rows, const SettingData &s, SentenceTimes &ti
                   QCoreApplication::translate("PrintOut", "File name"),
                   QCoreApplication::translate("PrintOut", "Control"),
                   QCoreApplication::translate("PrintOut", "Time")}});
-    for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
+    for (int slot = 0; slot < s.sentenceTable().entries(); ++slot) {
         if (s.SentenceFileName[slot].isEmpty())
             continue;
         const std::optional<double> seconds = times.seconds(s.SentenceFileName[slot]);

@@ -76,6 +76,14 @@ Interval minutesBarMoved(int value)
     return result;
 }
 
+ShownInterval shownInterval(int stored, int minutesFrom)
+{
+    if (stored < minutesFrom)
+        return {false, QString::number(stored * 10), qBound(0, SecondsOffBar - stored, SecondsBarMax)};
+    const int minutes = stored - 5;
+    return {true, QString::number(minutes), qBound(0, MinutesBarMax - minutes, MinutesBarMax)};
+}
+
 Interval checkInterval(const QString &typed, bool minutes, bool endless)
 {
     QString text = typed;

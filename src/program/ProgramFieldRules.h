@@ -29,6 +29,19 @@ Interval minutesBarMoved(int value);
 /// The check made when the interval box loses the focus.
 Interval checkInterval(const QString &text, bool minutes, bool endless);
 
+/// A stored repeat interval as the window shows it: its unit, the box's text and the bar's value.
+struct ShownInterval
+{
+    bool minutes = false;
+    QString text;
+    int barValue = 0;
+};
+/// The smallest stored value shown in minutes. Kept on purpose: opening the window shows a stored 7
+/// in seconds ("70"); everywhere else 7 already means 2 minutes.
+constexpr int OpensInMinutesFrom = 8;
+constexpr int ShowsInMinutesFrom = 7;
+ShownInterval shownInterval(int stored, int minutesFrom);
+
 // Repeat count bar: 0-130, 129 is Endless (stored 0), 1 is 128 repetitions.
 constexpr int CountBarMax = 130;
 constexpr int EndlessCountBar = 129;

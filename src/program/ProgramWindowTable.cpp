@@ -22,8 +22,16 @@ int ProgramWindowTable::firstFreeSlot() const
     return 0;
 }
 
+ProgramWindowTable::Refusal ProgramWindowTable::refusalFor(int number) const
+{
+    if (m_count >= MaxOpen)
+        return Refusal::EightOpen;
+    return slotShowing(number) ? Refusal::AlreadyOpen : Refusal::None;
+}
+
 void ProgramWindowTable::occupy(int slot, QWidget *window, int number)
 {
+    ++m_count;
     ProgramWindows[slot] = window;
     ProgramWindowNumbers[slot] = static_cast<qint16>(number);
 }
@@ -34,7 +42,7 @@ void ProgramWindowTable::release(int slot)
         return;
     ProgramWindows[slot] = nullptr;
     ProgramWindowNumbers[slot] = 0;
-    --ProgramWindowCount;
+    --m_count;
 }
 
 void ProgramWindowTable::closeAll()

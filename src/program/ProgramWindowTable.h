@@ -18,7 +18,6 @@ public:
     static constexpr int MaxOpen = 8;
     static constexpr int Slots = 10; // slots 0 and 9 stay unused
 
-    int ProgramWindowCount = 0;
     std::array<QPointer<QWidget>, Slots> ProgramWindows;
     std::array<qint16, Slots> ProgramWindowNumbers {};
 
@@ -28,17 +27,22 @@ public:
     /// The first slot of 1-8 without a window, or 0 when all are taken.
     int firstFreeSlot() const;
 
-    /// Records a window in a slot.
+    /// Why program `number` cannot have a window now, if it cannot.
+    enum class Refusal { None, EightOpen, AlreadyOpen };
+    Refusal refusalFor(int number) const;
+
+    /// Records a window in a slot and counts it.
     void occupy(int slot, QWidget *window, int number);
 
-    /// Empties the slot of a closing window.
+    /// Empties the slot of a closing window and stops counting it.
     void release(int slot);
+
+    /// How many program windows are open, 0 to 8.
+    int ProgramWindowCount() const { return m_count; }
 
     /// Closes every window still in the table.
     void closeAll();
 
-signals:
-    /// A program copy has replaced program `number` in both copies of the setting data; its open
-    /// window shows it afresh.
-    void programReplaced(int number);
+private:
+    qint16 m_count = 0;
 };

@@ -68,13 +68,22 @@ frmProg::frmProg(AppContext &context, ProgramWindowTable &table, int slot, int p
     setAttribute(Qt::WA_DeleteOnClose);
     buildControls();
     Form_Load();
-    // A program copied over this one replaces what the window shows; its steps too.
-    connect(&table, &ProgramWindowTable::programReplaced, this, [this](int number) {
-        if (number != m_programNumber)
-            return;
-        showWorkingCopy();
-        if (m_stepWindow)
-            m_stepWindow->showWorkingCopy();
+    SharedState &state = m_context.state;
+    // A program copied over this one replaces what the window shows.
+    connect(&state, &SharedState::programReplaced, this, [this](int number) {
+        if (number == m_programNumber)
+            showWorkingCopy();
+    });
+    // Edits discarded elsewhere (the step window's Close, the sentence table's Cancel) must not go
+    // on showing here; the window's own discard happens as it closes.
+    connect(&state, &SharedState::workingCopyReverted, this, [this] {
+        if (!m_unloading && !m_closeOnce.agreed())
+            showWorkingCopy();
+    });
+    // The playing time follows the steps as they are applied.
+    connect(&state, &SharedState::settingCommitted, this, [this](int section) {
+        if (section == SettingSection::Steps)
+            showPlayingTime();
     });
 }
 
@@ -294,17 +303,11 @@ void frmProg::showWorkingCopy()
     m_txtProgName->setText(buffer.ProgramName[m_p]);
     m_validProgName = buffer.ProgramName[m_p];
 
-    // Kept on purpose: loading treats 7 as seconds ("70"); everywhere else 7 already means 2 minutes.
-    const int interval = buffer.RepeatInterval[m_p];
-    if (interval < 8) {
-        selectUnit(0);
-        m_txtPrgInt->setText(QString::number(interval * 10));
-        setBar(m_vscInt, qBound(0, Rules::SecondsOffBar - interval, Rules::SecondsBarMax));
-    } else {
-        selectUnit(1);
-        m_txtPrgInt->setText(QString::number(interval - 5));
-        setBar(m_vscInt, qBound(0, Rules::MinutesBarMax - (interval - 5), Rules::MinutesBarMax));
-    }
+    const Rules::ShownInterval interval
+        = Rules::shownInterval(buffer.RepeatInterval[m_p], Rules::OpensInMinutesFrom);
+    selectUnit(interval.minutes ? 1 : 0);
+    m_txtPrgInt->setText(interval.text);
+    setBar(m_vscInt, interval.barValue);
     m_txtPrgNo->setText(QString::number(buffer.RepeatCount[m_p]));
     txtPrgNo_LostFocus();
 
@@ -389,14 +392,15 @@ bool frmProg::eventFilter(QObject *watched, QEvent *event)
 
 void frmProg::redisplayInterval()
 {
-    const int interval = m_context.state.SettingBuffer.RepeatInterval[m_p];
+    const Rules::ShownInterval interval
+        = Rules::shownInterval(m_context.state.SettingBuffer.RepeatInterval[m_p], Rules::ShowsInMinutesFrom);
     // Kept on purpose: an interval in minutes selects the minutes unit even for Endless, whose
     // method change has just hidden it; the device's software always redisplayed it this way.
-    if (interval >= 7) {
+    if (interval.minutes) {
         selectUnit(1);
-        m_txtPrgInt->setText(QString::number(interval - 5));
+        m_txtPrgInt->setText(interval.text);
     } else if (!isEndless()) {
-        m_txtPrgInt->setText(QString::number(interval * 10));
+        m_txtPrgInt->setText(interval.text);
         selectUnit(0);
     }
     txtPrgInt_LostFocus();
@@ -572,7 +576,7 @@ void frmProg::cmdProgStep_Click()
             // forward whichever window takes the focus next, often the card edit window over this.
             connect(frame, &QObject::destroyed, this, [this] {
                 auto *programFrame = qobject_cast<QMdiSubWindow *>(parentWidget());
-                if (programFrame && !m_closing && programFrame->isVisible())
+                if (programFrame && !m_closeOnce.agreed() && programFrame->isVisible())
                     m_mdiArea->setActiveSubWindow(programFrame);
             });
         }
@@ -592,7 +596,10 @@ void frmProg::cmdPrint_Click()
 
 bool frmProg::Form_Unload()
 {
-    if (!mayDiscardProgramEdits(m_context.state, m_context.msgBox))
+    m_unloading = true;
+    const bool discarded = mayDiscardProgramEdits(m_context.state, m_context.msgBox);
+    m_unloading = false;
+    if (!discarded)
         return false;
     if (m_stepWindow)
         m_stepWindow->closeFrame();
@@ -601,11 +608,10 @@ bool frmProg::Form_Unload()
 
 void frmProg::closeEvent(QCloseEvent *event)
 {
-    if (!m_closing && !Form_Unload()) {
+    if (!m_closeOnce.mayClose([this] { return Form_Unload(); })) {
         event->ignore();
         return;
     }
-    m_closing = true;
     event->accept();
     // The slot is free as soon as the window has agreed to close, not when it is deleted later.
     if (m_table)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppContext.h"
+#include "CloseOnce.h"
 #include "ProgramFieldRules.h"
 
 #include <QPointer>
@@ -87,7 +88,8 @@ private:
     int m_p; // program index 0-63
     QMdiArea *m_mdiArea;
     int m_method = 0;
-    bool m_closing = false;
+    CloseOnce m_closeOnce;
+    bool m_unloading = false;
     QPointer<frmStep> m_stepWindow;
 
     QLabel *m_lblProgNo = nullptr;

@@ -108,7 +108,7 @@ std::array<QString, frmStep::Steps> &frmStep::steps()
 
 int frmStep::sentenceLimit() const
 {
-    return m_context.state.SettingBuffer.sentenceCapacity();
+    return m_context.state.SettingBuffer.sentenceTable().entries();
 }
 
 void frmStep::Form_Load()
@@ -116,6 +116,11 @@ void frmStep::Form_Load()
     m_p = m_context.state.StepProgramNumber - 1;
     refreshCaption();
     showWorkingCopy();
+    // A program copied over this one replaces the steps shown.
+    connect(&m_context.state, &SharedState::programReplaced, this, [this](int number) {
+        if (number == m_p + 1)
+            showWorkingCopy();
+    });
 }
 
 void frmStep::showWorkingCopy()
@@ -269,8 +274,6 @@ void frmStep::cmdStpSave_Click()
         return;
     m_context.state.CopyBufferToSetting(SettingSection::Steps);
     m_cmdStpSave->setEnabled(false);
-    // The program window's playing time follows the steps just applied.
-    m_owner.showPlayingTime();
 }
 
 void frmStep::cmdStepOk_Click()
@@ -278,7 +281,6 @@ void frmStep::cmdStepOk_Click()
     if (!checkPendingEntries(this))
         return;
     m_context.state.CopyBufferToSetting(SettingSection::Steps);
-    m_owner.showPlayingTime();
     closeFrame();
 }
 
@@ -296,21 +298,13 @@ void frmStep::closeFrame()
 
 bool frmStep::Form_Unload()
 {
-    const SharedState &state = m_context.state;
-    const bool pending = !state.SettingEqualsBuffer(SettingSection::CardSentencesPrograms)
-        || !state.SettingEqualsBuffer(SettingSection::Steps);
-    if (!mayDiscardProgramEdits(m_context.state, m_context.msgBox))
-        return false;
-    // Discarding reverts the program's settings too, which its window must not go on showing.
-    if (pending)
-        m_owner.showWorkingCopy();
-    return true;
+    // Discarding reverts the program's settings too; its window redraws from the revert.
+    return mayDiscardProgramEdits(m_context.state, m_context.msgBox);
 }
 
 void frmStep::closeEvent(QCloseEvent *event)
 {
-    if (m_closing || Form_Unload()) {
-        m_closing = true;
+    if (m_closeOnce.mayClose([this] { return Form_Unload(); })) {
         event->accept();
     } else {
         event->ignore();

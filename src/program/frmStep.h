@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppContext.h"
+#include "CloseOnce.h"
 
 #include <QWidget>
 
@@ -68,7 +69,7 @@ private:
     frmProg &m_owner;
     int m_p = 0;
     int m_current = 0;
-    bool m_closing = false;
+    CloseOnce m_closeOnce;
     std::array<QLineEdit *, Steps> m_boxes {};
     BoxColumns *m_columns = nullptr;
     QScrollBar *m_hscStep = nullptr;

@@ -33,14 +33,9 @@ void setEntry(SettingData &data, int index, const QString &name)
     data.ProgramSort[index] = static_cast<qint16>(index + 1);
 }
 
-int limitFor(const SettingData &data)
-{
-    return data.sentenceCapacity() == 512 ? 511 : 128;
-}
-
 bool insertAt(SettingData &data, int current)
 {
-    const int last = lastEntry(data);
+    const int last = data.sentenceTable().lastEntry();
     if (!data.SentenceFileName[last].isEmpty())
         return false;
     for (int i = last; i > current; --i)
@@ -52,19 +47,16 @@ bool insertAt(SettingData &data, int current)
 void removeAt(SettingData &data, int current)
 {
     // The 128 table takes its last entry from the hidden entry 128; the 512 table empties entry 511.
-    const int last = lastEntry(data);
-    for (int i = current; i <= last; ++i) {
+    const SentenceTableSize table = data.sentenceTable();
+    for (int i = current; i <= table.lastEntry(); ++i) {
         const int next = i + 1;
-        setEntry(data, i,
-                 next < SettingData::SentenceSlots && next <= limitFor(data) ? data.SentenceFileName[next]
-                                                                             : QString());
+        setEntry(data, i, next <= table.limit() ? data.SentenceFileName[next] : QString());
     }
-    if (last == SettingData::SentenceSlots - 1)
-        setEntry(data, last, QString());
 }
 
-std::vector<int> moveForward(QStringList &names, int limit)
+std::vector<int> moveForward(QStringList &names, SentenceTableSize size)
 {
+    const int limit = size.limit();
     std::vector<int> changed;
     auto move = [&](int from, int to) {
         names[to] = names[from];
@@ -80,7 +72,7 @@ std::vector<int> moveForward(QStringList &names, int limit)
                     break;
                 }
             }
-        } else if (i == 511) {
+        } else if (i == SentenceTableSize::Largest - 1) {
             const auto firstEmpty
                 = std::find_if(names.begin(), names.end(), [](const QString &n) { return n.isEmpty(); });
             if (firstEmpty != names.end())
@@ -109,8 +101,8 @@ QStringList inFolderListingOrder(QStringList names)
 
 std::vector<Placement> placeFolderFiles(const SettingData &data, const QStringList &listedNames)
 {
-    const int limit = limitFor(data);
-    QStringList table(data.SentenceFileName.begin(), data.SentenceFileName.begin() + limit + 1);
+    const SentenceTableSize size = data.sentenceTable();
+    QStringList table(data.SentenceFileName.begin(), data.SentenceFileName.begin() + size.limit() + 1);
     std::vector<Placement> placements;
     for (const QString &name : listedNames) {
         if (!endsInMp2(name) || name.size() > MaxNameLength)
@@ -120,7 +112,7 @@ std::vector<Placement> placeFolderFiles(const SettingData &data, const QStringLi
         // New names go only where the operator can see them, never into the hidden entry 128.
         if (index < 0)
             index = static_cast<int>(table.indexOf(QString()));
-        if (index < 0 || index > lastEntry(data))
+        if (index < 0 || index > size.lastEntry())
             continue;
         table[index] = upper;
         placements.push_back({index, name});

@@ -20,14 +20,6 @@ bool isSentenceFileName(const QString &name);
 /// empty entry for an empty name.
 void setEntry(SettingData &data, int index, const QString &name);
 
-/// The dialog's limit: 128 for the 128 table (one past its last box), 511 for the 512 table.
-int limitFor(const SettingData &data);
-/// The last entry of the table: 127 or 511.
-inline int lastEntry(const SettingData &data)
-{
-    return data.sentenceCapacity() - 1;
-}
-
 /// Moves the entries from `current` on one place towards the end; false (nothing moved) when the
 /// table's last entry is used.
 bool insertAt(SettingData &data, int current);
@@ -37,7 +29,7 @@ void removeAt(SettingData &data, int current);
 
 /// Closes the gaps between the names, keeping their order; box 511 of the 512 table goes to the
 /// first empty place. Returns the indices whose names changed.
-std::vector<int> moveForward(QStringList &names, int limit);
+std::vector<int> moveForward(QStringList &names, SentenceTableSize size);
 
 /// "All file": where each listed MP2 file goes. A name already in the table keeps its entry; a new
 /// one takes the first empty entry. Listed names that are not sentence files are skipped.

@@ -13,6 +13,7 @@
 #include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
 #include "SentencePlayer.h"
+#include "SentenceTable.h"
 #include "SentenceTableEdit.h"
 #include "SharedState.h"
 #include "TextChecks.h"
@@ -131,10 +132,11 @@ dlgPcCa::~dlgPcCa()
 
 QWidget *dlgPcCa::buildEntryFrame()
 {
-    m_columns = new BoxColumns(
-        Entries, Rows, VisibleColumns, QStringLiteral("WWWWWWWW.MP2"), Table::MaxNameLength,
-        {"entryView", "fraPcCa", "lblPcCa", "TxtPcCa", "lblPcCaTime"}, this, 3, QStringLiteral("00:00.0"));
-    for (int i = 0; i < Entries; ++i) {
+    m_columns
+        = new BoxColumns(SentenceTableSize::Largest, Rows, VisibleColumns, QStringLiteral("WWWWWWWW.MP2"),
+                         Table::MaxNameLength, {"entryView", "fraPcCa", "lblPcCa", "TxtPcCa", "lblPcCaTime"},
+                         this, 3, QStringLiteral("00:00.0"));
+    for (int i = 0; i < SentenceTableSize::Largest; ++i) {
         QLineEdit *edit = m_columns->box(i);
         edit->installEventFilter(this);
         connect(edit, &QLineEdit::textEdited, this, [this, i] { TxtPcCa_Change(i); });
@@ -151,9 +153,9 @@ void dlgPcCa::Form_Load()
     setWindowTitle(tr("Card creation Sentence data copy PC -> Card : ")
                    + shownFileName(state.ProjectFileName));
     const SettingData &buffer = state.SettingBuffer;
-    m_limit = Table::limitFor(buffer);
-    const int capacity = buffer.sentenceCapacity();
-    for (int i = capacity; i < Entries; ++i) {
+    m_table = buffer.sentenceTable();
+    const int capacity = m_table.entries();
+    for (int i = capacity; i < SentenceTableSize::Largest; ++i) {
         m_boxes[i]->setEnabled(false);
         m_boxes[i]->setVisible(false);
         m_columns->label(i)->setVisible(false);
@@ -186,7 +188,7 @@ void dlgPcCa::showEntries()
     const SettingData &buffer = m_context.state.SettingBuffer;
     // The folders are listed once for the whole table.
     SentenceTimes times(sentenceSoundFolders(m_context.state));
-    for (int i = 0; i <= m_limit; ++i) {
+    for (int i = 0; i <= m_table.limit(); ++i) {
         m_boxes[i]->setText(buffer.SentenceFileName[i]);
         m_checkedText[i] = buffer.SentenceFileName[i];
         showBoxTime(i, times);
@@ -225,7 +227,7 @@ void dlgPcCa::TxtPcCa_Change(int index)
     setModified();
     // A name the setting file's code page cannot hold would come back as another name.
     const QString text = m_boxes[index]->text();
-    if (!IsValidFileNameText(text) || !m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
+    if (!IsValidNameInCodePage(text, m_context.state.Encoding)) {
         m_context.msgBox.show(incorrectValueMessage());
         m_boxes[index]->clear();
     }
@@ -260,8 +262,7 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
         return true;
     }
     // A dropped name has not been typed: it meets the typed names' checks here.
-    if (!Table::isSentenceFileName(text) || !IsValidFileNameText(text)
-        || !m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
+    if (!Table::isSentenceFileName(text) || !IsValidNameInCodePage(text, m_context.state.Encoding)) {
         Table::setEntry(buffer, index, QString());
         showBox(index, QString());
         m_context.msgBox.show(incorrectValueMessage());
@@ -280,7 +281,7 @@ bool dlgPcCa::TxtPcCa_LostFocus(int index)
 void dlgPcCa::TxtPcCa_KeyDown_Enter(int index)
 {
     // The last box of the table keeps the focus.
-    const int last = Table::lastEntry(m_context.state.SettingBuffer);
+    const int last = m_context.state.SettingBuffer.sentenceTable().lastEntry();
     const int next = qMin(index + 1, last);
     revealBox(next);
     m_boxes[next]->setFocus();
@@ -378,8 +379,7 @@ void dlgPcCa::cmdPcCaAll_Click()
     const QStringList listed
         = Table::inFolderListingOrder(QDir(m_context.state.SentencePath).entryList(QDir::Files, QDir::Name));
     // Kept on purpose: one below the table's size at most, 127 or 511 files, as this command always allowed.
-    const int allowed = m_limit == 511 ? 512 : m_limit;
-    if (Table::countSentenceFiles(listed) >= allowed) {
+    if (Table::countSentenceFiles(listed) >= m_table.entries()) {
         m_context.msgBox.show(tr("Sentence file number error!"));
         return;
     }
@@ -396,9 +396,8 @@ void dlgPcCa::cmdPcCaIns_Click()
 {
     SettingData &buffer = m_context.state.SettingBuffer;
     if (!Table::insertAt(buffer, m_current)) {
-        m_context.msgBox.show(buffer.sentenceCapacity() == 512
-                                  ? tr("512 step is programmed. Can not insert")
-                                  : tr("128 step is programmed. Can not insert"));
+        m_context.msgBox.show(buffer.sentenceTable().is512() ? tr("512 step is programmed. Can not insert")
+                                                             : tr("128 step is programmed. Can not insert"));
         return;
     }
     showEntries();
@@ -417,10 +416,10 @@ void dlgPcCa::cmdPcCaDel_Click()
 void dlgPcCa::cmdPcCaMov_Click()
 {
     QStringList names;
-    for (int i = 0; i <= m_limit; ++i)
+    for (int i = 0; i <= m_table.limit(); ++i)
         names.append(m_boxes[i]->text());
     // The files of moved entries are in the work folder already: only the entries follow.
-    for (const int i : Table::moveForward(names, m_limit)) {
+    for (const int i : Table::moveForward(names, m_table)) {
         showBox(i, names[i]);
         Table::setEntry(m_context.state.SettingBuffer, i, names[i]);
     }
@@ -444,21 +443,7 @@ void dlgPcCa::cmdPcCaApp_Click()
 {
     SharedState &state = m_context.state;
     state.CopyBufferToSetting(SettingSection::CardSentencesPrograms);
-    const SentenceFolderIndex waiting(workFolder(state));
-    const SentenceFolderIndex stored(projectSentenceFolder(state));
-    QStringList problems;
-    for (const QString &name : state.Setting.SentenceFileName) {
-        if (name.isEmpty())
-            continue;
-        const QString source = waiting.find(name);
-        QString error;
-        if (!source.isEmpty()) {
-            if (!StoreSentenceFile(state, m_context.msgBox, StoreMode::ProjectFolder, source, error))
-                problems.append(error);
-        } else if (stored.find(name).isEmpty()) {
-            problems.append(tr("%1 was not found.").arg(name));
-        }
-    }
+    const QStringList problems = storeCommittedSentences(state, m_context.msgBox);
     if (!problems.isEmpty())
         m_context.msgBox.show(
             tr("Some sentence files were not stored in %1:\n").arg(projectSentenceFolder(state))
@@ -492,8 +477,6 @@ bool dlgPcCa::Form_Unload()
 
 void dlgPcCa::done(int result)
 {
-    if (!m_unloaded && !Form_Unload())
-        return;
-    m_unloaded = true;
-    QDialog::done(result);
+    if (m_closeOnce.mayClose([this] { return Form_Unload(); }))
+        QDialog::done(result);
 }

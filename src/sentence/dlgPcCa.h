@@ -1,6 +1,8 @@
 #pragma once
 
 #include "AppContext.h"
+#include "CloseOnce.h"
+#include "SettingData.h"
 
 #include <QDialog>
 
@@ -22,7 +24,6 @@ class dlgPcCa : public QDialog
     Q_OBJECT
 
 public:
-    static constexpr int Entries = 512;
     static constexpr int Rows = 16;
     static constexpr int VisibleColumns = 4;
 
@@ -30,7 +31,6 @@ public:
     ~dlgPcCa() override;
 
     QLineEdit *box(int index) const { return m_boxes[index]; }
-    int currentBox() const { return m_current; }
 
 public slots:
     void TxtPcCa_Change(int index);
@@ -82,11 +82,11 @@ private:
     void showBoxTime(int index);
 
     AppContext &m_context;
-    int m_limit = 128;
+    SentenceTableSize m_table = SentenceTableSize::ofAttribute(0);
     int m_current = 0;
-    bool m_unloaded = false;
-    std::array<QLineEdit *, Entries> m_boxes {};
-    std::array<QString, Entries> m_checkedText {};
+    CloseOnce m_closeOnce;
+    std::array<QLineEdit *, SentenceTableSize::Largest> m_boxes {};
+    std::array<QString, SentenceTableSize::Largest> m_checkedText {};
     BoxColumns *m_columns = nullptr;
     QScrollBar *m_hscCaPc = nullptr;
     QLabel *m_lblsentPath = nullptr;

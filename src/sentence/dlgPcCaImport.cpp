@@ -41,7 +41,7 @@ bool dlgPcCa::confirmImport(const QStringList &refused, const QStringList &repla
         text << tr("The recordings replace these entries:") << replaced;
     if (!leftOut.isEmpty())
         text << tr("The table ends at entry %1; these recordings are left out:")
-                    .arg(entryNumber(Table::lastEntry(m_context.state.SettingBuffer)))
+                    .arg(entryNumber(m_context.state.SettingBuffer.sentenceTable().lastEntry()))
              << leftOut;
     text << tr("Import the recordings?");
     return m_context.msgBox.confirm(text.join(QLatin1Char('\n')));
@@ -50,7 +50,7 @@ bool dlgPcCa::confirmImport(const QStringList &refused, const QStringList &repla
 void dlgPcCa::importRecordings(int index, const QStringList &paths)
 {
     SettingData &buffer = m_context.state.SettingBuffer;
-    const int count = std::clamp(Table::lastEntry(buffer) + 1 - index, 0, int(paths.size()));
+    const int count = std::clamp(buffer.sentenceTable().entries() - index, 0, int(paths.size()));
     if (count == 0) {
         m_context.msgBox.show(
             tr("The table has no entry from %1 on: nothing was imported.").arg(entryNumber(index)),
@@ -60,7 +60,7 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
     // Names the table holds elsewhere stay; the boxes being filled give theirs up. Recordings named
     // fittingly keep their names; the others are offered one.
     QStringList kept;
-    for (int i = 0; i < Entries; ++i)
+    for (int i = 0; i < SentenceTableSize::Largest; ++i)
         if ((i < index || i >= index + count) && !buffer.SentenceFileName[i].isEmpty())
             kept << buffer.SentenceFileName[i];
     // The sentences are made aside and enter the work folder only once the operator has seen

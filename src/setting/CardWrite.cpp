@@ -177,7 +177,7 @@ private:
         const SentenceFolderIndex sources(projectSentenceFolder(m_state));
         qint64 total = 0;
         int count = 0;
-        for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
+        for (int slot = 0; slot < s.sentenceTable().entries(); ++slot) {
             if (s.SentenceFileName[slot].isEmpty())
                 continue;
             total += QFileInfo(sources.find(s.SentenceFileName[slot])).size();
@@ -195,7 +195,7 @@ private:
         }
 
         int done = 0;
-        for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
+        for (int slot = 0; slot < s.sentenceTable().entries(); ++slot) {
             const QString &name = s.SentenceFileName[slot];
             if (name.isEmpty())
                 continue;

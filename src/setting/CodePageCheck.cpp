@@ -33,7 +33,7 @@ std::optional<UnencodableText> findUnencodableText(const SharedState &state)
         if (auto found = check(encoding, QLatin1String(key), *text))
             return found;
     }
-    for (int slot = 0; slot < s.sentenceCapacity(); ++slot) {
+    for (int slot = 0; slot < s.sentenceTable().entries(); ++slot) {
         if (auto found = check(encoding, QStringLiteral("SNTCTTL"), s.SentenceControl[slot]))
             return found;
         if (auto found = check(encoding, QStringLiteral("FILENAME"), s.SentenceFileName[slot]))

@@ -24,7 +24,7 @@ void fillEmptyProject(SettingData &s)
         for (QString &step : s.ProgramData[program])
             step.clear();
     }
-    for (int slot = 0; slot < SettingData::SentenceSlots; ++slot) {
+    for (int slot = 0; slot < SentenceTableSize::Largest; ++slot) {
         s.SentenceFileName[slot].clear();
         s.SentenceControl[slot].clear();
         s.ProgramSort[slot] = 0;

@@ -84,9 +84,6 @@ void normaliseForApply(SettingData &data)
             data.ProgramOption[p] |= BusyBit;
         } else if (method == 0x2000u) {
             continuousDefaults(data, p);
-        } else if (method == 0x3000u) {
-            // Kept on purpose: never true under the mask, but the rule has always been written so.
-            data.RepeatInterval[p] = 0;
         }
     }
 }

@@ -11,6 +11,8 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace {
 
 void takeNameAndFolder(SharedState &state, const QString &path)
@@ -32,8 +34,11 @@ LoadOutcome readProject(SharedState &state, const QString &path, QString &error)
         error = textShapeMessage(shape, path, codePage);
         return LoadOutcome::Rejected;
     }
-    QString problem;
-    const bool read = ReadSettingFile(state, bytes, problem);
+    SettingFileContents contents
+        = ReadSettingFileContents(bytes, state.Encoding, state.SettingBuffer, state.SurveillanceFile);
+    const bool read = contents.read;
+    const QString problem = contents.problem;
+    ApplySettingFileContents(state, std::move(contents));
     const std::optional<ChangedLine> changed = findChangedLine(bytes, state.Encoding);
     if (read && !changed)
         return LoadOutcome::Read;

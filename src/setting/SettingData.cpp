@@ -10,7 +10,7 @@ void SettingData::resetToNewProject()
     ControlFileName = QStringLiteral("DQ480.CSV");
     CardName.clear();
     CardAttribute = 0xA6;
-    for (int slot = 0; slot < SentenceSlots; ++slot) {
+    for (int slot = 0; slot < SentenceTableSize::Largest; ++slot) {
         SentenceControl[slot].clear();
         SentenceFileName[slot].clear();
         SentenceState[slot] = 0;

@@ -27,14 +27,14 @@ bool fitsInt16(qint32 value)
 class Reader
 {
 public:
-    Reader(SharedState &state, QString text)
-        : m_state(state)
-        , m_data(state.SettingBuffer)
+    Reader(SettingFileContents &contents, QString text)
+        : m_contents(contents)
+        , m_data(contents.data)
         , m_text(std::move(text))
         , m_lines(m_text)
     { }
 
-    bool run()
+    void run()
     {
         bool anyLine = false;
         bool ok = true;
@@ -45,11 +45,8 @@ public:
             anyLine = true;
             ok = handleKeyLine(*line);
         }
-        setSentencePath();
-        return ok && anyLine;
+        m_contents.read = ok && anyLine;
     }
-
-    const QString &problem() const { return m_problem; }
 
 private:
     bool handleKeyLine(QStringView line)
@@ -77,9 +74,9 @@ private:
         else if (key == QLatin1String("CARDNAME"))
             m_data.CardName = value.toString();
         else if (key == QLatin1String("SNTPATH"))
-            m_sentencePath = value.toString();
+            m_contents.sentencePath = value.toString();
         else if (key == QLatin1String("SVFILE"))
-            m_state.SurveillanceFile = value != QLatin1String("NONE");
+            m_contents.surveillanceFile = value != QLatin1String("NONE");
         else if (key == QLatin1String("CARDATB"))
             return readCardAttribute(value);
         else if (key == QLatin1String("SNTCTTL"))
@@ -131,7 +128,7 @@ private:
         if (!attribute || *attribute > 0xFFFF)
             return false;
         m_data.CardAttribute = static_cast<qint16>(static_cast<quint16>(*attribute));
-        m_capacity = SettingData::capacityFor(*attribute);
+        m_capacity = SentenceTableSize::ofAttribute(*attribute).entries();
         return true;
     }
 
@@ -139,11 +136,11 @@ private:
     // with it off, the first line is slot 0's and is taken whole (8 characters of control text, the
     // raw 8-character file name).
     // Kept on purpose: that asymmetry is how the format has always been read.
-    int firstSlotCounter() const { return m_state.SurveillanceFile ? 1 : 2; }
+    int firstSlotCounter() const { return m_contents.surveillanceFile ? 1 : 2; }
 
     bool readSentenceControls(QStringView value)
     {
-        if (!m_state.SurveillanceFile)
+        if (!m_contents.surveillanceFile)
             m_data.SentenceControl[0] = value.toString();
         int counter = firstSlotCounter();
         while (counter <= m_capacity) {
@@ -170,14 +167,15 @@ private:
     {
         if (IsUsableNameText(name))
             return true;
-        m_problem = QCoreApplication::translate("SettingFileReader", "%1 %2 cannot be used as a name")
-                        .arg(key, quotedExcerpt(name));
+        m_contents.problem
+            = QCoreApplication::translate("SettingFileReader", "%1 %2 cannot be used as a name")
+                  .arg(key, quotedExcerpt(name));
         return false;
     }
 
     bool readFileNames(QStringView keyLine)
     {
-        if (!m_state.SurveillanceFile) {
+        if (!m_contents.surveillanceFile) {
             const QStringView raw = keyLine.mid(9, 8);
             if (!acceptName(QStringLiteral("FILENAME"), raw))
                 return false;
@@ -225,29 +223,35 @@ private:
         return true;
     }
 
-    bool readProgramData(QStringView keyLine)
+    // The key line holds program 1; the 63 lines after it must carry the same key and hold the
+    // others. `take` gets each program's number and the text after the key's comma.
+    template<typename Take>
+    bool readOtherPrograms(QLatin1String prefix, Take take)
     {
-        if (!readStepsOf(0, keyLine.mid(8)))
-            return false;
         for (int program = 1; program <= OtherPrograms; ++program) {
             const std::optional<QStringView> line = m_lines.next();
-            if (!line || !line->startsWith(QLatin1String("PRGDATA,")) || !readStepsOf(program, line->mid(8)))
+            if (!line || !line->startsWith(prefix) || !take(program, line->mid(prefix.size())))
                 return false;
         }
         return true;
     }
 
+    bool readProgramData(QStringView keyLine)
+    {
+        const auto take = [this](int program, QStringView fields) {
+            return readStepsOf(program, fields);
+        };
+        return take(0, keyLine.mid(8)) && readOtherPrograms(QLatin1String("PRGDATA,"), take);
+    }
+
     bool readProgramOptions(QStringView value)
     {
         // Four characters never overflow the hexadecimal conversion.
-        m_data.ProgramOption[0] = HexTextToLong(value.left(4)).value_or(0);
-        for (int program = 1; program <= OtherPrograms; ++program) {
-            const std::optional<QStringView> line = m_lines.next();
-            if (!line || !line->startsWith(QLatin1String("PRGOPT,")))
-                return false;
-            m_data.ProgramOption[program] = HexTextToLong(line->mid(7, 4)).value_or(0);
-        }
-        return true;
+        const auto take = [this](int program, QStringView text) {
+            m_data.ProgramOption[program] = HexTextToLong(text.left(4)).value_or(0);
+            return true;
+        };
+        return take(0, value) && readOtherPrograms(QLatin1String("PRGOPT,"), take);
     }
 
     static bool readNumber16(QStringView text, qint16 &target)
@@ -262,30 +266,21 @@ private:
     bool readRepeatValues(QStringView value, QLatin1String prefix,
                           std::array<qint16, SettingData::Programs> &target)
     {
-        if (!readNumber16(value, target[0]))
-            return false;
-        for (int program = 1; program <= OtherPrograms; ++program) {
-            const std::optional<QStringView> line = m_lines.next();
-            if (!line || !line->startsWith(prefix)
-                || !readNumber16(line->mid(prefix.size()), target[program]))
-                return false;
-        }
-        return true;
+        const auto take = [&target](int program, QStringView text) {
+            return readNumber16(text, target[program]);
+        };
+        return take(0, value) && readOtherPrograms(prefix, take);
     }
 
     bool readProgramNames(QStringView value)
     {
         m_data.ProgramName[0] = value.toString();
-        for (int program = 1; program <= OtherPrograms; ++program) {
-            const std::optional<QStringView> line = m_lines.next();
-            if (!line || !line->startsWith(QLatin1String("PRGNAME,")))
-                return false;
-            QStringView name = line->mid(8);
+        return readOtherPrograms(QLatin1String("PRGNAME,"), [this](int program, QStringView name) {
             if (name.endsWith(QLatin1Char(',')))
                 name.chop(1);
             m_data.ProgramName[program] = name.toString();
-        }
-        return true;
+            return true;
+        });
     }
 
     struct SortEntry
@@ -300,16 +295,16 @@ private:
     // Kept on purpose: a number listed twice keeps the later sentence, losing the earlier.
     bool readSentenceOrder(QStringView value)
     {
-        std::array<SortEntry, SettingData::SentenceSlots> work;
+        std::array<SortEntry, SentenceTableSize::Largest> work;
         auto place = [&](QStringView numberText, int position) -> std::optional<qint16> {
             const std::optional<qint32> v = leadingNumber(numberText);
-            if (!v || *v < 1 || *v > SettingData::SentenceSlots)
+            if (!v || *v < 1 || *v > SentenceTableSize::Largest)
                 return std::nullopt;
             const auto number = static_cast<qint16>(*v);
             work[number - 1] = {m_data.SentenceFileName[position], m_data.SentenceControl[position], number};
             return number;
         };
-        if (!m_state.SurveillanceFile) {
+        if (!m_contents.surveillanceFile) {
             const std::optional<qint16> first = place(value, 0);
             if (!first)
                 return false;
@@ -320,7 +315,7 @@ private:
             if (!line || !line->startsWith(QLatin1String("PRGSORT,")) || !place(line->mid(8), counter - 1))
                 return false;
         }
-        for (int slot = 0; slot < SettingData::SentenceSlots; ++slot) {
+        for (int slot = 0; slot < SentenceTableSize::Largest; ++slot) {
             m_data.SentenceFileName[slot] = std::move(work[slot].fileName);
             m_data.SentenceControl[slot] = std::move(work[slot].control);
             m_data.ProgramSort[slot] = work[slot].number;
@@ -328,38 +323,47 @@ private:
         return true;
     }
 
-    void setSentencePath()
-    {
-        // A folder named in the file that is not on this PC falls back to the program's folder,
-        // without the trailing separator a new project has.
-        const bool usable = !m_sentencePath.isEmpty() && !m_sentencePath.contains(QChar(0));
-        if (usable && QFileInfo(m_sentencePath).isDir())
-            m_state.SentencePath = m_sentencePath;
-        else
-            m_state.SentencePath = withoutTrailingSeparator(m_state.AppPath);
-    }
-
-    SharedState &m_state;
+    SettingFileContents &m_contents;
     SettingData &m_data;
     const QString m_text; // the lines look into it
     LineReader m_lines;
-    QString m_sentencePath;
     int m_capacity = 0; // stays 0 until CARDATB has been read
     int m_sentenceEntries = 0;
-    QString m_problem;
 };
 
 } // namespace
 
+SettingFileContents ReadSettingFileContents(QByteArrayView bytes, const TextEncoding &encoding,
+                                            SettingData start, bool surveillanceFile)
+{
+    SettingFileContents contents {std::move(start), surveillanceFile, {}, {}, false};
+    Reader(contents, encoding.decode(bytes)).run();
+    return contents;
+}
+
+void ApplySettingFileContents(SharedState &state, SettingFileContents contents)
+{
+    state.SettingBuffer = std::move(contents.data);
+    state.SurveillanceFile = contents.surveillanceFile;
+    // A folder named in the file that is not on this PC falls back to the program's folder,
+    // without the trailing separator a new project has.
+    const QString &path = contents.sentencePath;
+    const bool usable = !path.isEmpty() && !path.contains(QChar(0));
+    state.SentencePath = usable && QFileInfo(path).isDir() ? path : withoutTrailingSeparator(state.AppPath);
+}
+
 bool ReadSettingFile(SharedState &state, QByteArrayView bytes)
 {
-    return Reader(state, state.Encoding.decode(bytes)).run();
+    QString problem;
+    return ReadSettingFile(state, bytes, problem);
 }
 
 bool ReadSettingFile(SharedState &state, QByteArrayView bytes, QString &problem)
 {
-    Reader reader(state, state.Encoding.decode(bytes));
-    const bool read = reader.run();
-    problem = reader.problem();
+    SettingFileContents contents
+        = ReadSettingFileContents(bytes, state.Encoding, state.SettingBuffer, state.SurveillanceFile);
+    const bool read = contents.read;
+    problem = contents.problem;
+    ApplySettingFileContents(state, std::move(contents));
     return read;
 }

@@ -50,7 +50,7 @@ QString fileNameField(const QString &fileName)
 void writeBody(const SharedState &state, QString &out)
 {
     const SettingData &s = state.Setting;
-    const int capacity = s.sentenceCapacity();
+    const int capacity = s.sentenceTable().entries();
     const bool tone = state.SurveillanceFile;
 
     addLine(out, QLatin1String("CARDNAME,"), s.CardName);

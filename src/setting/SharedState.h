@@ -3,13 +3,16 @@
 #include "SettingData.h"
 #include "TextEncoding.h"
 
+#include <QObject>
 #include <QString>
 
 /// The one object that holds what every window and routine shares: the three SettingData
 /// instances and the values beside them. main() creates it and hands it on by reference;
 /// tests create their own.
-class SharedState
+class SharedState : public QObject
 {
+    Q_OBJECT
+
 public:
     explicit SharedState(QString appPath, TextEncoding encoding = TextEncoding::platformDefault());
 
@@ -45,8 +48,16 @@ public:
     /// Resets everything to a new project and takes the saved snapshot.
     void NewSetting();
 
-    void CopyBufferToSetting(int section) { copySettingSection(SettingBuffer, Setting, section); }
-    void CopySettingToBuffer(int section) { copySettingSection(Setting, SettingBuffer, section); }
+    void CopyBufferToSetting(int section)
+    {
+        copySettingSection(SettingBuffer, Setting, section);
+        emit settingCommitted(section);
+    }
+    void CopySettingToBuffer(int section)
+    {
+        copySettingSection(Setting, SettingBuffer, section);
+        emit workingCopyReverted(section);
+    }
     bool SettingEqualsBuffer(int section) const
     {
         return settingSectionEquals(Setting, SettingBuffer, section);
@@ -59,4 +70,15 @@ public:
 
     /// The program's folder followed by the separator: the sentence folder of a new project.
     QString appFolderWithSeparator() const;
+
+signals:
+    /// The card slot, or whether it holds a usable card, may have changed: a card came or went, or
+    /// the operator chose another drive.
+    void cardSlotChanged();
+    /// A section of the working copy was committed into the committed copy.
+    void settingCommitted(int section);
+    /// A section of the working copy was put back to the committed copy, its edits discarded.
+    void workingCopyReverted(int section);
+    /// A program copy replaced program `number` (1-64) in both copies.
+    void programReplaced(int number);
 };

@@ -1,5 +1,7 @@
 #include "TextChecks.h"
 
+#include "TextEncoding.h"
+
 #include <QList>
 
 #include <algorithm>
@@ -85,4 +87,9 @@ bool IsStorableExplanation(QStringView text)
             return false;
     }
     return true;
+}
+
+bool IsValidNameInCodePage(QStringView text, const TextEncoding &encoding)
+{
+    return IsValidFileNameText(text) && encoding.firstUnencodable(text).isEmpty();
 }

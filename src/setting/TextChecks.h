@@ -4,6 +4,8 @@
 
 #include <optional>
 
+class TextEncoding;
+
 /// With mode 0: every character is 0-9, A-F or a-f (the empty text passes). Any other mode passes
 /// without looking at the text.
 bool IsHexText(int mode, QStringView text);
@@ -19,6 +21,10 @@ bool IsDecimalText(QStringView text);
 /// False when the text holds one of \ / : * ? < > | , " ; (file names cannot hold most of them; the
 /// comma and the semicolon would break the card control file). The empty text passes.
 bool IsValidFileNameText(QStringView text);
+
+/// IsValidFileNameText, and every character fits the setting file's code page: a character it
+/// cannot hold would come back as another, naming another file or folder.
+bool IsValidNameInCodePage(QStringView text, const TextEncoding &encoding);
 
 /// True when the text can name a file or folder inside a given folder: it passes
 /// IsValidFileNameText, holds no control character, and is not "." or ".." (nor only full stops,

@@ -232,9 +232,7 @@ void frmMain::showCardSlotMenu()
 
 void frmMain::refreshCardButtons()
 {
-    // The card edit window's timer would do it within a second; a card event shows at once.
-    if (m_editWindow && m_context.state.EditWindowLoaded)
-        m_editWindow->timCardC_Timer();
+    emit m_context.state.cardSlotChanged();
 }
 
 void frmMain::mnuCard_Click(int index)

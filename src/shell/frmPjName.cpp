@@ -44,7 +44,7 @@ void frmPjName::txtPjName_Change(const QString &text)
 {
     // The name is written to the setting file in its code page: a character it cannot hold would
     // come back as another, and the project would lose its sentence folder.
-    if (IsValidFileNameText(text) && m_context.state.Encoding.firstUnencodable(text).isEmpty()) {
+    if (IsValidNameInCodePage(text, m_context.state.Encoding)) {
         m_lastValid = text;
         return;
     }

@@ -64,7 +64,7 @@ private slots:
     }
     void cleanup()
     {
-        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        VERIFY_NO_UNEXPECTED_BOX(f->msgBox);
         f.reset();
     }
 
@@ -111,7 +111,6 @@ private slots:
         state().Setting = state().SettingBuffer;
         ProgramWindowTable table;
         QMdiArea area;
-        table.ProgramWindowCount = 1;
         auto *window = new frmProg(f->context, table, 1, 1, &area);
         table.occupy(1, window, 1);
         area.addSubWindow(window)->show();

@@ -92,7 +92,7 @@ private slots:
     }
     void cleanup()
     {
-        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        VERIFY_NO_UNEXPECTED_BOX(f->msgBox);
         f.reset();
     }
 

@@ -70,7 +70,7 @@ private slots:
     }
     void cleanup()
     {
-        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        VERIFY_NO_UNEXPECTED_BOX(f->msgBox);
         f->msgBox.answers.clear();
         area.reset();
         commands.reset();
@@ -98,7 +98,7 @@ private slots:
         QCOMPARE(f->msgBox.shown, QStringList {"Delete message file 129 - 512"});
         QCOMPARE(child<QRadioButton>("optSize_0")->isChecked(), !becomes128);
         for (const SettingData *data : {&state().Setting, &state().SettingBuffer}) {
-            QCOMPARE(data->sentenceCapacity(), becomes128 ? 128 : 512);
+            QCOMPARE(data->sentenceTable().entries(), becomes128 ? 128 : 512);
             QCOMPARE(data->SentenceFileName[128].isEmpty(), becomes128);
             QCOMPARE(data->SentenceFileName[127], QStringLiteral("S128.MP2"));
         }

@@ -230,7 +230,7 @@ private slots:
         QCOMPARE(fatKindOf(cards.images[1]),
                  std::optional(fat12Runner ? FatVariant::Fat12 : FatVariant::Fat16));
         QVERIFY(checkedByFsck(cards.images[1]));
-        QVERIFY(format.f.msgBox.unexpected.isEmpty());
+        VERIFY_NO_UNEXPECTED_BOX(format.f.msgBox);
     }
 
     // Every card the slot offers (FAT, up to 128 MiB) formats: FAT16 with a cluster that fits it,

@@ -1,7 +1,12 @@
 #include "ProgramFieldRules.h"
+#include "ProgramWindowTable.h"
 #include "StepText.h"
 
 #include <QTest>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
 
 namespace Rules = ProgramFieldRules;
 
@@ -103,6 +108,65 @@ private slots:
         QCOMPARE(endless ? shown.endlessSeconds.value_or(-1) : int(shown.repeatInterval), stored);
     }
 
+    // A stored interval shows in the unit and text the operator set, and opening keeps 7 in seconds.
+    void intervalShown_data()
+    {
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<int>("minutesFrom");
+        QTest::addColumn<bool>("minutes");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("bar");
+        QTest::newRow("off") << 0 << Rules::OpensInMinutesFrom << false << "0" << 7;
+        QTest::newRow("60 s") << 6 << Rules::OpensInMinutesFrom << false << "60" << 1;
+        QTest::newRow("7 opens as 70 s") << 7 << Rules::OpensInMinutesFrom << false << "70" << 0;
+        QTest::newRow("8 opens as 3 min") << 8 << Rules::OpensInMinutesFrom << true << "3" << 97;
+        QTest::newRow("99 min") << 104 << Rules::OpensInMinutesFrom << true << "99" << 1;
+        QTest::newRow("7 redisplays as 2 min") << 7 << Rules::ShowsInMinutesFrom << true << "2" << 98;
+        QTest::newRow("6 redisplays as 60 s") << 6 << Rules::ShowsInMinutesFrom << false << "60" << 1;
+    }
+    void intervalShown()
+    {
+        QFETCH(int, stored);
+        QFETCH(int, minutesFrom);
+        const Rules::ShownInterval shown = Rules::shownInterval(stored, minutesFrom);
+        QTEST(shown.minutes, "minutes");
+        QTEST(shown.text, "text");
+        QTEST(shown.barValue, "bar");
+    }
+
+    // At most eight windows, never two on one program; a closed window frees its place.
+    void programWindowLimit_data()
+    {
+        QTest::addColumn<int>("opened");
+        QTest::addColumn<int>("closed");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<int>("refusal");
+        using R = ProgramWindowTable::Refusal;
+        QTest::newRow("seventh of eight") << 7 << 0 << 64 << int(R::None);
+        QTest::newRow("ninth") << 8 << 0 << 64 << int(R::EightOpen);
+        QTest::newRow("ninth after one closed") << 8 << 3 << 64 << int(R::None);
+        QTest::newRow("one already open") << 2 << 0 << 2 << int(R::AlreadyOpen);
+        QTest::newRow("the closed one again") << 8 << 3 << 3 << int(R::None);
+    }
+    void programWindowLimit()
+    {
+        QFETCH(int, opened);
+        QFETCH(int, closed);
+        QFETCH(int, number);
+        ProgramWindowTable table;
+        std::vector<std::unique_ptr<QWidget>> windows;
+        for (int n = 1; n <= opened; ++n) {
+            windows.push_back(std::make_unique<QWidget>());
+            table.occupy(table.firstFreeSlot(), windows.back().get(), n);
+        }
+        if (closed)
+            table.release(table.slotShowing(closed));
+        QCOMPARE(table.ProgramWindowCount(), opened - (closed ? 1 : 0));
+        QTEST(int(table.refusalFor(number)), "refusal");
+        if (closed)
+            QCOMPARE(table.firstFreeSlot(), closed);
+    }
+
     void repeatCount_data()
     {
         QTest::addColumn<QString>("typed");
@@ -132,5 +196,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_ProgramRules)
+QTEST_MAIN(tst_ProgramRules)
 #include "tst_ProgramRules.moc"

@@ -51,7 +51,6 @@ class tst_frmProg : public QObject
             boxes = std::make_unique<RealBoxes>();
             real = std::make_unique<AppContext>(withRealBoxes(f->context, *boxes));
         }
-        table->ProgramWindowCount = 1;
         window = new frmProg(realBoxes ? *real : f->context, *table, 1, number, area.get());
         table->occupy(1, window, number);
         frame = area->addSubWindow(window);
@@ -95,7 +94,7 @@ private slots:
     }
     void cleanup()
     {
-        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        VERIFY_NO_UNEXPECTED_BOX(f->msgBox);
         f->msgBox.answers.clear();
         area.reset();
         table.reset();

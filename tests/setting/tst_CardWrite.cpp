@@ -121,10 +121,7 @@ private slots:
         addSentence(0, QStringLiteral("HELLO.MP2"), mp2(GoodHeader));
         addSentence(1, QStringLiteral("RAIN2.MP2"), mp2(GoodHeader, 9000));
     }
-    void cleanup()
-    {
-        QVERIFY2(msgBox.unexpected.isEmpty(), qPrintable(msgBox.unexpected.join(QLatin1Char('|'))));
-    }
+    void cleanup() { VERIFY_NO_UNEXPECTED_BOX(msgBox); }
 
     void aFreshCard()
     {

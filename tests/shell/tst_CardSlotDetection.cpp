@@ -104,7 +104,7 @@ private slots:
                      chosen && i == 0);
         for (const char *name : {"cmdCaWrite", "cmdTCaPc", "cmdTCaFormat"})
             QCOMPARE(findControl<QPushButton>(edit, QLatin1String(name))->isEnabled(), chosen);
-        QVERIFY(f.msgBox.unexpected.isEmpty());
+        VERIFY_NO_UNEXPECTED_BOX(f.msgBox);
     }
 };
 

@@ -27,7 +27,7 @@ private slots:
         QCOMPARE(f.msgBox.shown, QStringList {"Incorrect value has been entered."});
         QVERIFY(f.state->Setting.ProjectName.isEmpty());
         QCOMPARE(dialog.result(), 0);
-        QVERIFY(f.msgBox.unexpected.isEmpty());
+        VERIFY_NO_UNEXPECTED_BOX(f.msgBox);
     }
 
     void folderListOpensAFolderWithEnter()

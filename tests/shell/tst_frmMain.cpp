@@ -42,7 +42,7 @@ private slots:
     }
     void cleanup()
     {
-        QVERIFY2(f->msgBox.unexpected.isEmpty(), qPrintable(f->msgBox.unexpected.join(QLatin1Char('|'))));
+        VERIFY_NO_UNEXPECTED_BOX(f->msgBox);
         QCOMPARE(f->fileDialogs.unexpected, 0);
         window.reset();
         instance.reset();

@@ -39,3 +39,7 @@ public:
     QStringList shown;
     QStringList unexpected;
 };
+
+/// Fails the test when a box came that no answer was queued for, naming each such box's text.
+#define VERIFY_NO_UNEXPECTED_BOX(box) \
+    QVERIFY2((box).unexpected.isEmpty(), qPrintable((box).unexpected.join(QLatin1Char('|'))))
