@@ -89,7 +89,7 @@ ProgramSound::ProgramSound(const SettingData &data, int program, const QStringLi
             continue;
         const QString shown = QLatin1Char('A') + step.mid(1);
         const int slot = step.mid(1).toInt() - 1;
-        const QString name = slot >= 0 && slot < SettingData::SentenceSlots
+        const QString name = slot >= 0 && slot < SentenceTableSize::Largest
             ? data.SentenceFileName[size_t(slot)]
             : QString();
         const QString path = times.file(name);
