@@ -22,7 +22,7 @@
 
 namespace {
 
-QByteArray encoded(const QString &path)
+[[maybe_unused]] QByteArray encoded(const QString &path) // the POSIX calls take the encoded name
 {
     return QFile::encodeName(path);
 }
