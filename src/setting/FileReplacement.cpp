@@ -118,7 +118,7 @@ FileReplacement::~FileReplacement()
 bool FileReplacement::fail(QString &error, const QString &path, int errorCode)
 {
     error = QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
-                .arg(path, qt_error_string(errorCode));
+                .arg(path, systemErrorText(errorCode));
     cancel();
     return false;
 }

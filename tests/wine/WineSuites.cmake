@@ -1,7 +1,7 @@
 # The Qt Test suites that run under Wine. Every test starts through run-in-wine.sh, which keeps a
 # private Wine prefix in the build folder, with drive letters mapped to folders as card slots.
 
-set(CMAKE_CROSSCOMPILING_EMULATOR bash ${CMAKE_CURRENT_LIST_DIR}/run-in-wine.sh)
+set(CMAKE_CROSSCOMPILING_EMULATOR bash ${CMAKE_CURRENT_LIST_DIR}/run-in-wine.sh --qtest)
 set(dq480_test_timeout 300) # the first test also creates the Wine prefix
 
 # Where Wine finds the DLLs: the cross-built Qt and libraries, and MinGW's own runtime.
@@ -28,7 +28,7 @@ dq480_add_test(tst_frmProg SOURCES program/tst_frmProg.cpp LIBS dq480_program dq
 dq480_add_test(tst_EnterKey SOURCES shell/tst_EnterKey.cpp LIBS dq480_sentence dq480_print dq480_gui_test_support)
 dq480_add_test(tst_Japanese SOURCES shell/tst_Japanese.cpp LIBS dq480_shell dq480_gui_test_support)
 
-# The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed, T: empty.
+# The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed.
 # As on a Japanese operator's PC: the ANSI code page is 932.
 dq480_add_test(tst_WinBackend SOURCES platform/tst_WinBackend.cpp LIBS dq480_format dq480_platform)
-set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT LANG=ja_JP.UTF-8)
+set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT DQ480_WINE_LOCALE=ja_JP.UTF-8)
