@@ -13,7 +13,7 @@ export WINEDLLOVERRIDES="mscoree,mshtml=" # no Mono or Gecko installer prompts
 drives=$WINEPREFIX/../drives
 
 prepare_prefix() {
-    [[ -e $WINEPREFIX/.dq480-ready ]] && return
+    [[ -e $WINEPREFIX/.dq480-ready-3 ]] && return
     mkdir -p "$WINEPREFIX" "$drives/removable" "$drives/fixed"
     wineboot --init >/dev/null 2>&1
     wineserver --wait
@@ -22,12 +22,18 @@ prepare_prefix() {
     ln -sfn "$drives/fixed" "$WINEPREFIX/dosdevices/s:"
     wine reg add 'HKLM\Software\Wine\Drives' /v r: /d floppy /f >/dev/null 2>&1
     wine reg add 'HKLM\Software\Wine\Drives' /v s: /d hd /f >/dev/null 2>&1
-    # Wine brings no Japanese font: IPAGothic shows the Japanese windows.
+    # Wine hides the Linux side's QT_ variables from Windows programs: the suites' offscreen
+    # platform is the prefix's own setting.
+    wine reg add 'HKCU\Environment' /v QT_QPA_PLATFORM /d offscreen /f >/dev/null 2>&1
+    wine reg add 'HKCU\Environment' /v QT_QPA_FONTDIR /d 'C:\windows\Fonts' /f >/dev/null 2>&1
+    # Wine brings no Japanese font: IPAGothic shows the Japanese windows. DejaVu Sans is the
+    # offscreen platform's Latin font, as on the Linux side.
     for font in /usr/share/fonts/opentype/ipafont-gothic/ipag.ttf /usr/share/fonts/truetype/fonts-japanese-gothic.ttf; do
         [[ -e $font ]] && cp -L "$font" "$WINEPREFIX/drive_c/windows/Fonts/" && break
     done
+    cp -L /usr/share/fonts/truetype/dejavu/DejaVuSans*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
     wineserver --wait
-    touch "$WINEPREFIX/.dq480-ready"
+    touch "$WINEPREFIX/.dq480-ready-3"
 }
 
 mkdir -p "$(dirname "$WINEPREFIX")"
