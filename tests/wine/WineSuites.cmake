@@ -34,8 +34,10 @@ dq480_add_test(tst_WinBackend SOURCES platform/tst_WinBackend.cpp LIBS dq480_for
 set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT DQ480_WINE_LOCALE=ja_JP.UTF-8)
 
 # The real program on a private X display: start, File > New, File > Save as, the file read back.
+# A prefix of its own: Wine's desktop process serves one display per prefix, and the suites run
+# without one.
 add_test(NAME wine_window_journey
          COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/window_journey.sh $<TARGET_FILE:dq480>
                  ${CMAKE_SOURCE_DIR}/build/default/src/cli/dq480-cli ${CMAKE_BINARY_DIR}/wine-journey-artifacts)
 set_tests_properties(wine_window_journey PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 300 ENVIRONMENT
-                     "WINEDEBUG=-all;DQ480_WINE_DLL_FOLDERS=${dq480_dll_folders};DQ480_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine/prefix")
+                     "WINEDEBUG=-all;DQ480_WINE_DLL_FOLDERS=${dq480_dll_folders};DQ480_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine/journey/prefix")
