@@ -18,8 +18,8 @@ mkdir -p "$artifacts"
 cleanup() {
     # The Windows process outlives its Linux launcher; only dq480.exe is ended, not the suites.
     bash "$(dirname "$0")/run-in-wine.sh" taskkill /f /im dq480.exe >/dev/null 2>&1 || true
-    [[ -n ${program:-} ]] && kill "$program" 2>/dev/null
-    [[ -n ${xserver:-} ]] && kill "$xserver" 2>/dev/null
+    [[ -z ${program:-} ]] || kill "$program" 2>/dev/null || true
+    [[ -z ${xserver:-} ]] || kill "$xserver" 2>/dev/null || true
     rm -rf "$work"
 }
 trap cleanup EXIT
