@@ -202,7 +202,7 @@ copy_dlls_for() { # stage-folder binary...
 
 # What both packages hold: the programs, their DLLs, Qt's plugins and translations, the licences.
 make_stage() {
-    local stage=$1 source
+    local stage=$1 source licence
     rm -rf "$stage"
     mkdir -p "$stage/platforms" "$stage/styles" "$stage/translations" "$stage/licences"
     cp "$root/build/windows/src/app/dq480.exe" "$root/build/windows/src/cli/dq480-cli.exe" "$stage/"
@@ -216,7 +216,10 @@ make_stage() {
     cp "$root/data/icons/dq480.ico" "$stage/"
     cp "$root/data/copyright" "$stage/licences/dq480.txt"
     for source in qt6-base libogg libvorbis opus flac libsndfile mpg123 twolame libsamplerate libebur128 portaudio19; do
-        cp "$cache/src/$source/debian/copyright" "$stage/licences/$source.txt"
+        for licence in debian/copyright COPYING LICENSE LICENSE.txt; do
+            [[ -e $cache/src/$source/$licence ]] && break
+        done
+        cp "$cache/src/$source/$licence" "$stage/licences/$source.txt"
     done
     cp /usr/share/doc/gcc-mingw-w64-base/copyright "$stage/licences/gcc-runtime.txt"
     cp /usr/share/doc/mingw-w64-common/copyright "$stage/licences/mingw-w64-runtime.txt"

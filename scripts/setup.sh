@@ -22,6 +22,7 @@ packages=(
     dpkg-dev fakeroot lintian    # the Debian package: cpack -G DEB, its dependencies, its check
     qt6-tools-dev qt6-l10n-tools qt6-translations-l10n  # Japanese interface: lupdate/lrelease, Qt's own texts
     fonts-ipafont-gothic         # Japanese texts in screenshots and window tests
+    fonts-dejavu-core            # the Latin font of the window tests under Wine
     xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
     openbox                      # the window manager of the operator journeys' desktop
 )

@@ -3,6 +3,7 @@
 #include "FileAttributes.h"
 #include "Mp2File.h"
 #include "MsgBox.h"
+#include "OsFiles.h"
 #include "PathText.h"
 #include "SentenceFolderIndex.h"
 #include "SentenceFolders.h"
@@ -77,7 +78,7 @@ public:
             reportFailure(
                 m_msgBox,
                 QCoreApplication::translate("CardWrite", "Cannot create the folder %1 on the card: %2")
-                    .arg(m_cardFolder, qt_error_string(errno)));
+                    .arg(m_cardFolder, systemErrorText(errno)));
             return false;
         }
         if (!writeControlFile())

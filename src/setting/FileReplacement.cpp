@@ -22,7 +22,7 @@
 
 namespace {
 
-QByteArray encoded(const QString &path)
+[[maybe_unused]] QByteArray encoded(const QString &path) // the POSIX calls take the encoded name
 {
     return QFile::encodeName(path);
 }
@@ -137,7 +137,7 @@ FileReplacement::~FileReplacement()
 bool FileReplacement::fail(QString &error, const QString &path, int errorCode)
 {
     error = QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
-                .arg(path, qt_error_string(errorCode));
+                .arg(path, systemErrorText(errorCode));
     cancel();
     return false;
 }

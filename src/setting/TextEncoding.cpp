@@ -1,6 +1,7 @@
 #include "TextEncoding.h"
 
 #include "NativeOs.h"
+#include "OsCodePages.h"
 
 #include <QStringDecoder>
 #include <QStringEncoder>
@@ -47,7 +48,7 @@ TextEncoding TextEncoding::platformDefault()
 
 bool TextEncoding::isValid() const
 {
-    if (namesSystem(m_name))
+    if (namesSystem(m_name) || systemCodePageNamed(m_name) > 0)
         return true;
     return QStringEncoder(nameBytes(m_name).constData()).isValid();
 }
@@ -58,6 +59,8 @@ QByteArray TextEncoding::encode(QStringView text) const
 {
     if (isAscii(text))
         return text.toLatin1();
+    if (const int codePage = systemCodePageNamed(m_name))
+        return encodeInSystemCodePage(codePage, text);
     QStringEncoder encoder = namesSystem(m_name) ? QStringEncoder(QStringConverter::System)
                                                  : QStringEncoder(nameBytes(m_name).constData());
     return encoder.encode(text);
@@ -67,6 +70,8 @@ QString TextEncoding::decode(QByteArrayView bytes) const
 {
     if (isAscii(bytes))
         return QString::fromLatin1(bytes);
+    if (const int codePage = systemCodePageNamed(m_name))
+        return decodeInSystemCodePage(codePage, bytes);
     QStringDecoder decoder = namesSystem(m_name) ? QStringDecoder(QStringConverter::System)
                                                  : QStringDecoder(nameBytes(m_name).constData());
     return decoder.decode(bytes);

@@ -1,7 +1,7 @@
 # The Qt Test suites that run under Wine. Every test starts through run-in-wine.sh, which keeps a
 # private Wine prefix in the build folder, with drive letters mapped to folders as card slots.
 
-set(CMAKE_CROSSCOMPILING_EMULATOR bash ${CMAKE_CURRENT_LIST_DIR}/run-in-wine.sh)
+set(CMAKE_CROSSCOMPILING_EMULATOR bash ${CMAKE_CURRENT_LIST_DIR}/run-in-wine.sh --qtest)
 set(dq480_test_timeout 300) # the first test also creates the Wine prefix
 
 # Where Wine finds the DLLs: the cross-built Qt and libraries, and MinGW's own runtime.
@@ -29,7 +29,16 @@ dq480_add_test(tst_frmProg SOURCES program/tst_frmProg.cpp LIBS dq480_program dq
 dq480_add_test(tst_EnterKey SOURCES shell/tst_EnterKey.cpp LIBS dq480_sentence dq480_print dq480_gui_test_support)
 dq480_add_test(tst_Japanese SOURCES shell/tst_Japanese.cpp LIBS dq480_shell dq480_gui_test_support)
 
-# The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed, T: empty.
+# The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed.
 # As on a Japanese operator's PC: the ANSI code page is 932.
 dq480_add_test(tst_WinBackend SOURCES platform/tst_WinBackend.cpp LIBS dq480_format dq480_platform)
-set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT LANG=ja_JP.UTF-8)
+set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT DQ480_WINE_LOCALE=ja_JP.UTF-8)
+
+# The real program on a private X display: start, File > New, File > Save as, the file read back.
+# A prefix of its own: Wine's desktop process serves one display per prefix, and the suites run
+# without one.
+add_test(NAME wine_window_journey
+         COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/window_journey.sh $<TARGET_FILE:dq480>
+                 ${CMAKE_SOURCE_DIR}/build/default/src/cli/dq480-cli ${CMAKE_BINARY_DIR}/wine-journey-artifacts)
+set_tests_properties(wine_window_journey PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 300 ENVIRONMENT
+                     "WINEDEBUG=-all;DQ480_WINE_DLL_FOLDERS=${dq480_dll_folders};DQ480_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine/journey/prefix")

@@ -58,6 +58,11 @@ int errnoFromWindows(DWORD code)
 
 } // namespace
 
+QString systemErrorText(int errnoCode)
+{
+    return QString::fromWCharArray(_wcserror(errnoCode));
+}
+
 int createNewFile(const QString &path)
 {
     return ::_wopen(reinterpret_cast<const wchar_t *>(path.utf16()),
@@ -97,6 +102,11 @@ void flushFolderEntries(const QString &)
 }
 
 #else
+
+QString systemErrorText(int errnoCode)
+{
+    return qt_error_string(errnoCode);
+}
 
 int createNewFile(const QString &path)
 {

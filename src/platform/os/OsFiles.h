@@ -6,6 +6,10 @@
 // (Windows' own error codes are turned into the nearest errno), so the caller words every failure
 // the same way on both systems.
 
+/// The reason an errno value stands for, in the same plain words on every system ("Permission
+/// denied", "No space left on device"): on Windows Qt reads the number as a Windows error code.
+QString systemErrorText(int errnoCode);
+
 /// Creates `path` for writing, in binary mode, failing when anything (a file, a link) is already
 /// there, so nothing is ever written through an entry someone else placed. The descriptor or -1.
 int createNewFile(const QString &path);
