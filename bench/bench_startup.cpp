@@ -179,7 +179,7 @@ int main(int argc, char **argv)
                            false, b);
         if (!measured) {
             std::fprintf(stderr, "a window did not show\n");
-            return 1;
+            break;
         }
         msApp.push_back(a.msToWindow);
         msBare.push_back(b.msToWindow);
@@ -190,6 +190,8 @@ int main(int argc, char **argv)
     }
     xvfb.terminate();
     xvfb.waitForFinished(5000);
+    if (msApp.size() < size_t(pairs))
+        return 1;
     std::printf("dq480 against a bare Qt main window, medians of %d pairs:\n", pairs);
     std::printf("  peak memory at the main window: %.1f MB against %.1f MB = %.2fx (goal: at most 1.10x)\n",
                 median(mbApp), median(mbBare), median(mbApp) / median(mbBare));
