@@ -148,7 +148,9 @@ int main(int argc, char **argv)
             continue;
         xvfb.start(QStringLiteral("Xvfb"),
                    {QStringLiteral(":%1").arg(number), QStringLiteral("-screen"), QStringLiteral("0"),
-                    QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+                    QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                    // No reset between two programs, when it takes no client.
+                    QStringLiteral("-noreset")});
         if (!xvfb.waitForStarted(10000))
             break;
         QDeadlineTimer started(10000);

@@ -159,7 +159,7 @@ private:
         QProcess xvfb;
         xvfb.start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
-                    QStringLiteral("tcp")});
+                    QStringLiteral("tcp"), QStringLiteral("-noreset")});
         if (!xvfb.waitForStarted(10000))
             return {};
         QDeadlineTimer deadline(15000);
