@@ -206,9 +206,10 @@ make_stage() {
     rm -rf "$stage"
     mkdir -p "$stage/platforms" "$stage/styles" "$stage/translations" "$stage/licences"
     cp "$root/build/windows/src/app/dq480.exe" "$root/build/windows/src/cli/dq480-cli.exe" "$stage/"
+    cp "$root/build/windows/src/app"/dq480-*.dll "$stage/" # the plugins, loaded on first use
     cp "$prefix/plugins/platforms/qwindows.dll" "$stage/platforms/"
     cp "$prefix/plugins/styles/qwindowsvistastyle.dll" "$stage/styles/"
-    copy_dlls_for "$stage" "$stage"/*.exe "$stage/platforms/qwindows.dll" "$stage/styles/qwindowsvistastyle.dll"
+    copy_dlls_for "$stage" "$stage"/*.exe "$stage"/dq480-*.dll "$stage/platforms/qwindows.dll" "$stage/styles/qwindowsvistastyle.dll"
     "$triple-strip" --strip-unneeded "$stage"/*.exe "$stage"/*.dll "$stage"/*/*.dll
     # Qt's own dialogs (file dialogs, standard buttons) in Japanese; the program's texts are built in.
     cp /usr/share/qt6/translations/qtbase_ja.qm "$stage/translations/"

@@ -129,6 +129,37 @@
     </message>
 </context>
 <context>
+    <name>CapabilityPlugin</name>
+    <message>
+        <source>Sound playback</source>
+        <translation>音声の再生</translation>
+    </message>
+    <message>
+        <source>Card formatting through the desktop&apos;s disk service</source>
+        <translation>デスクトップのディスクサービスによるカードのフォーマット</translation>
+    </message>
+    <message>
+        <source>Sound file conversion</source>
+        <translation>音声ファイルの変換</translation>
+    </message>
+    <message>
+        <source>The test-tone encoder</source>
+        <translation>テストトーンのエンコーダー</translation>
+    </message>
+    <message>
+        <source>%1 is not installed: %2 is there but does not load; reinstall the program.</source>
+        <translation>%1 がインストールされていません: %2 はありますが読み込めません。プログラムを再インストールしてください。</translation>
+    </message>
+    <message>
+        <source>%1 is not installed: %2 is missing from %3.</source>
+        <translation>%1 がインストールされていません: %3 に %2 がありません。</translation>
+    </message>
+    <message>
+        <source>%1 is not installed: %2 is from another version of this program.</source>
+        <translation>%1 がインストールされていません: %2 はこのプログラムの別のバージョンのものです。</translation>
+    </message>
+</context>
+<context>
     <name>CardFormatter</name>
     <message>
         <source>%1 failed. %2</source>

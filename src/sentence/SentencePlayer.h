@@ -31,6 +31,8 @@ public:
     void stop();
 
 private:
+    friend class SentenceOutputPlugin; // hands the output on to the desktop program
+
     // The sound system's side of one playing sentence; ending it stops the sound.
     struct Output;
     struct OutputEnd

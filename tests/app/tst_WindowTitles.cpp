@@ -109,11 +109,13 @@ private slots:
         if (QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty()
             || QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
             QSKIP("needs Xvfb and xdotool (packages xvfb, xdotool)");
-        // Xvfb picks a free display and writes its number to our end of the pipe.
+        // Xvfb picks a free display and writes its number to our end of the pipe. It must not reset
+        // when the last program of one test ends: the next test's program, started at once, would
+        // find no server.
         m_xvfb.start(QStringLiteral("Xvfb"),
                      {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
                       QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
-                      QStringLiteral("tcp")});
+                      QStringLiteral("tcp"), QStringLiteral("-noreset")});
         QVERIFY(m_xvfb.waitForStarted(10000));
         QDeadlineTimer deadline(15000);
         while (!m_xvfb.canReadLine() && !deadline.hasExpired())

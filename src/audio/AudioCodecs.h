@@ -1,0 +1,47 @@
+#pragma once
+
+#include "AudioDecode.h"
+#include "AudioImport.h"
+
+#include <QObject>
+
+#include <optional>
+
+/// What the audio-codec plugin offers the desktop program: the decoders (libsndfile, libmpg123),
+/// the rate converter, the loudness meter and the MP2 encoder behind `decodeAudioFile`,
+/// `importRecording` and `mp2Duration`. The desktop program loads it when a sentence is first
+/// played, imported or timed; the command-line tool and the tests have the codecs built in.
+class AudioCodecsInterface
+{
+public:
+    virtual ~AudioCodecsInterface() = default;
+    virtual bool decodeAudioFile(const QString &path, DecodedAudio &audio, QString &error,
+                                 const std::atomic<bool> *cancel)
+        = 0;
+    virtual bool importRecording(const QString &inputPath, const QString &outputPath,
+                                 const ImportOptions &options, ImportResult &result, QString &error)
+        = 0;
+    virtual std::optional<double> mp2Duration(const QString &path) = 0;
+};
+
+#define DQ480_AUDIO_CODECS_IID "com.arvon.dq480.AudioCodecs/1"
+Q_DECLARE_INTERFACE(AudioCodecsInterface, DQ480_AUDIO_CODECS_IID)
+
+/// What the sound-playback plugin offers: one sentence playing on the PC's default output; ending
+/// the returned object stops it.
+class SoundOutputInterface
+{
+public:
+    class Playing
+    {
+    public:
+        virtual ~Playing() = default;
+    };
+    virtual ~SoundOutputInterface() = default;
+    virtual bool hasOutput() = 0;
+    /// Null with `reason` when the output cannot play this sound.
+    virtual Playing *start(const DecodedAudio &audio, QString &reason) = 0;
+};
+
+#define DQ480_SOUND_OUTPUT_IID "com.arvon.dq480.SoundOutput/1"
+Q_DECLARE_INTERFACE(SoundOutputInterface, DQ480_SOUND_OUTPUT_IID)
