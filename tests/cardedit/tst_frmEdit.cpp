@@ -1,7 +1,6 @@
 #include "GuiFixture.h"
 #include "ProjectCommands.h"
 #include "TestFiles.h"
-#include "TestMounts.h"
 #include "RealBoxes.h"
 #include "TypeText.h"
 #include "frmEdit.h"
@@ -169,23 +168,6 @@ private slots:
         QCOMPARE(f->msgBox.shown,
                  (QStringList {"Write setting file at drive:" + card + "?", "Card write is complete"}));
         QCOMPARE(shownAtTheEnd, label);
-    }
-
-    // A locked card is said before the write is offered: no answer could make it go through.
-    void aLockedCardIsSaidBeforeTheQuestion()
-    {
-        QString skip;
-        const auto locked = TestMount::tmpfs("1m", skip);
-        if (!locked)
-            QSKIP(qPrintable(skip));
-        QVERIFY(locked->makeReadOnly());
-        useCard(locked->path());
-        load();
-        f->msgBox.script({MsgBox::Answer::Ok});
-        window->cmdCaWrite_Click();
-        QCOMPARE(f->msgBox.shown, QStringList {"This card is read only"});
-        QVERIFY(!QFileInfo::exists(locked->filePath(QStringLiteral("CONTENTS"))));
-        f->msgBox.answers.clear();
     }
 
     // The operator's keys and the real message boxes: a refused program number, its message

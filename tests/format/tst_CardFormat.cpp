@@ -4,6 +4,7 @@
 #include "LinuxDriveSource.h"
 #include "ProjectCommands.h"
 #include "TestFiles.h"
+#include "TestMounts.h"
 #include "dlgFMT.h"
 #include "frmEdit.h"
 
@@ -180,6 +181,31 @@ class tst_CardFormat : public QObject
     Q_OBJECT
 
 private slots:
+    // A locked card is said before card write offers anything: no answer could make it go through.
+    void aLockedCardIsSaidBeforeCardWriteAsks()
+    {
+        QString skip;
+        const auto locked = TestMount::tmpfs("1m", skip);
+        if (!locked)
+            QSKIP(qPrintable(skip));
+        QVERIFY(locked->makeReadOnly());
+        GuiFixture f;
+        f.drives.list = {{locked->path(), DriveInfo::Removable, true, QStringLiteral("FAT"), 1 << 20, 1 << 20,
+                          1 << 20, QString()}};
+        f.state->CardSlot = locked->path();
+        f.state->CardSlotValid = true;
+        f.state->Setting.ProjectName = QStringLiteral("Station");
+        QMdiArea area;
+        ProjectCommands commands(f.context, nullptr);
+        auto *edit = new frmEdit(f.context, commands, &area);
+        area.addSubWindow(edit);
+        edit->Form_Load();
+        f.msgBox.script({MsgBox::Answer::Ok});
+        edit->cmdCaWrite_Click();
+        QCOMPARE(f.msgBox.shown, QStringList {"This card is read only"});
+        QVERIFY(!QFileInfo::exists(locked->filePath(QStringLiteral("CONTENTS"))));
+    }
+
     void theCardSlotAmongTwoCardsIsFormatted_data()
     {
         QTest::addColumn<bool>("fat12Runner");
