@@ -1,35 +1,43 @@
 #include "ToolbarIcons.h"
 
+#include "IconEngines.h"
+
 #include <QFont>
 #include <QPainter>
-#include <QPixmap>
 #include <QStyle>
 
 namespace {
 
-QIcon themed(const char *name, const QIcon &fallback)
+// X without a desktop: Qt makes do with the hicolor theme, which holds programs' own icons and no
+// actions', so asking it costs thousands of file look-ups at every start and finds nothing.
+bool onlyFallbackIconTheme()
 {
-    return QIcon::fromTheme(QLatin1String(name), fallback);
+    const QString theme = QIcon::themeName();
+    return !theme.isEmpty() && theme == QIcon::fallbackThemeName();
 }
 
-// Drawn icons are painted afresh at every size a toolbar, a window frame or a HiDPI screen (twice
-// or three times the pixels) may ask for, so they stay sharp instead of being scaled up from one
-// small bitmap. `paint` draws on a square of `units` by `units`.
-template<typename Paint>
-QIcon drawnIcon(qreal units, Paint paint)
+template<typename Fallback>
+QIcon themed(const char *name, Fallback fallback)
 {
-    QIcon icon;
-    for (int size : {16, 22, 24, 32, 48, 64, 96, 128, 256}) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter p(&pixmap);
-        p.setRenderHint(QPainter::Antialiasing);
-        p.scale(size / units, size / units);
-        paint(p);
-        p.end();
-        icon.addPixmap(pixmap);
+    if (!onlyFallbackIconTheme()) {
+        const QIcon icon = QIcon::fromTheme(QLatin1String(name));
+        if (!icon.isNull() && !icon.availableSizes().isEmpty())
+            return icon;
     }
-    return icon;
+    return fallback();
+}
+
+// The style's own picture. Fusion asks the theme first and, with only hicolor, ends with its
+// built-in images (`image`-16, -32 and -128), which are taken directly where this Qt has them.
+QIcon styleIcon(const QStyle *style, QStyle::StandardPixmap standard, const char *image)
+{
+    if (onlyFallbackIconTheme() && style->name() == QLatin1String("fusion")) {
+        const QIcon icon = IconEngines::fromSizedImages(
+            QStringLiteral(":/qt-project.org/styles/commonstyle/images/") + QLatin1String(image));
+        if (!icon.isNull())
+            return icon;
+    }
+    return style->standardIcon(standard);
 }
 
 // A printer: paper feeding into a body with a tray below.
@@ -68,49 +76,55 @@ void paintHelp(QPainter &p)
     p.drawText(QRectF(3, 2, 26, 22), Qt::AlignCenter, QStringLiteral("?"));
 }
 
+// The speaker of the program's icon, on a blue square.
+void paintApplication(QPainter &p)
+{
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(30, 90, 160));
+    p.drawRoundedRect(QRectF(2, 2, 60, 60), 12, 12);
+    p.setBrush(Qt::white);
+    const QPointF speaker[] = {{14, 26}, {22, 26}, {34, 16}, {34, 48}, {22, 38}, {14, 38}};
+    p.drawPolygon(speaker, 6);
+    p.setBrush(Qt::NoBrush);
+    p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
+    p.drawArc(QRectF(30, 22, 14, 20), -50 * 16, 100 * 16);
+    p.drawArc(QRectF(30, 14, 24, 36), -50 * 16, 100 * 16);
+}
+
 } // namespace
 
 namespace ToolbarIcons {
 
 QIcon newFile(const QStyle *style)
 {
-    return themed("document-new", style->standardIcon(QStyle::SP_FileIcon));
+    return themed("document-new", [style] { return styleIcon(style, QStyle::SP_FileIcon, "file"); });
 }
 
 QIcon open(const QStyle *style)
 {
-    return themed("document-open", style->standardIcon(QStyle::SP_DialogOpenButton));
+    return themed("document-open",
+                  [style] { return styleIcon(style, QStyle::SP_DialogOpenButton, "standardbutton-open"); });
 }
 
 QIcon save(const QStyle *style)
 {
-    return themed("document-save", style->standardIcon(QStyle::SP_DialogSaveButton));
+    return themed("document-save",
+                  [style] { return styleIcon(style, QStyle::SP_DialogSaveButton, "standardbutton-save"); });
 }
 
 QIcon print()
 {
-    return themed("document-print", drawnIcon(32, paintPrinter));
+    return themed("document-print", [] { return IconEngines::drawn(32, paintPrinter); });
 }
 
 QIcon application()
 {
-    return drawnIcon(64, [](QPainter &p) {
-        p.setPen(Qt::NoPen);
-        p.setBrush(QColor(30, 90, 160));
-        p.drawRoundedRect(QRectF(2, 2, 60, 60), 12, 12);
-        p.setBrush(Qt::white);
-        const QPointF speaker[] = {{14, 26}, {22, 26}, {34, 16}, {34, 48}, {22, 38}, {14, 38}};
-        p.drawPolygon(speaker, 6);
-        p.setBrush(Qt::NoBrush);
-        p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
-        p.drawArc(QRectF(30, 22, 14, 20), -50 * 16, 100 * 16);
-        p.drawArc(QRectF(30, 14, 24, 36), -50 * 16, 100 * 16);
-    });
+    return IconEngines::drawn(64, paintApplication);
 }
 
 QIcon help(const QStyle *)
 {
-    return themed("help-about", drawnIcon(32, paintHelp));
+    return themed("help-about", [] { return IconEngines::drawn(32, paintHelp); });
 }
 
 } // namespace ToolbarIcons

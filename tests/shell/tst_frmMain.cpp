@@ -1,11 +1,13 @@
 #include "GuiFixture.h"
 #include "HostileSettingFiles.h"
 #include "SingleInstance.h"
+#include "ToolbarIcons.h"
 #include "frmMain.h"
 
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QStyle>
 #include <QTest>
 
 #include "TestFiles.h"
@@ -188,6 +190,52 @@ private slots:
         next.msgBox.shown.clear();
         started.mnuNew_Click();
         QCOMPARE(next.msgBox.shown, QStringList());
+    }
+
+    // Without a desktop theme the new, open and save buttons show the style's own pictures, and the
+    // drawn ones are sharp at any size, HiDPI included, and greyed while their button is disabled.
+    void toolbarIconsWithoutADesktopTheme_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("standard"); // the style's picture, or -1 for a drawn one
+        QTest::newRow("new") << "new" << int(QStyle::SP_FileIcon);
+        QTest::newRow("open") << "open" << int(QStyle::SP_DialogOpenButton);
+        QTest::newRow("save") << "save" << int(QStyle::SP_DialogSaveButton);
+        QTest::newRow("print") << "print" << -1;
+        QTest::newRow("help") << "help" << -1;
+        QTest::newRow("program") << "" << -1;
+    }
+    void toolbarIconsWithoutADesktopTheme()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, standard);
+        // As on X without a desktop: only the fallback theme, hicolor.
+        const QString theme = QIcon::themeName();
+        const QString fallback = QIcon::fallbackThemeName();
+        QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+        const frmMain bare(f->context);
+        QIcon::setThemeName(theme);
+        QIcon::setFallbackThemeName(fallback);
+        const QIcon icon
+            = key.isEmpty() ? ToolbarIcons::application() : findControl<QAction>(&bare, key)->icon();
+        for (const qreal ratio : {1.0, 2.0}) {
+            for (const int side : {16, 24, 48}) {
+                const QPixmap normal = icon.pixmap(QSize(side, side), ratio);
+                const QPixmap disabled = icon.pixmap(QSize(side, side), ratio, QIcon::Disabled);
+                QCOMPARE(normal.size(), QSize(side, side) * ratio);
+                QVERIFY(normal.toImage() != disabled.toImage());
+                if (standard >= 0) {
+                    const QIcon own = bare.style()->standardIcon(QStyle::StandardPixmap(standard));
+                    QCOMPARE(normal.toImage(), own.pixmap(QSize(side, side), ratio).toImage());
+                    QCOMPARE(disabled.toImage(),
+                             own.pixmap(QSize(side, side), ratio, QIcon::Disabled).toImage());
+                } else {
+                    const QImage drawn = normal.toImage();
+                    QVERIFY(qAlpha(drawn.pixel(side * ratio / 2, side * ratio / 2)) > 0);
+                }
+            }
+        }
     }
 
     void staleLockOfACrashedCopyDoesNotBlock()
