@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QPainter>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -41,8 +42,6 @@ frmSplash::frmSplash(QWidget *mainWindow)
     layout->setSpacing(24);
     layout->addWidget(m_title);
     layout->addWidget(m_version);
-    setStyleSheet(
-        QStringLiteral("frmSplash { border: 2px solid palette(dark); background: palette(base); }"));
     m_title->installEventFilter(this);
     m_version->installEventFilter(this);
     adjustSize();
@@ -57,6 +56,15 @@ void frmSplash::placeOver(const QWidget *mainWindow)
     QRect frame = frameGeometry();
     frame.moveCenter(area.center());
     move(frame.left(), frame.top() - ThousandTwipsInPixels);
+}
+
+// Painted rather than styled: a style sheet would bring Qt's whole style sheet machinery into every
+// start for one frame.
+void frmSplash::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Dark));
+    painter.fillRect(rect().marginsRemoved(QMargins(2, 2, 2, 2)), palette().color(QPalette::Base));
 }
 
 void frmSplash::keyPressEvent(QKeyEvent *)

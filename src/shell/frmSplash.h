@@ -17,6 +17,7 @@ public:
     void placeOver(const QWidget *mainWindow);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
