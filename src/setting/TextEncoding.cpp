@@ -27,6 +27,11 @@ QByteArray nameBytes(const QString &name)
     return name.toLatin1();
 }
 
+QString builtInName()
+{
+    return runsOnWindows() ? QStringLiteral("System") : QStringLiteral("CP932");
+}
+
 bool namesSystem(const QString &name)
 {
     return name.compare(QLatin1String("System"), Qt::CaseInsensitive) == 0;
@@ -43,12 +48,14 @@ TextEncoding TextEncoding::platformDefault()
     const QString chosen = qEnvironmentVariable("DQ480_ENCODING");
     if (!chosen.isEmpty())
         return TextEncoding(chosen);
-    return TextEncoding(runsOnWindows() ? QStringLiteral("System") : QStringLiteral("CP932"));
+    return TextEncoding(builtInName());
 }
 
 bool TextEncoding::isValid() const
 {
-    if (namesSystem(m_name) || systemCodePageNamed(m_name) > 0)
+    // The built-in code page is there wherever the program runs (ICU's on Linux, the system's on
+    // Windows); looking it up would load the converter tables at every start.
+    if (namesSystem(m_name) || m_name == builtInName() || systemCodePageNamed(m_name) > 0)
         return true;
     return QStringEncoder(nameBytes(m_name).constData()).isValid();
 }

@@ -37,6 +37,11 @@ private slots:
         QTest::newRow("accent in CP932") << "CP932" << QStringLiteral("Café") << QStringLiteral("é");
         QTest::newRow("lone surrogate in UTF-8")
             << "UTF-8" << QString(QChar(0xD800)) << QString(QChar(0xD800));
+        // A named built-in code page is taken as valid without a look-up: it must hold Japanese.
+        if (const QString builtIn = TextEncoding::platformDefault().name();
+            builtIn != QLatin1String("System"))
+            QTest::newRow("Japanese in the built-in code page")
+                << builtIn << QStringLiteral("駅の案内") << QString();
     }
     void characterTheCodePageCannotHold()
     {
