@@ -144,6 +144,8 @@ private slots:
         pc.addMount(0, 50, QStringLiteral("/mnt/share"), QStringLiteral("cifs"),
                     QStringLiteral("//srv/voice"), spaceOf(MiB));
         pc.addBlock(QStringLiteral("pci/usb6/block/sdg"), 8, 96, true); // a card in, not mounted
+        pc.addBlock(QStringLiteral("pci/usb7/block/sdh"), 8, 112, true); // its partition is listed, not it
+        pc.addBlock(QStringLiteral("pci/usb7/block/sdh/sdh1"), 8, 113, true);
 
         const QList<DriveInfo> drives = pc.drives();
         struct Expected
@@ -160,6 +162,7 @@ private slots:
             {"/", DriveInfo::Fixed, "ext4", false},
             {"/mnt/share", DriveInfo::Network, "cifs", false},
             {"/dev/sdg", DriveInfo::Removable, "", false},
+            {"/dev/sdh1", DriveInfo::Removable, "", false},
         };
         QCOMPARE(drives.size(), int(std::size(expected)));
         for (const Expected &e : expected) {

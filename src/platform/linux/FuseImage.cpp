@@ -1,6 +1,7 @@
 #include "FuseImage.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
@@ -26,15 +27,21 @@ QList<std::pair<QString, QString>> fuseFatProcesses(const QString &procRoot)
 {
     QList<std::pair<QString, QString>> served;
     const QDir proc(procRoot);
-    for (const QString &pid : proc.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    // One entry at a time: a sorted list would hold a file information record for every process.
+    QDirIterator processes(procRoot, QDir::Dirs | QDir::NoDotAndDotDot);
+    while (processes.hasNext()) {
+        processes.next();
+        const QString pid = processes.fileName();
         if (pid.isEmpty() || !pid.front().isDigit())
             continue;
         QFile cmdline(proc.filePath(pid + QStringLiteral("/cmdline")));
         if (!cmdline.open(QIODevice::ReadOnly))
             continue;
-        const QList<QByteArray> arguments = cmdline.readAll().split('\0');
-        if (arguments.isEmpty() || QFileInfo(QFile::decodeName(arguments.first())).fileName() != u"fusefat")
+        // Nearly every process is another program, told by the name its command line starts with.
+        const QByteArray start = cmdline.read(4096);
+        if (QFileInfo(QFile::decodeName(start.left(start.indexOf('\0')))).fileName() != u"fusefat")
             continue;
+        const QList<QByteArray> arguments = (start + cmdline.readAll()).split('\0');
         const QStringList positional = positionalArguments(arguments);
         if (positional.size() != 2)
             continue;
@@ -48,13 +55,12 @@ QList<std::pair<QString, QString>> fuseFatProcesses(const QString &procRoot)
 
 } // namespace
 
-QString fuseFatImage(const QString &procRoot, const QString &mountPoint)
+QHash<QString, QString> fuseFatImages(const QString &procRoot)
 {
-    for (const auto &[image, served] : fuseFatProcesses(procRoot)) {
-        if (served == mountPoint)
-            return image;
-    }
-    return QString();
+    QHash<QString, QString> images;
+    for (const auto &[image, served] : fuseFatProcesses(procRoot))
+        images.insert(served, image);
+    return images;
 }
 
 bool fuseFatServes(const QString &procRoot, const QString &image)

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
-/// The image file behind a fusefat mount. The mount table names only "fusefat" as the source, so
-/// it is read from the command line of the fusefat process that serves `mountPoint`. Empty when no
-/// such process is found under `procRoot` ("/proc").
-QString fuseFatImage(const QString &procRoot, const QString &mountPoint);
+/// The image files behind the fusefat mounts, by mount point. The mount table names only "fusefat"
+/// as the source, so each is read from the command line of the fusefat process under `procRoot`
+/// ("/proc") that serves it.
+QHash<QString, QString> fuseFatImages(const QString &procRoot);
 
 /// True while a fusefat process serves `image`. It goes on writing for a moment after its unmount.
 bool fuseFatServes(const QString &procRoot, const QString &image);

@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <algorithm>
+
 #include <sys/statvfs.h>
 
 namespace {
@@ -118,6 +120,7 @@ QList<DriveInfo> LinuxDriveSource::drives() const
         return {};
     QList<DriveInfo> drives;
     QSet<QString> mountedDevices;
+    std::optional<QHash<QString, QString>> fuseImages; // every process's command line: read once, if needed
     for (const MountEntry &mount : parseMountInfo(QString::fromUtf8(mountInfo.readAll()))) {
         DriveInfo drive;
         drive.path = mount.mountPoint;
@@ -132,7 +135,9 @@ QList<DriveInfo> LinuxDriveSource::drives() const
             // A FAT card or card image mounted in user space: a removable FAT volume. Its image
             // is what a format works on.
             drive.type = DriveInfo::Removable;
-            if (const QString image = fuseFatImage(m_roots.proc, mount.mountPoint); !image.isEmpty())
+            if (!fuseImages)
+                fuseImages = fuseFatImages(m_roots.proc);
+            if (const QString image = fuseImages->value(mount.mountPoint); !image.isEmpty())
                 drive.device = image;
         } else if (mount.major != 0) {
             const BlockDevice block = blockDevice(m_roots.sysfs, mount.major, mount.minor);
@@ -169,8 +174,9 @@ QList<DriveInfo> LinuxDriveSource::drives() const
         if (devNumbers.size() != 2 || readText(folder + QStringLiteral("/size")).toLongLong() == 0)
             continue;
         const BlockDevice block = blockDevice(m_roots.sysfs, devNumbers[0].toInt(), devNumbers[1].toInt());
-        const bool partitioned
-            = !QDir(folder).entryList({name + QLatin1Char('*')}, QDir::Dirs | QDir::NoDotAndDotDot).isEmpty();
+        const QStringList entries = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        const bool partitioned = std::any_of(
+            entries.begin(), entries.end(), [&name](const QString &entry) { return entry.startsWith(name); });
         if (!block.removable || partitioned)
             continue;
         DriveInfo drive;
