@@ -76,16 +76,14 @@ bool SentenceFilesPresent(const SharedState &state)
 
 void ClearWorkFolder(const SharedState &state)
 {
-    // The four spellings are the ones the work folder has always been cleared with.
-    QDir folder(workFolder(state));
-    for (const QString &pattern : {QStringLiteral("*.mp2"), QStringLiteral("*.Mp2"), QStringLiteral("*.mP2"),
-                                   QStringLiteral("*.MP2")}) {
-        folder.setNameFilters({pattern});
-        folder.setFilter(QDir::Files | QDir::Hidden);
-        for (const QString &name : folder.entryList()) {
-            const QString path = folder.filePath(name);
-            if (!isReadOnly(path))
-                QFile::remove(path);
-        }
+    // Every spelling of ".mp2" (the work folder has always been cleared of all four), matched by
+    // hand: a name filter would bring a regular expression engine into every start.
+    const QDir folder(workFolder(state));
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden)) {
+        if (!name.endsWith(QLatin1String(".mp2"), Qt::CaseInsensitive))
+            continue;
+        const QString path = folder.filePath(name);
+        if (!isReadOnly(path))
+            QFile::remove(path);
     }
 }

@@ -131,16 +131,30 @@ private slots:
         QVERIFY(!f->state->SettingEqualsSaved());
     }
 
-    // Files a crashed run left in the work folder must not stand in for the project's own files.
+    // Files a crashed run left in the work folder must not stand in for the project's own files;
+    // what is no sentence file stays.
+    void startUpEmptiesTheWorkFolder_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("removed");
+        QTest::newRow("upper case") << "STALE.MP2" << true;
+        QTest::newRow("lower case") << "stale.mp2" << true;
+        QTest::newRow("mixed case") << "Stale.mP2" << true;
+        QTest::newRow("hidden") << ".hidden.Mp2" << true;
+        QTest::newRow("another kind") << "STALE.MP3" << false;
+        QTest::newRow("a copy's backup") << "STALE.MP2.bak" << false;
+    }
     void startUpEmptiesTheWorkFolder()
     {
+        QFETCH(QString, name);
+        QFETCH(bool, removed);
         GuiFixture next;
         QDir(next.home.path()).mkpath(QStringLiteral("SoundTmp"));
-        writeTestFile(next.home.filePath(QStringLiteral("SoundTmp/STALE.MP2")), "stale");
+        writeTestFile(next.home.filePath(QStringLiteral("SoundTmp/") + name), "stale");
         SingleInstance lock(next.home.filePath(QStringLiteral("dq480.lock")));
         frmMain started(next.context);
         QVERIFY(started.MDIForm_Load(lock));
-        QVERIFY(!QFileInfo::exists(next.home.filePath(QStringLiteral("SoundTmp/STALE.MP2"))));
+        QCOMPARE(QFileInfo::exists(next.home.filePath(QStringLiteral("SoundTmp/") + name)), !removed);
     }
 
     // A second copy on the program folder in use would clear the first one's work folder: whether it
