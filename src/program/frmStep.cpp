@@ -101,7 +101,7 @@ QWidget *frmStep::buildStepFrame()
     return m_columns;
 }
 
-std::array<QString, frmStep::Steps> &frmStep::steps()
+ProgramSteps &frmStep::steps()
 {
     return m_context.state.SettingBuffer.ProgramData[m_p];
 }

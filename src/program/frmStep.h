@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "CloseOnce.h"
+#include "SettingData.h"
 
 #include <QWidget>
 
@@ -63,7 +64,7 @@ private:
     void bringColumnIntoView(int index);
     void applyDefaultStepRule();
     int sentenceLimit() const;
-    std::array<QString, Steps> &steps();
+    ProgramSteps &steps();
 
     AppContext &m_context;
     frmProg &m_owner;

@@ -27,3 +27,11 @@ void SettingData::resetToNewProject()
             steps[step].clear();
     }
 }
+
+std::array<ProgramSteps, SettingData::Programs> SettingData::emptyPrograms()
+{
+    const ProgramSteps empty(StepsPerProgram);
+    std::array<ProgramSteps, Programs> programs;
+    programs.fill(empty);
+    return programs;
+}

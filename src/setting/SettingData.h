@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QtGlobal>
 
@@ -37,6 +38,11 @@ private:
     int m_entries;
 };
 
+/// The steps of one program: SettingData::StepsPerProgram texts, each empty or a four-character
+/// step. Copies share their texts until one of them is changed, so the working, committed and saved
+/// copies of a project hold its steps once until they are edited.
+using ProgramSteps = QList<QString>;
+
 /// Everything one card carries: project texts, card name and attribute word, the sentence table
 /// and the 64 programs. The setting file and the card control file are its serialised form.
 struct SettingData
@@ -63,12 +69,15 @@ struct SettingData
     std::array<qint16, Programs> RepeatInterval {};
     std::array<QString, Programs> ProgramName;
     std::array<qint16, SentenceTableSize::Largest> ProgramSort {};
-    std::array<std::array<QString, StepsPerProgram>, Programs> ProgramData;
+    std::array<ProgramSteps, Programs> ProgramData = emptyPrograms();
 
     SentenceTableSize sentenceTable() const { return SentenceTableSize::ofAttribute(CardAttribute); }
 
     /// Fills every field with the values of a new project.
     void resetToNewProject();
+
+    /// Every program with all its steps empty.
+    static std::array<ProgramSteps, Programs> emptyPrograms();
 };
 
 /// Sections of SettingData that the edit windows commit and compare as a whole.

@@ -52,8 +52,8 @@ class tst_PlayingTime : public QObject
     void setSteps(int program, const QStringList &steps)
     {
         auto &stored = state().SettingBuffer.ProgramData[program];
-        for (size_t i = 0; i < stored.size(); ++i)
-            stored[i] = i < size_t(steps.size()) ? steps[qsizetype(i)] : QString();
+        for (qsizetype i = 0; i < stored.size(); ++i)
+            stored[i] = i < steps.size() ? steps[i] : QString();
     }
 
 private slots:
