@@ -3,12 +3,16 @@
 // the main window and time to a visible window, as ratios of medians of several pairs, so that the
 // machine's load counts for both alike. Needs Xvfb and xdotool.
 //
-//   build/default/bench/bench_startup [pairs] [dq480]
+//   build/default/bench/bench_startup [--display N] [pairs] [dq480]
+//
+// Its X server takes the first free display from N on (100 unless told).
 
 #include <QApplication>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMenuBar>
@@ -87,11 +91,15 @@ bool measure(const QString &program, const QStringList &arguments, const QString
              Start &start)
 {
     QTemporaryDir home;
+    // A desktop session's runtime folder, where the single-instance lock lies, is in memory (tmpfs).
+    const QString memory = QStringLiteral("/dev/shm");
+    QTemporaryDir runtime((QFileInfo(memory).isWritable() ? memory : QDir::tempPath())
+                          + QStringLiteral("/bench_startup-XXXXXX"));
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("DISPLAY"), display);
     env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     env.insert(QStringLiteral("DQ480_HOME"), home.path());
-    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
     QProcess app;
     app.setProcessEnvironment(env);
     app.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -136,13 +144,19 @@ int main(int argc, char **argv)
         return showBareWindow(argc, argv);
     QCoreApplication app(argc, argv);
     std::setvbuf(stdout, nullptr, _IONBF, 0);
-    const int pairs = argc > 1 ? std::max(1, QByteArray(argv[1]).toInt()) : 7;
-    const QString dq480 = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QStringLiteral(DQ480_APP);
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    int firstDisplay = 100;
+    if (arguments.size() > 1 && arguments.first() == QLatin1String("--display")) {
+        firstDisplay = arguments.at(1).toInt();
+        arguments.remove(0, 2);
+    }
+    const int pairs = !arguments.isEmpty() ? std::max(1, arguments.at(0).toInt()) : 7;
+    const QString dq480 = arguments.size() > 1 ? arguments.at(1) : QStringLiteral(DQ480_APP);
 
-    // A private X server on the first free display from :100 on.
+    // A private X server on the first free display from `firstDisplay` on.
     QProcess xvfb;
     QString display;
-    for (int number = 100; number < 200 && display.isEmpty(); ++number) {
+    for (int number = firstDisplay; number < firstDisplay + 100 && display.isEmpty(); ++number) {
         const QString socket = QStringLiteral("/tmp/.X11-unix/X%1").arg(number);
         if (QFile::exists(socket) || QFile::exists(QStringLiteral("/tmp/.X%1-lock").arg(number)))
             continue;
