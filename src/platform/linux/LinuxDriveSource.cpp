@@ -72,7 +72,8 @@ BlockDevice blockDevice(const QString &sysfs, int major, int minor)
 
 LinuxDriveSource::LinuxDriveSource(LinuxSystemRoots roots, SpaceReader space, BootSectorReader bootSector)
     : m_roots(std::move(roots))
-    , m_space(space ? std::move(space) : boundedSpaceReader(std::chrono::seconds(2)))
+    , m_space(space ? space : boundedSpaceReader(std::chrono::seconds(2)))
+    , m_kernelSpace(space ? std::move(space) : statvfsSpace)
     , m_bootSector(std::move(bootSector))
 { }
 
@@ -148,7 +149,11 @@ QList<DriveInfo> LinuxDriveSource::drives() const
         } else {
             continue; // proc, sysfs, cgroup, overlay and the like
         }
-        const std::optional<VolumeSpace> space = m_space(mount.mountPoint);
+        // The kernel answers at once for a block device or a RAM disk; a network share or a FUSE
+        // volume (device numbers 0:n) has a server that may hang, and is asked with a time limit.
+        const bool kernelServed = mount.major != 0 || drive.type == DriveInfo::RamDisk;
+        const std::optional<VolumeSpace> space
+            = kernelServed ? m_kernelSpace(mount.mountPoint) : m_space(mount.mountPoint);
         drive.ready = space.has_value();
         if (space) {
             drive.totalSize = space->total;

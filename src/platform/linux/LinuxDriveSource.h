@@ -35,7 +35,8 @@ public:
     using SpaceReader = std::function<std::optional<VolumeSpace>(const QString &mountPoint)>;
     using BootSectorReader = std::function<QByteArray(const QString &device)>;
 
-    /// Without a space reader, statvfs with a time limit (a stuck volume is not ready).
+    /// Without a space reader, statvfs: directly for block devices and RAM disks, with a time limit
+    /// (a stuck volume is not ready) for network shares and FUSE volumes, whose servers can hang.
     explicit LinuxDriveSource(LinuxSystemRoots roots = {}, SpaceReader space = {},
                               BootSectorReader bootSector = readBootSector);
 
@@ -51,5 +52,6 @@ private:
 
     LinuxSystemRoots m_roots;
     SpaceReader m_space;
+    SpaceReader m_kernelSpace; // of a volume the kernel itself serves
     BootSectorReader m_bootSector;
 };
