@@ -21,10 +21,15 @@ void SettingData::resetToNewProject()
         RepeatCount[program] = 1;
         RepeatInterval[program] = 0;
         ProgramName[program] = QLatin1Char('P') + zeroPadded(program + 1, 3);
-        auto &steps = ProgramData[program];
-        steps[0] = zeroPadded(program + 1, 4);
-        for (int step = 1; step < StepsPerProgram; ++step)
-            steps[step].clear();
+        // Steps already as a new project has them are left alone, so that a copy sharing them
+        // (the committed and saved copies) goes on sharing them.
+        ProgramSteps &steps = ProgramData[program];
+        if (const QString first = zeroPadded(program + 1, 4); steps.at(0) != first)
+            steps[0] = first;
+        for (int step = 1; step < StepsPerProgram; ++step) {
+            if (!steps.at(step).isEmpty())
+                steps[step].clear();
+        }
     }
 }
 
