@@ -158,6 +158,10 @@
         <source>%1 is not installed: %2 is from another version of this program.</source>
         <translation>%1 がインストールされていません: %2 はこのプログラムの別のバージョンのものです。</translation>
     </message>
+    <message>
+        <source>Printing</source>
+        <translation>印刷</translation>
+    </message>
 </context>
 <context>
     <name>CardFormatter</name>

@@ -15,6 +15,8 @@ QString capabilityFileName(Capability capability)
         return QStringLiteral("dq480-codecs");
     case Capability::TestToneEncoder:
         return QStringLiteral("dq480-testtone");
+    case Capability::Printing:
+        return QStringLiteral("dq480-print");
     }
     return {};
 }
@@ -31,6 +33,8 @@ QString capabilityTitle(Capability capability)
         return QCoreApplication::translate("CapabilityPlugin", "Sound file conversion");
     case Capability::TestToneEncoder:
         return QCoreApplication::translate("CapabilityPlugin", "The test-tone encoder");
+    case Capability::Printing:
+        return QCoreApplication::translate("CapabilityPlugin", "Printing");
     }
     return {};
 }

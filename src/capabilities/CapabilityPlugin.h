@@ -12,6 +12,7 @@ enum class Capability {
     CardFormatting, // UDisks2 over D-Bus
     AudioCodecs, // decoding, measuring and encoding recordings
     TestToneEncoder, // the MP2 encoder that makes the test tone
+    Printing, // Qt Print Support and the print setting dialog
 };
 
 /// The plugin's file name without prefix or suffix ("dq480-playback").

@@ -7,13 +7,13 @@
 #include "EntryCheck.h"
 #include "MsgBox.h"
 #include "NumberBox.h"
+#include "PrintSetting.h"
 #include "ProgramEditsQuestion.h"
 #include "ProgramNumberText.h"
 #include "ProgramOptionWord.h"
 #include "ProgramWindowTable.h"
 #include "SharedState.h"
 #include "WindowFrame.h"
-#include "frmPrintPage.h"
 #include "frmStep.h"
 
 #include <QCloseEvent>
@@ -590,8 +590,7 @@ void frmProg::cmdPrint_Click()
 {
     if (!checkPendingEntries(this))
         return;
-    frmPrintPage dialog(m_context, PrintKind::OneProgram, m_programNumber, this);
-    dialog.exec();
+    showPrintSetting(m_context, PrintKind::OneProgram, m_programNumber, this);
 }
 
 bool frmProg::Form_Unload()

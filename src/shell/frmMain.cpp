@@ -1,6 +1,7 @@
 #include "frmMain.h"
 
 #include "MsgBox.h"
+#include "PrintSetting.h"
 #include "ProgramFolder.h"
 #include "ProjectCommands.h"
 #include "ProjectFile.h"
@@ -11,7 +12,6 @@
 #include "ToolbarIcons.h"
 #include "frmAbout.h"
 #include "frmEdit.h"
-#include "frmPrintPage.h"
 #include "frmSplash.h"
 
 #include <QAction>
@@ -349,8 +349,7 @@ void frmMain::mnuCardWrite_Click()
 
 void frmMain::showPrintSetting(PrintKind kind)
 {
-    frmPrintPage dialog(m_context, kind, 1, this);
-    dialog.exec();
+    ::showPrintSetting(m_context, kind, 1, this);
 }
 
 void frmMain::mnuInfCopy_Click()

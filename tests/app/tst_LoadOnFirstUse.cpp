@@ -1,10 +1,15 @@
-// The desktop program loads sound, the codecs and the test-tone encoder only when the operator
-// first uses them: the real program at its main window holds none of their libraries, and this
-// test, built as the program is, finds each one loaded after its first use.
+// The desktop program loads sound, the codecs, the test-tone encoder and printing only when the
+// operator first uses them: the real program at its main window holds none of their libraries, and
+// this test, built as the program is, finds each one loaded after its first use.
 
 #include "AudioImport.h"
+#include "GuiFixture.h"
+#include "PrintSetting.h"
 #include "SentencePlayer.h"
 #include "TestToneEncoder.h"
+
+#include <QApplication>
+#include <QTimer>
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -81,6 +86,12 @@ private slots:
         QVERIFY2(
             error.contains(QLatin1String("Sound file conversion is not installed: dq480-codecs is missing")),
             qPrintable(error));
+        GuiFixture f;
+        showPrintSetting(f.context, PrintKind::AllSettingData, 1, nullptr);
+        QCOMPARE(f.msgBox.shown.size(), 1);
+        QVERIFY2(f.msgBox.shown.first().startsWith(
+                     QLatin1String("Printing is not installed: dq480-print is missing")),
+                 qPrintable(f.msgBox.shown.first()));
     }
 
     void realProgramAtItsMainWindow_data()
@@ -94,6 +105,7 @@ private slots:
         QTest::newRow("libsamplerate") << "libsamplerate";
         QTest::newRow("libebur128") << "libebur128";
         QTest::newRow("twolame") << "libtwolame";
+        QTest::newRow("Qt Print Support") << "libQt6PrintSupport";
     }
     void realProgramAtItsMainWindow()
     {
@@ -121,7 +133,9 @@ private slots:
         QTest::newRow("importing") << "importing"
                                    << QStringList {"libsndfile", "libmpg123", "libsamplerate", "libebur128"}
                                    << QStringList {"libQt6Multimedia", "libportaudio"};
-        QTest::newRow("playing") << "playing" << QStringList {SoundSystemLibrary} << QStringList {};
+        QTest::newRow("playing") << "playing" << QStringList {SoundSystemLibrary}
+                                 << QStringList {"libQt6PrintSupport"};
+        QTest::newRow("printing") << "printing" << QStringList {"libQt6PrintSupport"} << QStringList {};
     }
     void firstUseLoads()
     {
@@ -139,10 +153,19 @@ private slots:
             ImportResult result;
             QVERIFY2(importRecording(path("SIN1KHZ.MP2"), path("B.MP2"), ImportOptions(), result, error),
                      qPrintable(error));
-        } else {
+        } else if (use == QLatin1String("playing")) {
             SentencePlayer player;
             // A machine without a sound card refuses to play, after the sound system is loaded.
             player.play(path("B.MP2"), error);
+        } else {
+            GuiFixture f;
+            // The print setting dialog shows; the operator cancels it.
+            QTimer::singleShot(0, [] {
+                if (QWidget *dialog = QApplication::activeModalWidget())
+                    dialog->close();
+            });
+            showPrintSetting(f.context, PrintKind::AllSettingData, 1, nullptr);
+            QCOMPARE(f.msgBox.shown, QStringList());
         }
         const QString maps = mapsOf(QCoreApplication::applicationPid());
         QCOMPARE(loaded(maps, nowLoaded), nowLoaded);

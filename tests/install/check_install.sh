@@ -18,7 +18,7 @@ installed=(
     share/applications/$app_id.desktop share/metainfo/$app_id.metainfo.xml share/mime/packages/$app_id.xml
     share/bash-completion/completions/dq480-cli share/doc/dq480/copyright share/doc/dq480/changelog.gz
     share/icons/hicolor/scalable/apps/dq480.svg
-    lib/dq480/dq480-playback.so lib/dq480/dq480-codecs.so lib/dq480/dq480-testtone.so
+    lib/dq480/dq480-playback.so lib/dq480/dq480-codecs.so lib/dq480/dq480-testtone.so lib/dq480/dq480-print.so
 )
 for size in 16 22 24 32 48 64 128 256; do installed+=("share/icons/hicolor/${size}x${size}/apps/dq480.png"); done
 
@@ -125,7 +125,7 @@ package)
     depends=$(dpkg-deb --field "$deb" Depends)
     [[ $depends == *libqt6widgets6* ]] || fail "Depends lacks the Qt libraries: $depends"
     # The plugins' own libraries, which the program no longer links.
-    for library in libqt6multimedia6 libsndfile1 libmpg123-0 libtwolame0; do
+    for library in libqt6multimedia6 libsndfile1 libmpg123-0 libtwolame0 libqt6printsupport6; do
         [[ $depends == *$library* ]] || fail "Depends lacks $library, which a plugin needs: $depends"
     done
     [[ $(dpkg-deb --field "$deb" Recommends) == "dosfstools, udisks2" ]] || fail "Recommends"

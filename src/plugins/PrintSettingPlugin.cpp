@@ -1,0 +1,20 @@
+// The print setting dialog and Qt Print Support as a plugin, loaded when the operator first prints.
+
+#include "PrintSetting.h"
+#include "frmPrintPage.h"
+
+class PrintSettingPlugin : public QObject, public PrintSettingInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID DQ480_PRINT_SETTING_IID)
+    Q_INTERFACES(PrintSettingInterface)
+
+public:
+    void show(AppContext &context, PrintKind kind, int program, QWidget *parent) override
+    {
+        frmPrintPage dialog(context, kind, program, parent);
+        dialog.exec();
+    }
+};
+
+#include "PrintSettingPlugin.moc"
