@@ -21,8 +21,7 @@ void fillEmptyProject(SettingData &s)
         s.ProgramOption[program] = 0x2F01;
         s.RepeatCount[program] = 1;
         s.RepeatInterval[program] = 0;
-        for (QString &step : s.ProgramData[program])
-            step.clear();
+        s.ProgramData[program] = ProgramSteps();
     }
     for (int slot = 0; slot < SentenceTableSize::Largest; ++slot) {
         s.SentenceFileName[slot].clear();

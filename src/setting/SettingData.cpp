@@ -21,22 +21,10 @@ void SettingData::resetToNewProject()
         RepeatCount[program] = 1;
         RepeatInterval[program] = 0;
         ProgramName[program] = QLatin1Char('P') + zeroPadded(program + 1, 3);
-        // Steps already as a new project has them are left alone, so that a copy sharing them
-        // (the committed and saved copies) goes on sharing them.
-        ProgramSteps &steps = ProgramData[program];
-        if (const QString first = zeroPadded(program + 1, 4); steps.at(0) != first)
-            steps[0] = first;
-        for (int step = 1; step < StepsPerProgram; ++step) {
-            if (!steps.at(step).isEmpty())
-                steps[step].clear();
-        }
+        // Steps already as a new project has them are left alone, so that the copies sharing them
+        // (the committed and saved copies) go on sharing them.
+        ProgramSteps asNew(zeroPadded(program + 1, 4));
+        if (ProgramData[program] != asNew)
+            ProgramData[program] = std::move(asNew);
     }
-}
-
-std::array<ProgramSteps, SettingData::Programs> SettingData::emptyPrograms()
-{
-    const ProgramSteps empty(StepsPerProgram);
-    std::array<ProgramSteps, Programs> programs;
-    programs.fill(empty);
-    return programs;
 }

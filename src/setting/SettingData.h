@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QList>
+#include "ProgramSteps.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -38,17 +39,12 @@ private:
     int m_entries;
 };
 
-/// The steps of one program: SettingData::StepsPerProgram texts, each empty or a four-character
-/// step. Copies share their texts until one of them is changed, so the working, committed and saved
-/// copies of a project hold its steps once until they are edited.
-using ProgramSteps = QList<QString>;
-
 /// Everything one card carries: project texts, card name and attribute word, the sentence table
 /// and the 64 programs. The setting file and the card control file are its serialised form.
 struct SettingData
 {
     static constexpr int Programs = 64;
-    static constexpr int StepsPerProgram = 128;
+    static constexpr int StepsPerProgram = int(ProgramSteps::Count);
 
     /// Bit of CardAttribute: the card holds 512 sentences instead of 128.
     static constexpr qint16 Attribute512Sentences = SentenceTableSize::AttributeBit;
@@ -69,15 +65,12 @@ struct SettingData
     std::array<qint16, Programs> RepeatInterval {};
     std::array<QString, Programs> ProgramName;
     std::array<qint16, SentenceTableSize::Largest> ProgramSort {};
-    std::array<ProgramSteps, Programs> ProgramData = emptyPrograms();
+    std::array<ProgramSteps, Programs> ProgramData;
 
     SentenceTableSize sentenceTable() const { return SentenceTableSize::ofAttribute(CardAttribute); }
 
     /// Fills every field with the values of a new project.
     void resetToNewProject();
-
-    /// Every program with all its steps empty.
-    static std::array<ProgramSteps, Programs> emptyPrograms();
 };
 
 /// Sections of SettingData that the edit windows commit and compare as a whole.

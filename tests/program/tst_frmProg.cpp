@@ -299,6 +299,19 @@ private slots:
         QCOMPARE(first->programNumber(), 1);
     }
 
+    // Looking at a program's steps and pressing OK changes nothing: no question, and the project is
+    // still as saved.
+    void lookingAtTheStepsChangesNothing()
+    {
+        open(1);
+        frmStep *steps = openSteps();
+        findControl<QPushButton>(steps, QStringLiteral("cmdStpClose"))->click();
+        control<QPushButton>("cmdProgOk")->click();
+        QCOMPARE(f->msgBox.shown, QStringList());
+        QVERIFY(state().SettingEqualsBuffer(SettingSection::All));
+        QVERIFY(state().SettingEqualsSaved());
+    }
+
     void discardingInTheStepWindowRevertsTheProgramWindow()
     {
         open(1);
