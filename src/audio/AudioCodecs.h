@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AudioDecode.h"
-#include "AudioImport.h"
+#include "audio/AudioDecode.h"
+#include "audio/AudioImport.h"
 
 #include <QObject>
 

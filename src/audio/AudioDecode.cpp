@@ -1,7 +1,7 @@
-#include "AudioDecode.h"
+#include "audio/AudioDecode.h"
 
-#include "MpegFrames.h"
-#include "RegularFile.h"
+#include "audio/MpegFrames.h"
+#include "setting/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,8 +1,8 @@
-#include "ProgramWav.h"
+#include "audio/ProgramWav.h"
 
-#include "FileAttributes.h"
-#include "FileReplacement.h"
-#include "ProgramSound.h"
+#include "audio/ProgramSound.h"
+#include "setting/FileAttributes.h"
+#include "setting/FileReplacement.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
-#include "SentencePlayer.h"
+#include "audio/SentencePlayer.h"
 
-#include "AudioDecode.h"
-#include "ProgramDuration.h"
+#include "audio/AudioDecode.h"
+#include "audio/ProgramDuration.h"
 
 #include <QDir>
 

@@ -2,9 +2,9 @@
 // PortAudio starts only when a sentence plays (or the dialog asks for an output), so the program
 // itself starts without loading a sound system.
 
-#include "SentencePlayer.h"
+#include "audio/SentencePlayer.h"
 
-#include "AudioDecode.h"
+#include "audio/AudioDecode.h"
 
 #include <QCoreApplication>
 

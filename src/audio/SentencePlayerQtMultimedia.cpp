@@ -1,8 +1,8 @@
 // Sentence playback through Qt Multimedia.
 
-#include "SentencePlayer.h"
+#include "audio/SentencePlayer.h"
 
-#include "AudioDecode.h"
+#include "audio/AudioDecode.h"
 
 #include <QAudioDevice>
 #include <QAudioFormat>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
-#include "ProgramWindowTable.h"
+#include "program/ProgramWindowTable.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,8 +1,8 @@
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
-#include "CardSlotTests.h"
-#include "MediaCheck.h"
-#include "SystemDrives.h"
+#include "platform/CardSlotTests.h"
+#include "platform/MediaCheck.h"
+#include "platform/SystemDrives.h"
 
 #include <QCoreApplication>
 #include <QStringList>

@@ -1,8 +1,8 @@
-#include "CardFormatter.h"
+#include "format/CardFormatter.h"
 
-#include "FatVariant.h"
-#include "SystemDrives.h"
-#include "UDisksFormat.h"
+#include "format/UDisksFormat.h"
+#include "platform/FatVariant.h"
+#include "platform/SystemDrives.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -11,14 +11,14 @@
 #include <utility>
 
 #ifdef Q_OS_UNIX
-#include "FuseImage.h"
+#include "platform/linux/FuseImage.h"
 #include <QTimer>
 #include <fcntl.h>
 #include <unistd.h>
 #endif
 #ifdef Q_OS_WIN
-#include "WinFormat.h"
-#include "WindowsFormatLaunch.h"
+#include "format/WindowsFormatLaunch.h"
+#include "platform/win/WinFormat.h"
 #include <QTimer>
 #endif
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "DriveInfo.h"
-#include "FatLayout.h"
+#include "format/FatLayout.h"
+#include "platform/DriveInfo.h"
 
 #include <QDeadlineTimer>
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "FatLayout.h"
+#include "format/FatLayout.h"
 
 #include <array>
 

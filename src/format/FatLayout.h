@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FatVariant.h"
+#include "platform/FatVariant.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "FormatCommand.h"
+#include "format/FormatCommand.h"
 
 namespace FormatCommand {
 

@@ -1,4 +1,4 @@
-#include "UDisksFormat.h"
+#include "format/UDisksFormat.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

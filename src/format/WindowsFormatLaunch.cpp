@@ -1,7 +1,7 @@
-#include "WindowsFormatLaunch.h"
+#include "format/WindowsFormatLaunch.h"
 
-#include "FormatCommand.h"
-#include "WinFormat.h"
+#include "format/FormatCommand.h"
+#include "platform/win/WinFormat.h"
 
 #include <QCoreApplication>
 

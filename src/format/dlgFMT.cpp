@@ -1,11 +1,11 @@
-#include "dlgFMT.h"
+#include "format/dlgFMT.h"
 
-#include "CardFormatter.h"
-#include "CardSlotDetection.h"
-#include "DialogLayout.h"
-#include "InitialControlFile.h"
-#include "MsgBox.h"
-#include "SharedState.h"
+#include "format/CardFormatter.h"
+#include "platform/CardSlotDetection.h"
+#include "setting/InitialControlFile.h"
+#include "setting/MsgBox.h"
+#include "setting/SharedState.h"
+#include "widgets/DialogLayout.h"
 
 #include <QLabel>
 #include <QLayout>

@@ -1,4 +1,4 @@
-#include "SingleInstance.h"
+#include "mainwindow/SingleInstance.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FolderLock.h"
+#include "platform/FolderLock.h"
 
 #include <QLockFile>
 #include <QString>

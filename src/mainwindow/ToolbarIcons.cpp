@@ -1,4 +1,4 @@
-#include "ToolbarIcons.h"
+#include "mainwindow/ToolbarIcons.h"
 
 #include <QFont>
 #include <QPainter>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CardSlotDetection.h"
-#include "MenuEntries.h"
-#include "PrintOut.h"
+#include "mainwindow/MenuEntries.h"
+#include "platform/CardSlotDetection.h"
+#include "print/PrintOut.h"
+#include "widgets/AppContext.h"
 
 #include <QMainWindow>
 #include <QPointer>

@@ -1,8 +1,8 @@
-#include "CardSlotDetection.h"
+#include "platform/CardSlotDetection.h"
 
-#include "CardSlotTests.h"
-#include "DriveInfo.h"
-#include "SharedState.h"
+#include "platform/CardSlotTests.h"
+#include "platform/DriveInfo.h"
+#include "setting/SharedState.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "CardSlotTests.h"
+#include "platform/CardSlotTests.h"
 
-#include "MediaCheck.h"
+#include "platform/MediaCheck.h"
 
 namespace CardSlotTests {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DriveInfo.h"
+#include "platform/DriveInfo.h"
 
 /// The tests a drive must pass to be offered as the card slot.
 namespace CardSlotTests {

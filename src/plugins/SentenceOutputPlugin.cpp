@@ -1,7 +1,7 @@
 // Sound playback as a plugin: the sound system this build chose, loaded when a sentence first plays.
 
-#include "AudioCodecs.h"
-#include "SentencePlayer.h"
+#include "audio/AudioCodecs.h"
+#include "audio/SentencePlayer.h"
 
 class SentenceOutputPlugin : public QObject, public SoundOutputInterface
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QWidget>
 

@@ -1,16 +1,16 @@
-#include "CardWrite.h"
+#include "setting/CardWrite.h"
 
-#include "FileAttributes.h"
-#include "Mp2File.h"
-#include "MsgBox.h"
-#include "OsFiles.h"
-#include "PathText.h"
-#include "SentenceFolderIndex.h"
-#include "SentenceFolders.h"
-#include "SettingFileIO.h"
-#include "SettingFileWriter.h"
-#include "SharedState.h"
-#include "TestTone.h"
+#include "platform/os/OsFiles.h"
+#include "setting/FileAttributes.h"
+#include "setting/Mp2File.h"
+#include "setting/MsgBox.h"
+#include "setting/PathText.h"
+#include "setting/SentenceFolderIndex.h"
+#include "setting/SentenceFolders.h"
+#include "setting/SettingFileIO.h"
+#include "setting/SettingFileWriter.h"
+#include "setting/SharedState.h"
+#include "setting/TestTone.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "FileAttributes.h"
+#include "setting/FileAttributes.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,7 +1,7 @@
-#include "FileCopy.h"
+#include "setting/FileCopy.h"
 
-#include "FileReplacement.h"
-#include "RegularFile.h"
+#include "setting/FileReplacement.h"
+#include "setting/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,7 +1,7 @@
-#include "FileReplacement.h"
+#include "setting/FileReplacement.h"
 
-#include "FileAttributes.h"
-#include "OsFiles.h"
+#include "platform/os/OsFiles.h"
+#include "setting/FileAttributes.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FileReplacement.h"
+#include "setting/FileReplacement.h"
 
 #include <QByteArray>
 #include <QString>

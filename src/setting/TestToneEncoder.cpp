@@ -1,4 +1,4 @@
-#include "TestToneEncoder.h"
+#include "setting/TestToneEncoder.h"
 
 #include <QCoreApplication>
 

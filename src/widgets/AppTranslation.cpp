@@ -1,4 +1,4 @@
-#include "AppTranslation.h"
+#include "widgets/AppTranslation.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>

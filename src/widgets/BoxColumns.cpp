@@ -1,6 +1,6 @@
-#include "BoxColumns.h"
+#include "widgets/BoxColumns.h"
 
-#include "NumberText.h"
+#include "setting/NumberText.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "EntryCheck.h"
+#include "widgets/EntryCheck.h"
 
 #include <QFocusEvent>
 #include <QLineEdit>

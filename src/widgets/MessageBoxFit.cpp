@@ -1,4 +1,4 @@
-#include "MessageBoxFit.h"
+#include "widgets/MessageBoxFit.h"
 
 #include <QGuiApplication>
 #include <QMessageBox>

@@ -1,9 +1,9 @@
-#include "ProjectCommands.h"
+#include "widgets/ProjectCommands.h"
 
-#include "FileDialogs.h"
-#include "MsgBox.h"
-#include "ProjectFile.h"
-#include "SharedState.h"
+#include "setting/MsgBox.h"
+#include "setting/ProjectFile.h"
+#include "setting/SharedState.h"
+#include "widgets/FileDialogs.h"
 
 ProjectCommands::ProjectCommands(AppContext &context, QWidget *dialogParent)
     : m_context(context)

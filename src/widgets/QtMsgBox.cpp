@@ -1,6 +1,6 @@
-#include "QtMsgBox.h"
+#include "widgets/QtMsgBox.h"
 
-#include "MessageBoxFit.h"
+#include "widgets/MessageBoxFit.h"
 
 #include <QApplication>
 #include <QMainWindow>

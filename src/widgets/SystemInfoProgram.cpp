@@ -1,6 +1,6 @@
-#include "SystemInfoProgram.h"
+#include "widgets/SystemInfoProgram.h"
 
-#include "OsSystemInfo.h"
+#include "platform/os/OsSystemInfo.h"
 
 QString findSystemInformationProgram(const QStringList &searchPaths)
 {

@@ -1,7 +1,7 @@
-#include "dlgErrLog.h"
+#include "widgets/dlgErrLog.h"
 
-#include "DialogLayout.h"
-#include "SentenceFolders.h"
+#include "setting/SentenceFolders.h"
+#include "widgets/DialogLayout.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

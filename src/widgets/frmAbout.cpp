@@ -1,8 +1,8 @@
-#include "frmAbout.h"
+#include "widgets/frmAbout.h"
 
-#include "AppVersion.h"
-#include "DialogLayout.h"
-#include "MsgBox.h"
+#include "setting/MsgBox.h"
+#include "widgets/AppVersion.h"
+#include "widgets/DialogLayout.h"
 
 #include <QApplication>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SystemInfoProgram.h"
+#include "widgets/SystemInfoProgram.h"
 
 #include <QDialog>
 

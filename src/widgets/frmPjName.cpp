@@ -1,11 +1,11 @@
-#include "frmPjName.h"
-#include "OperatorMessages.h"
+#include "widgets/frmPjName.h"
+#include "setting/OperatorMessages.h"
 
-#include "DialogLayout.h"
-#include "MsgBox.h"
-#include "PathText.h"
-#include "SharedState.h"
-#include "TextChecks.h"
+#include "setting/MsgBox.h"
+#include "setting/PathText.h"
+#include "setting/SharedState.h"
+#include "setting/TextChecks.h"
+#include "widgets/DialogLayout.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
-#include "frmSetPath.h"
+#include "widgets/frmSetPath.h"
 
-#include "DialogLayout.h"
-#include "PathText.h"
+#include "setting/PathText.h"
+#include "widgets/DialogLayout.h"
 
 #include <QComboBox>
 #include <QDir>

@@ -1,6 +1,6 @@
-#include "frmSplash.h"
+#include "widgets/frmSplash.h"
 
-#include "AppVersion.h"
+#include "widgets/AppVersion.h"
 
 #include <QEvent>
 #include <QGuiApplication>

@@ -2,9 +2,9 @@
 // first uses them: the real program at its main window holds none of their libraries, and this
 // test, built as the program is, finds each one loaded after its first use.
 
-#include "AudioImport.h"
-#include "SentencePlayer.h"
-#include "TestToneEncoder.h"
+#include "audio/AudioImport.h"
+#include "audio/SentencePlayer.h"
+#include "setting/TestToneEncoder.h"
 
 #include <QDeadlineTimer>
 #include <QDir>

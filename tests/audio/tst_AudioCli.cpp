@@ -7,12 +7,12 @@
 
 #include <sys/stat.h>
 
-#include "AudioFixtures.h"
-#include "Mp2File.h"
-#include "ProjectFile.h"
-#include "TestFiles.h"
-#include "TestMounts.h"
-#include "TestProjects.h"
+#include "audio/AudioFixtures.h"
+#include "setting/Mp2File.h"
+#include "setting/ProjectFile.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
+#include "support/TestProjects.h"
 
 using namespace AudioFixtures;
 

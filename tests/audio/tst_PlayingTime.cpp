@@ -1,11 +1,11 @@
-#include "AudioFixtures.h"
-#include "AudioImport.h"
-#include "GuiFixture.h"
-#include "ProgramDuration.h"
-#include "ProgramWindowTable.h"
-#include "SentenceFolders.h"
-#include "frmProg.h"
-#include "frmStep.h"
+#include "audio/AudioFixtures.h"
+#include "audio/AudioImport.h"
+#include "audio/ProgramDuration.h"
+#include "program/ProgramWindowTable.h"
+#include "program/frmProg.h"
+#include "program/frmStep.h"
+#include "setting/SentenceFolders.h"
+#include "support/GuiFixture.h"
 
 #include <QDir>
 #include <QLabel>

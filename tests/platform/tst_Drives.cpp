@@ -1,8 +1,8 @@
-#include "BoundedSpaceReader.h"
-#include "CardSlotTests.h"
-#include "FatVariant.h"
-#include "LinuxDriveSource.h"
-#include "TestFiles.h"
+#include "platform/CardSlotTests.h"
+#include "platform/FatVariant.h"
+#include "platform/linux/BoundedSpaceReader.h"
+#include "platform/linux/LinuxDriveSource.h"
+#include "support/TestFiles.h"
 
 #include <QDir>
 #include <QElapsedTimer>

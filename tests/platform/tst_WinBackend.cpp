@@ -1,15 +1,15 @@
 // The Windows backend under Wine, on the drive letters tests/wine/run-in-wine.sh maps: R: a
 // removable drive and S: a fixed one (label DQCARD), each a folder. Nothing here runs the format
 // command.
-#include "FileAttributes.h"
-#include "FileReplacement.h"
-#include "MediaCheck.h"
-#include "TestFiles.h"
-#include "TextEncoding.h"
-#include "WinDriveSource.h"
-#include "WinFormat.h"
-#include "WinMediaTypes.h"
-#include "WindowsFormatLaunch.h"
+#include "format/WindowsFormatLaunch.h"
+#include "platform/MediaCheck.h"
+#include "platform/win/WinDriveSource.h"
+#include "platform/win/WinFormat.h"
+#include "platform/win/WinMediaTypes.h"
+#include "setting/FileAttributes.h"
+#include "setting/FileReplacement.h"
+#include "setting/TextEncoding.h"
+#include "support/TestFiles.h"
 
 #include <QDir>
 #include <QProcess>

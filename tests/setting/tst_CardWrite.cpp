@@ -1,11 +1,11 @@
-#include "CardWrite.h"
-#include "FileAttributes.h"
-#include "Mp2File.h"
-#include "ScriptedMsgBox.h"
-#include "SettingFileWriter.h"
-#include "TestFiles.h"
-#include "TestProjects.h"
-#include "TestTone.h"
+#include "setting/CardWrite.h"
+#include "setting/FileAttributes.h"
+#include "setting/Mp2File.h"
+#include "setting/SettingFileWriter.h"
+#include "setting/TestTone.h"
+#include "support/ScriptedMsgBox.h"
+#include "support/TestFiles.h"
+#include "support/TestProjects.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,7 +15,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "TestMounts.h"
+#include "support/TestMounts.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
-#include "FileAttributes.h"
-#include "FileReplacement.h"
-#include "ProjectFile.h"
-#include "TestProjects.h"
+#include "setting/FileAttributes.h"
+#include "setting/FileReplacement.h"
+#include "setting/ProjectFile.h"
+#include "support/TestProjects.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "TestFiles.h"
-#include "TestMounts.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
 
 #include <cerrno>
 

@@ -1,4 +1,4 @@
-#include "WindowBench.h"
+#include "support/WindowBench.h"
 
 #include <QAccessible>
 #include <QAction>

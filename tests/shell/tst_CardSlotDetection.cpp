@@ -1,8 +1,8 @@
-#include "CardSlotDetection.h"
-#include "GuiFixture.h"
-#include "SingleInstance.h"
-#include "frmEdit.h"
-#include "frmMain.h"
+#include "cardedit/frmEdit.h"
+#include "mainwindow/SingleInstance.h"
+#include "mainwindow/frmMain.h"
+#include "platform/CardSlotDetection.h"
+#include "support/GuiFixture.h"
 
 #include <QAction>
 #include <QPushButton>

@@ -1,6 +1,6 @@
-#include "GuiFixture.h"
-#include "dlgPcCa.h"
-#include "frmPjName.h"
+#include "sentence/dlgPcCa.h"
+#include "support/GuiFixture.h"
+#include "widgets/frmPjName.h"
 
 #include <QLineEdit>
 #include <QPushButton>

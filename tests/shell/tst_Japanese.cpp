@@ -1,9 +1,9 @@
 // The program in Japanese: no caption is cut off (also at twice the pixel density), the project's
 // window still fits in the main window, and nothing written to a setting file or a card depends
 // on the language of the windows.
-#include "AppTranslation.h"
-#include "TypeText.h"
-#include "WindowBench.h"
+#include "support/TypeText.h"
+#include "support/WindowBench.h"
+#include "widgets/AppTranslation.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,5 +1,5 @@
 // The desktop program's real message boxes: every button of every button set gives its own answer.
-#include "QtMsgBox.h"
+#include "widgets/QtMsgBox.h"
 
 #include <QAbstractButton>
 #include <QApplication>

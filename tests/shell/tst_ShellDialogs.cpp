@@ -1,7 +1,7 @@
-#include "GuiFixture.h"
-#include "TypeText.h"
-#include "frmPjName.h"
-#include "frmSetPath.h"
+#include "support/GuiFixture.h"
+#include "support/TypeText.h"
+#include "widgets/frmPjName.h"
+#include "widgets/frmSetPath.h"
 
 #include <QDir>
 #include <QLineEdit>

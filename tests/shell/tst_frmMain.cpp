@@ -1,15 +1,15 @@
-#include "GuiFixture.h"
-#include "HostileSettingFiles.h"
-#include "SingleInstance.h"
-#include "frmMain.h"
+#include "mainwindow/SingleInstance.h"
+#include "mainwindow/frmMain.h"
+#include "support/GuiFixture.h"
+#include "support/HostileSettingFiles.h"
 
 #include <QAction>
 #include <QDir>
 #include <QFile>
 #include <QTest>
 
-#include "TestFiles.h"
-#include "TestMounts.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
 
 namespace {
 

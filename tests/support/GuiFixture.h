@@ -1,10 +1,10 @@
 #pragma once
 
-#include "AppContext.h"
-#include "DriveInfo.h"
-#include "ScriptedFileDialogs.h"
-#include "ScriptedMsgBox.h"
-#include "TestProjects.h"
+#include "platform/DriveInfo.h"
+#include "support/ScriptedFileDialogs.h"
+#include "support/ScriptedMsgBox.h"
+#include "support/TestProjects.h"
+#include "widgets/AppContext.h"
 
 #include <QTemporaryDir>
 #include <QWidget>

@@ -1,19 +1,19 @@
 #pragma once
 
-#include "GuiFixture.h"
-#include "SingleInstance.h"
-#include "dlgCaPc.h"
-#include "dlgErrLog.h"
-#include "dlgFMT.h"
-#include "dlgPcCa.h"
-#include "frmAbout.h"
-#include "frmEdit.h"
-#include "frmMain.h"
-#include "frmPjName.h"
-#include "frmPrintPage.h"
-#include "frmProg.h"
-#include "frmSetPath.h"
-#include "frmStep.h"
+#include "cardedit/frmEdit.h"
+#include "format/dlgFMT.h"
+#include "mainwindow/SingleInstance.h"
+#include "mainwindow/frmMain.h"
+#include "print/frmPrintPage.h"
+#include "program/frmProg.h"
+#include "program/frmStep.h"
+#include "sentence/dlgCaPc.h"
+#include "sentence/dlgPcCa.h"
+#include "support/GuiFixture.h"
+#include "widgets/dlgErrLog.h"
+#include "widgets/frmAbout.h"
+#include "widgets/frmPjName.h"
+#include "widgets/frmSetPath.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "OsFiles.h"
+#include "platform/os/OsFiles.h"
 
 #include <QFile>
 

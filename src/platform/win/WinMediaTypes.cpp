@@ -1,4 +1,4 @@
-#include "WinMediaTypes.h"
+#include "platform/win/WinMediaTypes.h"
 
 #include <windows.h>
 #include <winioctl.h>
