@@ -2,8 +2,8 @@
 
 #include "cardedit/ProgramNumberField.h"
 #include "format/dlgFMT.h"
+#include "platform/CardSlotCriteria.h"
 #include "platform/CardSlotDetection.h"
-#include "platform/CardSlotTests.h"
 #include "program/ProgramNumberText.h"
 #include "program/frmProg.h"
 #include "sentence/dlgCaPc.h"
@@ -411,7 +411,7 @@ void frmEdit::cmdTCaFormat_Click()
     const SharedState &state = m_context.state;
     const QList<DriveInfo> drives = m_context.drives.drives();
     const bool usable = std::any_of(drives.begin(), drives.end(), [&](const DriveInfo &d) {
-        return d.path == state.CardSlot && d.ready && CardSlotTests::typeIsExamined(d);
+        return d.path == state.CardSlot && d.ready && CardSlotCriteria::typeIsExamined(d);
     });
     if (!usable)
         return;

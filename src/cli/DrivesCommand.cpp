@@ -1,6 +1,6 @@
 #include "cli/CliCommands.h"
 
-#include "platform/CardSlotTests.h"
+#include "platform/CardSlotCriteria.h"
 #include "platform/MediaCheck.h"
 #include "platform/SystemDrives.h"
 
@@ -25,7 +25,7 @@ QString describe(const DriveInfo &drive)
         .arg(drive.freeSpace)
         .arg(drive.availableSpace)
         .arg(modFDCHK::MediaCheck(drive) ? QStringLiteral("ok") : QStringLiteral("fails"),
-             CardSlotTests::qualifies(drive) ? QStringLiteral("card slot") : QStringLiteral("-"));
+             CardSlotCriteria::qualifies(drive) ? QStringLiteral("card slot") : QStringLiteral("-"));
 }
 
 // What identifies a drive for --watch: free space changing all the time is no change of drive.

@@ -1,27 +1,28 @@
-#include "platform/CardSlotTests.h"
+#include "platform/CardSlotCriteria.h"
 
 #include "platform/MediaCheck.h"
 
-namespace CardSlotTests {
+namespace CardSlotCriteria {
 
 bool typeIsExamined(const DriveInfo &drive)
 {
     return drive.type == DriveInfo::Removable || drive.type == DriveInfo::Fixed;
 }
 
-bool fileSystemTest(const DriveInfo &drive)
+bool fileSystemQualifies(const DriveInfo &drive)
 {
     return drive.ready && drive.fileSystem == QLatin1String("FAT");
 }
 
-bool sizeTest(const DriveInfo &drive)
+bool sizeQualifies(const DriveInfo &drive)
 {
     return drive.ready && drive.totalSize <= MaxCardBytes;
 }
 
 bool qualifies(const DriveInfo &drive)
 {
-    return typeIsExamined(drive) && modFDCHK::MediaCheck(drive) && fileSystemTest(drive) && sizeTest(drive);
+    return typeIsExamined(drive) && modFDCHK::MediaCheck(drive) && fileSystemQualifies(drive)
+        && sizeQualifies(drive);
 }
 
-} // namespace CardSlotTests
+} // namespace CardSlotCriteria
