@@ -5,13 +5,13 @@
 #include <QTest>
 
 #include "audio/AudioDecode.h"
-#include "audio/AudioFixtures.h"
 #include "audio/AudioImport.h"
 #include "audio/AudioInfo.h"
 #include "audio/Loudness.h"
 #include "audio/Resample.h"
 #include "audio/SentenceName.h"
 #include "setting/Mp2File.h"
+#include "support/AudioFixtures.h"
 #include "support/TestFiles.h"
 #include "support/TestMounts.h"
 

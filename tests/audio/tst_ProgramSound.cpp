@@ -1,10 +1,10 @@
 #include "audio/AudioDecode.h"
-#include "audio/AudioFixtures.h"
 #include "audio/AudioImport.h"
 #include "audio/ProgramDuration.h"
 #include "audio/ProgramSound.h"
 #include "audio/ProgramWav.h"
 #include "setting/SettingData.h"
+#include "support/AudioFixtures.h"
 
 #include <QDir>
 #include <QFileInfo>

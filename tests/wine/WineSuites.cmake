@@ -20,14 +20,14 @@ string(APPEND dq480_test_environment ";DQ480_WINE_PREFIX=${CMAKE_BINARY_DIR}/win
 foreach(name TextChecks PathText SettingFileWriter SettingFileReader)
     dq480_add_test(tst_${name} SOURCES setting/tst_${name}.cpp)
 endforeach()
-dq480_add_test(tst_ShellDialogs SOURCES shell/tst_ShellDialogs.cpp LIBS dq480_gui_test_support)
-dq480_add_test(tst_QtMsgBox SOURCES shell/tst_QtMsgBox.cpp LIBS dq480_widgets)
+dq480_add_test(tst_SmallDialogs SOURCES widgets/tst_SmallDialogs.cpp LIBS dq480_gui_test_support)
+dq480_add_test(tst_QtMsgBox SOURCES widgets/tst_QtMsgBox.cpp LIBS dq480_widgets)
 dq480_add_test(tst_frmEdit SOURCES cardedit/tst_frmEdit.cpp LIBS dq480_cardedit dq480_gui_test_support)
 dq480_add_test(tst_ProgramRules SOURCES program/tst_ProgramRules.cpp LIBS dq480_program)
 dq480_add_test(tst_SentenceTable SOURCES sentence/tst_SentenceTable.cpp LIBS dq480_sentence)
 dq480_add_test(tst_frmProg SOURCES program/tst_frmProg.cpp LIBS dq480_program dq480_gui_test_support)
-dq480_add_test(tst_EnterKey SOURCES shell/tst_EnterKey.cpp LIBS dq480_sentence dq480_print dq480_gui_test_support)
-dq480_add_test(tst_Japanese SOURCES shell/tst_Japanese.cpp LIBS dq480_mainwindow dq480_gui_test_support)
+dq480_add_test(tst_EnterKey SOURCES widgets/tst_EnterKey.cpp LIBS dq480_sentence dq480_print dq480_gui_test_support)
+dq480_add_test(tst_Japanese SOURCES app/tst_Japanese.cpp LIBS dq480_mainwindow dq480_gui_test_support)
 
 # The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed.
 # As on a Japanese operator's PC: the ANSI code page is 932.

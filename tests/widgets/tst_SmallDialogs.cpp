@@ -9,7 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 
-class tst_ShellDialogs : public QObject
+class tst_SmallDialogs : public QObject
 {
     Q_OBJECT
 
@@ -53,5 +53,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_ShellDialogs)
-#include "tst_ShellDialogs.moc"
+QTEST_MAIN(tst_SmallDialogs)
+#include "tst_SmallDialogs.moc"

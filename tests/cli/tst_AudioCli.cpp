@@ -7,9 +7,9 @@
 
 #include <sys/stat.h>
 
-#include "audio/AudioFixtures.h"
 #include "setting/Mp2File.h"
 #include "setting/ProjectFile.h"
+#include "support/AudioFixtures.h"
 #include "support/TestFiles.h"
 #include "support/TestMounts.h"
 #include "support/TestProjects.h"

@@ -1,3 +1,4 @@
+#include "cardedit/frmEdit.h"
 #include "mainwindow/SingleInstance.h"
 #include "mainwindow/frmMain.h"
 #include "support/GuiFixture.h"
@@ -6,6 +7,7 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QPushButton>
 #include <QTest>
 
 #include "support/TestFiles.h"
@@ -188,6 +190,40 @@ private slots:
         next.msgBox.shown.clear();
         started.mnuNew_Click();
         QCOMPARE(next.msgBox.shown, QStringList());
+    }
+
+    void removingTheChosenCardAmongOthers_data()
+    {
+        QTest::addColumn<int>("others");
+        QTest::newRow("one left") << 1;
+        QTest::newRow("two left") << 2;
+    }
+    void removingTheChosenCardAmongOthers()
+    {
+        QFETCH(int, others);
+        for (int i = 0; i <= others; ++i)
+            f->drives.list.append({QStringLiteral("/media/card%1").arg(i), DriveInfo::Removable, true,
+                                   QStringLiteral("FAT"), 64 << 20, 32 << 20, 16 << 20,
+                                   QStringLiteral("/dev/sdx1")});
+        window->SysInfo1_DeviceChange();
+        action("mnuNew")->trigger();
+        frmEdit *edit = window->editWindow();
+        QVERIFY(edit);
+        window->mnuCard_Click(1);
+        QCOMPARE(f->state->CardSlot, QStringLiteral("/media/card1"));
+        QVERIFY(f->state->CardSlotValid);
+        QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
+
+        f->drives.list.removeAt(1);
+        window->SysInfo1_DeviceChange();
+        // A single card left is chosen by itself; with more the operator has to choose again.
+        const bool chosen = others == 1;
+        QCOMPARE(f->state->CardSlotValid, chosen);
+        QCOMPARE(f->state->CardSlot, chosen ? QStringLiteral("/media/card0") : QString());
+        for (int i = 0; i < frmMain::CardSlotEntries; ++i)
+            QCOMPARE(action(qPrintable(QStringLiteral("mnuCard_%1").arg(i)))->isChecked(), chosen && i == 0);
+        for (const char *name : {"cmdCaWrite", "cmdTCaPc", "cmdTCaFormat"})
+            QCOMPARE(findControl<QPushButton>(edit, QLatin1String(name))->isEnabled(), chosen);
     }
 
     void staleLockOfACrashedCopyDoesNotBlock()

@@ -1,5 +1,4 @@
 #include "audio/AudioDecode.h"
-#include "audio/AudioFixtures.h"
 #include "audio/AudioImport.h"
 #include "audio/Loudness.h"
 #include "sentence/RecordingImport.h"
@@ -7,6 +6,7 @@
 #include "sentence/dlgSentenceNames.h"
 #include "setting/CardWrite.h"
 #include "setting/Mp2File.h"
+#include "support/AudioFixtures.h"
 #include "support/GuiFixture.h"
 #include "support/TestFiles.h"
 #include "support/TestMounts.h"

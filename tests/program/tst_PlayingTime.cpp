@@ -1,10 +1,10 @@
-#include "audio/AudioFixtures.h"
 #include "audio/AudioImport.h"
 #include "audio/ProgramDuration.h"
 #include "program/ProgramWindowTable.h"
 #include "program/frmProg.h"
 #include "program/frmStep.h"
 #include "setting/SentenceFolders.h"
+#include "support/AudioFixtures.h"
 #include "support/GuiFixture.h"
 
 #include <QDir>
