@@ -434,14 +434,7 @@ void frmEdit::cmdTPcCa_Click()
 void frmEdit::cmdTCaPc_Click()
 {
     dlgCaPc dialog(m_context, this);
-    m_cardToPc = &dialog;
     dialog.exec();
-}
-
-void frmEdit::closeCardToPcDialog()
-{
-    if (m_cardToPc)
-        m_cardToPc->reject();
 }
 
 void frmEdit::cmdSave_Click()

@@ -247,8 +247,6 @@ void frmMain::SysInfo1_DeviceChange()
     m_detection.DeviceEvent(m_cardMenu);
     showCardSlotMenu();
     refreshCardButtons();
-    if (!m_context.state.CardSlotValid && m_editWindow)
-        m_editWindow->closeCardToPcDialog();
 }
 
 void frmMain::unloadSplash()

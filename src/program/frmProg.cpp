@@ -373,8 +373,7 @@ void frmProg::cmbPrgMethod_Click()
     if (k == Word::Repeat || k == Word::Endless)
         redisplayInterval();
     setModified();
-    if (m_stepWindow)
-        m_stepWindow->refreshCaption();
+    emit methodChanged(methodName());
 }
 
 void frmProg::cmbPrgMethod_LostFocus()
@@ -563,7 +562,8 @@ void frmProg::cmdProgStep_Click()
         return;
     m_context.state.StepProgramNumber = m_programNumber;
     if (!m_stepWindow) {
-        m_stepWindow = new frmStep(m_context, *this);
+        m_stepWindow = new frmStep(m_context, methodName());
+        connect(this, &frmProg::methodChanged, m_stepWindow, &frmStep::showMethod);
         // The steps may have changed: the playing time follows once the step window closes.
         connect(m_stepWindow, &QObject::destroyed, this, &frmProg::showPlayingTime);
         if (m_mdiArea) {

@@ -40,6 +40,10 @@ public:
     /// Shows how long one pass of the program's steps plays.
     void showPlayingTime();
 
+signals:
+    /// The operator chose another method; `name` is its name.
+    void methodChanged(const QString &name);
+
 public slots:
     void cmbPrgMethod_Click();
     void cmbPrgMethod_LostFocus();

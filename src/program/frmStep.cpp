@@ -4,7 +4,6 @@
 
 #include "program/ProgramEditsQuestion.h"
 #include "program/StepText.h"
-#include "program/frmProg.h"
 #include "setting/MsgBox.h"
 #include "setting/NumberText.h"
 #include "setting/SharedState.h"
@@ -29,10 +28,10 @@ constexpr int Columns = frmStep::Steps / frmStep::StepsPerColumn;
 
 } // namespace
 
-frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
+frmStep::frmStep(AppContext &context, const QString &methodName, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
-    , m_owner(owner)
+    , m_methodName(methodName)
 {
     setObjectName(QStringLiteral("frmStep"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -134,9 +133,15 @@ void frmStep::showWorkingCopy()
     m_cmdStpSave->setEnabled(false);
 }
 
+void frmStep::showMethod(const QString &methodName)
+{
+    m_methodName = methodName;
+    refreshCaption();
+}
+
 void frmStep::refreshCaption()
 {
-    setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
+    setWindowTitle(m_methodName + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
                    + shownFileName(m_context.state.ProjectFileName) + QStringLiteral(" - P")
                    + zeroPadded(m_p + 1, 3));
 }

@@ -87,6 +87,11 @@ dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
     connect(cmdCaPcClose, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcClose_Click);
     connect(m_txtCaPcAllInp, &QLineEdit::editingFinished, this, &dlgCaPc::txtCaPcAllInp_LostFocus);
     connect(m_txtCaPcSelInp, &QLineEdit::textEdited, this, &dlgCaPc::txtCaPcSelInp_Change);
+    // The card it copies from is gone: nothing is left to copy, so the dialog closes by itself.
+    connect(&context.state, &SharedState::cardSlotChanged, this, [this] {
+        if (!m_context.state.CardSlotValid)
+            reject();
+    });
     Form_Load();
 }
 

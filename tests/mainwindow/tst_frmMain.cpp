@@ -5,10 +5,12 @@
 #include "support/HostileSettingFiles.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include "support/TestFiles.h"
 #include "support/TestMounts.h"
@@ -214,10 +216,23 @@ private slots:
         QVERIFY(f->state->CardSlotValid);
         QVERIFY(findControl<QPushButton>(edit, QStringLiteral("cmdCaWrite"))->isEnabled());
 
-        f->drives.list.removeAt(1);
-        window->SysInfo1_DeviceChange();
-        // A single card left is chosen by itself; with more the operator has to choose again.
+        // The card goes while the card-to-PC dialog is open. A single card left is chosen by itself;
+        // with more the operator has to choose again, and the dialog, left without a card, closes.
+        QString opened;
+        bool stillOpen = false;
+        QTimer::singleShot(0, edit, [&] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            opened = dialog ? dialog->objectName() : QString();
+            f->drives.list.removeAt(1);
+            window->SysInfo1_DeviceChange();
+            stillOpen = dialog && dialog->isVisible();
+            if (stillOpen)
+                dialog->close();
+        });
+        findControl<QPushButton>(edit, QStringLiteral("cmdTCaPc"))->click();
+        QCOMPARE(opened, QStringLiteral("dlgCaPc"));
         const bool chosen = others == 1;
+        QCOMPARE(stillOpen, chosen);
         QCOMPARE(f->state->CardSlotValid, chosen);
         QCOMPARE(f->state->CardSlot, chosen ? QStringLiteral("/media/card0") : QString());
         for (int i = 0; i < frmMain::CardSlotEntries; ++i)
