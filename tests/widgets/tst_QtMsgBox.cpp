@@ -4,9 +4,9 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
-#include <QScreen>
 #include <QPointer>
 #include <QProgressDialog>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
