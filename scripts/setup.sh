@@ -16,6 +16,7 @@ packages=(
     wine wine64                  # runs the Windows programs and their tests
     nsis                         # the Windows installer
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
+    python3                      # the layers test (scripts/check-layers.py)
     python3-fusepy               # a test card that keeps wrong bytes (tests/support/altering_fs.py)
     poppler-utils                # print-outs read back as text in tests
     desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin bash-completion  # installed desktop files checked
