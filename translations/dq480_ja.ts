@@ -697,21 +697,6 @@
     </message>
 </context>
 <context>
-    <name>TestTone</name>
-    <message>
-        <source>The MP2 encoder could not start.</source>
-        <translation>MP2 エンコーダーを開始できませんでした。</translation>
-    </message>
-    <message>
-        <source>The MP2 encoder refused the test tone&apos;s settings.</source>
-        <translation>MP2 エンコーダーがテストトーンの設定を受け付けませんでした。</translation>
-    </message>
-    <message>
-        <source>The MP2 encoder failed on the test tone.</source>
-        <translation>MP2 エンコーダーがテストトーンの作成に失敗しました。</translation>
-    </message>
-</context>
-<context>
     <name>TextExcerpt</name>
     <message>
         <source>%1 (%2 characters)</source>
