@@ -1,7 +1,7 @@
 #include "AudioImport.h"
 
 #include "AudioDecode.h"
-#include "FileReplacement.h"
+#include "PcFileReplacement.h"
 #include "Loudness.h"
 #include "Mp2File.h"
 #include "Resample.h"

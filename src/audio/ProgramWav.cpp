@@ -1,7 +1,7 @@
 #include "ProgramWav.h"
 
 #include "FileAttributes.h"
-#include "FileReplacement.h"
+#include "PcFileReplacement.h"
 #include "ProgramSound.h"
 
 #include <QCoreApplication>
@@ -78,7 +78,7 @@ bool writeProgramWav(ProgramSound &sound, const QString &path, QString &error)
                     .arg(path);
         return false;
     }
-    FileReplacement file(path, ReplaceStyle::Pc);
+    PcFileReplacement file(path);
     if (!file.open(error) || !file.write(wavHeader(sound.sampleRate(), frames), error))
         return false;
     std::vector<float> block(65536);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FileReplacement.h"
+#include "PcFileReplacement.h"
 
 #include <QByteArray>
 #include <QString>

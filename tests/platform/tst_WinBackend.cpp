@@ -2,8 +2,8 @@
 // removable drive and S: a fixed one (label DQCARD), each a folder. Nothing here runs the format
 // command.
 #include "FileAttributes.h"
-#include "FileReplacement.h"
 #include "MediaCheck.h"
+#include "PcFileReplacement.h"
 #include "TestFiles.h"
 #include "TextEncoding.h"
 #include "WinDriveSource.h"
@@ -225,7 +225,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     if (argc == 3 && QByteArray(argv[1]) == "--write-and-hold") {
-        FileReplacement file(QString::fromLocal8Bit(argv[2]), ReplaceStyle::Pc);
+        PcFileReplacement file(QString::fromLocal8Bit(argv[2]));
         QString error;
         if (!file.open(error) || !file.write(QByteArray(1 << 20, 'n'), error))
             return 1;
