@@ -3,6 +3,7 @@
 // command.
 #include "FileAttributes.h"
 #include "MediaCheck.h"
+#include "OtherCopy.h"
 #include "PcFileReplacement.h"
 #include "TestFiles.h"
 #include "TextEncoding.h"
@@ -189,6 +190,37 @@ private slots:
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList {QStringLiteral("P.stf")});
     }
 
+    // One copy runs on a program folder, whichever user starts it, and on its own folder each: the
+    // lock is a kernel object the system lets go of when the copy ends, however it ends, so a copy
+    // killed (in Task Manager, say) blocks nothing and no process id is ever taken for another's.
+    void oneCopyPerProgramFolder_data()
+    {
+        QTest::addColumn<bool>("firstKilled");
+        QTest::addColumn<int>("second"); // 0: the same folder, 1: it named otherwise, 2: another
+        QTest::addColumn<bool>("starts");
+        QTest::newRow("same folder") << false << 0 << false;
+        QTest::newRow("same folder, other case and separators") << false << 1 << false;
+        QTest::newRow("a folder of its own") << false << 2 << true;
+        QTest::newRow("same folder, first copy killed") << true << 0 << true;
+    }
+    void oneCopyPerProgramFolder()
+    {
+        QFETCH(bool, firstKilled);
+        QFETCH(int, second);
+        QFETCH(bool, starts);
+        QTemporaryDir folder;
+        QTemporaryDir own;
+        OtherCopy first;
+        QVERIFY(first.start(folder.path()));
+        if (firstKilled)
+            first.kill();
+        const QString secondFolder = second == 0 ? folder.path()
+            : second == 1                        ? QDir::toNativeSeparators(folder.path()).toUpper()
+                                                 : own.path();
+        SingleInstance instance;
+        QCOMPARE(instance.acquire(secondFolder), starts);
+    }
+
     // The media check decides on the count alone: 11, or 0 for a failed query. Wine's own drives
     // answer what Wine answers, so the counts come as reply sizes of 24-byte records.
     void mediaCount_data()
@@ -220,9 +252,10 @@ private slots:
 };
 
 // "--write-and-hold FILE": writes a new FILE without putting it in place, says so, and waits to
-// be killed.
+// be killed. With DQ480_OTHER_COPY_ON set, it is another copy of the program on that folder.
 int main(int argc, char *argv[])
 {
+    OtherCopy::runWhenAsked();
     QCoreApplication app(argc, argv);
     if (argc == 3 && QByteArray(argv[1]) == "--write-and-hold") {
         PcFileReplacement file(QString::fromLocal8Bit(argv[2]));

@@ -82,7 +82,7 @@ private slots:
         QFETCH(int, others);
         GuiFixture f;
         f.drives.list = cards(others + 1);
-        SingleInstance instance(f.home.filePath(QStringLiteral("lock")));
+        SingleInstance instance;
         frmMain window(f.context);
         QVERIFY(window.MDIForm_Load(instance));
         window.findChild<QAction *>(QStringLiteral("mnuNew"))->trigger();
