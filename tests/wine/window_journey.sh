@@ -50,9 +50,8 @@ window_titled() { # title [seconds]
     return 1
 }
 
-# A fresh program folder, and no lock of an earlier run: the journey starts as a first start does.
+# A fresh program folder: the journey starts as a first start does.
 export DQ480_HOME="Z:${work//\//\\}\\home"
-bash "$(dirname "$0")/run-in-wine.sh" cmd /c "del /q %USERPROFILE%\\dq480-*.lock" >/dev/null 2>&1 || true
 bash "$(dirname "$0")/run-in-wine.sh" "$exe" -platform windows >"$artifacts/program.log" 2>&1 &
 program=$!
 
