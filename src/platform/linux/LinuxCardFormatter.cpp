@@ -193,8 +193,9 @@ bool LinuxCardFormatter::start(const DriveInfo &drive, QString &error)
         return true;
     }
     if (!image && geteuid() != 0) {
-        error = QStringLiteral("Formatting %1 needs administrator rights: run the program as root, or format "
-                               "the card as FAT16 with the desktop's disk tool.")
+        error = QCoreApplication::translate("CardFormatter",
+                                            "Formatting %1 needs administrator rights: run the program as "
+                                            "root, or format the card as FAT16 with the desktop's disk tool.")
                     .arg(drive.device);
         return false;
     }
