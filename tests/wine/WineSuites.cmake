@@ -34,11 +34,14 @@ dq480_add_test(tst_Japanese SOURCES shell/tst_Japanese.cpp LIBS dq480_shell dq48
 dq480_add_test(tst_WinBackend SOURCES platform/tst_WinBackend.cpp LIBS dq480_format dq480_platform)
 set_property(TEST tst_WinBackend APPEND PROPERTY ENVIRONMENT DQ480_WINE_LOCALE=ja_JP.UTF-8)
 
-# The real program on a private X display: start, File > New, File > Save as, the file read back.
-# A prefix of its own: Wine's desktop process serves one display per prefix, and the suites run
-# without one.
+# The real program on a private X display, driven by keys: File > New, sentences, a program with
+# steps, Save as, Open, and Card write onto a FAT16 image that Wine maps as drive D:; the card is
+# read back with mtools. A prefix of its own: Wine's desktop process serves one display per prefix,
+# and the suites run without one.
+set(dq480_journey_environment "WINEDEBUG=-all;DQ480_WINE_DLL_FOLDERS=${dq480_dll_folders}")
+set(dq480_linux_cli ${CMAKE_SOURCE_DIR}/build/default/src/cli/dq480-cli)
 add_test(NAME wine_window_journey
-         COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/window_journey.sh $<TARGET_FILE:dq480>
-                 ${CMAKE_SOURCE_DIR}/build/default/src/cli/dq480-cli ${CMAKE_BINARY_DIR}/wine-journey-artifacts)
-set_tests_properties(wine_window_journey PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 300 ENVIRONMENT
-                     "WINEDEBUG=-all;DQ480_WINE_DLL_FOLDERS=${dq480_dll_folders};DQ480_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine/journey/prefix")
+         COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/window_journey.sh $<TARGET_FILE:dq480> ${dq480_linux_cli}
+                 ${CMAKE_BINARY_DIR}/wine-journey-artifacts)
+set_tests_properties(wine_window_journey PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 600 ENVIRONMENT
+                     "${dq480_journey_environment};DQ480_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine/journey/prefix")
