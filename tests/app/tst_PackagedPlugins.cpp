@@ -29,18 +29,20 @@ private slots:
         const QByteArray tone = encodeTestTone(error);
         QVERIFY(QFile::rename(away, folder + QStringLiteral("/dq480-testtone.dll")));
         QVERIFY(tone.isEmpty());
-        QCOMPARE(error, QStringLiteral("The test-tone encoder is not installed: dq480-testtone is missing from %1.")
-                            .arg(QDir::toNativeSeparators(folder)));
+        QCOMPARE(error,
+                 QStringLiteral("The test-tone encoder is not installed: dq480-testtone is missing from %1.")
+                     .arg(QDir::toNativeSeparators(folder)));
     }
 
     void pluginLoads_data()
     {
         QTest::addColumn<int>("which");
         QTest::addColumn<QByteArray>("interfaceId");
-        QTest::newRow("dq480-playback") << int(Capability::SoundPlayback) << QByteArray(DQ480_SOUND_OUTPUT_IID);
+        QTest::newRow("dq480-playback")
+            << int(Capability::SoundPlayback) << QByteArray(DQ480_SOUND_OUTPUT_IID);
         QTest::newRow("dq480-codecs") << int(Capability::AudioCodecs) << QByteArray(DQ480_AUDIO_CODECS_IID);
-        QTest::newRow("dq480-testtone") << int(Capability::TestToneEncoder)
-                                        << QByteArray(DQ480_TEST_TONE_ENCODER_IID);
+        QTest::newRow("dq480-testtone")
+            << int(Capability::TestToneEncoder) << QByteArray(DQ480_TEST_TONE_ENCODER_IID);
     }
     void pluginLoads()
     {
