@@ -1186,10 +1186,6 @@
         <translation>説明:</translation>
     </message>
     <message>
-        <source>New File</source>
-        <translation>新規ファイル</translation>
-    </message>
-    <message>
         <source>DQ-480 Setting Software : </source>
         <translation>DQ-480 設定ソフト : </translation>
     </message>

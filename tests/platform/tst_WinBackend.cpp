@@ -249,6 +249,22 @@ private slots:
         QVERIFY(!modFDCHK::MediaCheck(absent));
         QVERIFY(winMediaTypeCount("R:") >= 0);
     }
+
+    // The Wine harness stands in a card reader's count for one drive; the device is still opened
+    // for real, and no other drive's answer changes.
+    void mediaCountStandIn()
+    {
+        const int wineAnswerForS = winMediaTypeCount("S:");
+        qputenv("DQ480_WINE_MEDIA_TYPES", "r:=11");
+        const int r = winMediaTypeCount("R:");
+        const int s = winMediaTypeCount("S:");
+        const int q = winMediaTypeCount("Q:");
+        qunsetenv("DQ480_WINE_MEDIA_TYPES");
+        QCOMPARE(r, 11);
+        QCOMPARE(s, wineAnswerForS);
+        QCOMPARE(q, -1);
+        QCOMPARE(wineStandInMediaCount("D:", "D:=2x"), -1);
+    }
 };
 
 // "--write-and-hold FILE": writes a new FILE without putting it in place, says so, and waits to
