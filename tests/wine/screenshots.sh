@@ -42,7 +42,6 @@ for language in en ja; do
     mkdir -p "$work/$language"
     export DQ480_WINE_LOCALE=
     [[ $language == ja ]] && DQ480_WINE_LOCALE=ja_JP.UTF-8
-    bash "$here/run-in-wine.sh" cmd /c "del /q %USERPROFILE%\\dq480-*.lock" >/dev/null 2>&1 || true
     bash "$here/run-in-wine.sh" explorer /desktop=dq480,1280x900 "$exe" -platform windows --language "$language" \
         >"$work/$language.log" 2>&1 &
     sleep 15 # the splash window closes

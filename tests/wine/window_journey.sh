@@ -68,7 +68,6 @@ fi
 
 # Drive D: is the card reader. Wine reads its drive types when its server starts, so the server
 # is let go once they are set.
-wine_run cmd /c "del /q %USERPROFILE%\\dq480-*.lock" >/dev/null 2>&1 || true
 ln -sfn "$work/card" "$DQ480_WINE_PREFIX/dosdevices/d:"
 ln -sfn "$loop" "$DQ480_WINE_PREFIX/dosdevices/d::"
 wine_run reg add 'HKLM\Software\Wine\Drives' /v d: /d floppy /f >/dev/null 2>&1
