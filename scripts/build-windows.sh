@@ -3,7 +3,8 @@
 #
 #   scripts/build-windows.sh              toolchain (once), then the programs, the tests and the packages
 #   scripts/build-windows.sh --toolchain  only the toolchain: Qt and the audio libraries for MinGW
-#   scripts/build-windows.sh --test       the programs and the test suites under Wine; needs the toolchain
+#   scripts/build-windows.sh --test       the programs, their packages and the test suites under Wine;
+#                                         needs the toolchain
 #   scripts/build-windows.sh --has-toolchain   succeeds when the toolchain is built
 #
 # Debian has MinGW-w64 but no Qt for it, so the first run builds qtbase and the audio libraries
@@ -259,7 +260,7 @@ for arg in "$@"; do
     --test) mode=test ;;
     --has-toolchain) done_already toolchain; exit ;;
     --print-cache) echo "$cache"; exit 0 ;;
-    -h | --help) sed -n '2,11p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,12p' "$0"; exit 0 ;;
     *) echo "Unknown option: $arg (see --help)" >&2; exit 2 ;;
     esac
 done
@@ -271,6 +272,8 @@ if [[ $mode == test ]]; then
     fi
     host_env
     build_program
+    # The package checks run on what an operator gets: the zip and the installer of this build.
+    make_packages
     ctest --preset windows -j"$jobs"
     exit
 fi

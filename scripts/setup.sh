@@ -24,7 +24,8 @@ packages=(
     qt6-tools-dev qt6-l10n-tools qt6-translations-l10n  # Japanese interface: lupdate/lrelease, Qt's own texts
     fonts-ipafont-gothic         # Japanese texts in screenshots and window tests
     fonts-dejavu-core            # the Latin font of the window tests under Wine
-    xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
+    xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick  # real windows under X: the window title and operator journey tests
+    mtools                       # the journeys' card images read back without mounting them (mdir, mcopy)
     openbox                      # the window manager of the operator journeys' desktop
 )
 

@@ -166,6 +166,10 @@
         <translation>%1 が失敗しました。%2</translation>
     </message>
     <message>
+        <source>Formatting %1 needs administrator rights: run the program as root, or format the card as FAT16 with the desktop&apos;s disk tool.</source>
+        <translation>%1 のフォーマットには管理者権限が必要です。プログラムを root として実行するか、デスクトップのディスクツールでカードを FAT16 にフォーマットしてください。</translation>
+    </message>
+    <message>
         <source>%1 could not be started: %2</source>
         <translation>%1 を起動できませんでした: %2</translation>
     </message>
@@ -697,21 +701,6 @@
     </message>
 </context>
 <context>
-    <name>TestTone</name>
-    <message>
-        <source>The MP2 encoder could not start.</source>
-        <translation>MP2 エンコーダーを開始できませんでした。</translation>
-    </message>
-    <message>
-        <source>The MP2 encoder refused the test tone&apos;s settings.</source>
-        <translation>MP2 エンコーダーがテストトーンの設定を受け付けませんでした。</translation>
-    </message>
-    <message>
-        <source>The MP2 encoder failed on the test tone.</source>
-        <translation>MP2 エンコーダーがテストトーンの作成に失敗しました。</translation>
-    </message>
-</context>
-<context>
     <name>TextExcerpt</name>
     <message>
         <source>%1 (%2 characters)</source>
@@ -1195,10 +1184,6 @@
     <message>
         <source>Explanation:</source>
         <translation>説明:</translation>
-    </message>
-    <message>
-        <source>New File</source>
-        <translation>新規ファイル</translation>
     </message>
     <message>
         <source>DQ-480 Setting Software : </source>

@@ -6,6 +6,7 @@
 #include "audio/TargetLoudness.h"
 #include "setting/FileReplacement.h"
 #include "setting/Mp2File.h"
+#include "setting/PcFileReplacement.h"
 
 #include <QCoreApplication>
 #include <QDir>

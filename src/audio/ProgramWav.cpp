@@ -3,6 +3,7 @@
 #include "audio/ProgramSound.h"
 #include "setting/FileAttributes.h"
 #include "setting/FileReplacement.h"
+#include "setting/PcFileReplacement.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -78,7 +79,7 @@ bool writeProgramWav(ProgramSound &sound, const QString &path, QString &error)
                     .arg(path);
         return false;
     }
-    FileReplacement file(path, ReplaceStyle::Pc);
+    PcFileReplacement file(path);
     if (!file.open(error) || !file.write(wavHeader(sound.sampleRate(), frames), error))
         return false;
     std::vector<float> block(65536);

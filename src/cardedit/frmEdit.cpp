@@ -300,8 +300,10 @@ void frmEdit::Form_Load()
         QDir().mkpath(joinPath(state.AppPath, setting.ProjectName));
 
     emit projectMenusVisible(true);
-    const QString file = state.CurrentFilePath.isEmpty() ? tr("New File") : state.CurrentFilePath;
-    emit captionChanged(tr("DQ-480 Setting Software : ") + file);
+    // A new project's path is its name, "New File", which the operator reads in the window's language.
+    emit captionChanged(tr("DQ-480 Setting Software : ")
+                        + shownFileName(state.CurrentFilePath.isEmpty() ? QStringLiteral("New File")
+                                                                        : state.CurrentFilePath));
     setWindowTitle(shownFileName(state.ProjectFileName));
     setCardButtonsEnabled(state.CardSlotValid);
     timCardC_Timer();
@@ -441,7 +443,8 @@ void frmEdit::cmdSave_Click()
 {
     SharedState &state = m_context.state;
     if (!state.SettingEqualsBuffer(SettingSection::All)
-        && !m_context.msgBox.confirm(tr("Save changes to DQ-480 Setting Software ") + state.CurrentFilePath))
+        && !m_context.msgBox.confirm(tr("Save changes to DQ-480 Setting Software ")
+                                     + shownFileName(state.CurrentFilePath)))
         return;
     if (m_commands.SaveProject())
         refreshFileLabels();

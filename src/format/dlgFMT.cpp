@@ -1,6 +1,6 @@
 #include "format/dlgFMT.h"
 
-#include "format/CardFormatter.h"
+#include "platform/CardFormatter.h"
 #include "platform/CardSlotDetection.h"
 #include "setting/InitialControlFile.h"
 #include "setting/MsgBox.h"
@@ -15,7 +15,7 @@
 dlgFMT::dlgFMT(AppContext &context, QWidget *parent)
     : QDialog(parent)
     , m_context(context)
-    , m_formatter(new CardFormatter(this))
+    , m_formatter(CardFormatter::create(this))
     , m_lblFMT(new QLabel(this))
     , m_lblReason(new QLabel(this))
     , m_cmdOK(namedButton(tr("Exit"), "cmdOK", this))

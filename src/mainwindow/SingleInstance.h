@@ -2,28 +2,19 @@
 
 #include "platform/FolderLock.h"
 
-#include <QLockFile>
 #include <QString>
 
-/// Keeps a second copy of the program from running in the same user session, or on the same
-/// program folder from another session (another user's, with another runtime folder): the
-/// folder's work files are cleared at start-up and must have one owner. The session's lock file
-/// holds the owner's process id, so a lock left by a crashed copy is taken over rather than
-/// blocking; the folder's lock goes with the process that held it.
+/// Keeps a second copy of the program off the program folder in use: its work folder is cleared
+/// at start-up and must have one owner. The rule is the lock on that folder itself, so copies on
+/// folders of their own (two users, each with theirs) both run, two copies on one folder do not,
+/// whichever users run them, and a copy that died, however it died, holds nothing any more.
 class SingleInstance
 {
 public:
-    /// The lock in the session's runtime folder (or the temporary folder where there is none).
-    SingleInstance();
-    explicit SingleInstance(const QString &lockPath);
-
-    /// True when this copy now holds the locks (or already did); false when another copy runs in
-    /// this session or on `programFolder`.
-    bool acquire(const QString &programFolder = QString());
-
-    static QString defaultLockPath();
+    /// True when this copy now holds `programFolder` (or already did); false when another copy
+    /// runs on it.
+    bool acquire(const QString &programFolder);
 
 private:
-    QLockFile m_lock;
     FolderLock m_folderLock;
 };

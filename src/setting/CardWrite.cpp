@@ -1,6 +1,7 @@
 #include "setting/CardWrite.h"
 
 #include "platform/os/OsFiles.h"
+#include "setting/CardFileReplacement.h"
 #include "setting/FileAttributes.h"
 #include "setting/Mp2File.h"
 #include "setting/MsgBox.h"
@@ -116,7 +117,7 @@ private:
                 return false;
         }
         QString error;
-        if (!writeFileAtomically(path, WriteSettingBody(m_state), error, ReplaceStyle::Card)) {
+        if (!writeFileToCard(path, WriteSettingBody(m_state), error)) {
             reportFailure(m_msgBox, error);
             return false;
         }
@@ -221,7 +222,7 @@ private:
                 continue;
             }
             QString error;
-            if (!writeFileAtomically(destination, bytes, error, ReplaceStyle::Card)) {
+            if (!writeFileToCard(destination, bytes, error)) {
                 reportFailure(m_msgBox,
                               QCoreApplication::translate("CardWrite", "Card write stopped at %1.\n%2")
                                   .arg(name, error));
@@ -271,7 +272,7 @@ bool CopySentenceFile(const QString &source, const QString &destination, QString
         error = QCoreApplication::translate("CardWrite", "Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
-    return writeFileAtomically(destination, in.readAll(), error, ReplaceStyle::Card);
+    return writeFileToCard(destination, in.readAll(), error);
 }
 
 bool WriteCard(SharedState &state, MsgBox &msgBox, const CardWriteHooks &hooks, bool announceCompletion)

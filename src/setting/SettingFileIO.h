@@ -1,6 +1,7 @@
 #pragma once
 
 #include "setting/FileReplacement.h"
+#include "setting/PcFileReplacement.h"
 
 #include <QByteArray>
 #include <QString>

@@ -145,6 +145,20 @@ private slots:
         QCOMPARE(japanese[1], english[1]);
     }
 
+    // A project never saved is "New File" inside, but the operator reads it in Japanese: in the
+    // main window's caption and in the question before saving it.
+    void newProjectIsNamedInJapanese()
+    {
+        QVERIFY(AppTranslation::install(*qApp, QStringLiteral("ja")));
+        frmEdit *edit = startProject();
+        QCOMPARE(main->windowTitle(), QStringLiteral("DQ-480 設定ソフト : 新規ファイル"));
+        typeText(findControl<QLineEdit>(edit, QStringLiteral("txtNo")), QStringLiteral("山田"));
+        f->msgBox.script({MsgBox::Answer::Cancel});
+        findControl<QPushButton>(edit, QStringLiteral("cmdSave"))->click();
+        QCOMPARE(f->msgBox.shown.size(), 1);
+        QVERIFY2(f->msgBox.shown[0].endsWith(QStringLiteral("新規ファイル")), qPrintable(f->msgBox.shown[0]));
+    }
+
     // On a small or HiDPI-scaled screen the project's window must still fit in the main window, or
     // its Card write, Save, Exit and Apply buttons fall below the bottom edge.
     void projectWindowFitsInTheMainWindow_data()

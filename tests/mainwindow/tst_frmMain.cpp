@@ -3,6 +3,7 @@
 #include "mainwindow/frmMain.h"
 #include "support/GuiFixture.h"
 #include "support/HostileSettingFiles.h"
+#include "support/OtherCopy.h"
 
 #include <QAction>
 #include <QApplication>
@@ -36,11 +37,14 @@ class tst_frmMain : public QObject
     }
     QString path(const QString &name) const { return f->home.filePath(name); }
 
+public:
+    static void initMain() { OtherCopy::runWhenAsked(); }
+
 private slots:
     void init()
     {
         f = std::make_unique<GuiFixture>();
-        instance = std::make_unique<SingleInstance>(path(QStringLiteral("dq480.lock")));
+        instance = std::make_unique<SingleInstance>();
         window = std::make_unique<frmMain>(f->context);
         QVERIFY(window->MDIForm_Load(*instance));
     }
@@ -139,34 +143,55 @@ private slots:
         GuiFixture next;
         QDir(next.home.path()).mkpath(QStringLiteral("SoundTmp"));
         writeTestFile(next.home.filePath(QStringLiteral("SoundTmp/STALE.MP2")), "stale");
-        SingleInstance lock(next.home.filePath(QStringLiteral("dq480.lock")));
+        SingleInstance lock;
         frmMain started(next.context);
         QVERIFY(started.MDIForm_Load(lock));
         QVERIFY(!QFileInfo::exists(next.home.filePath(QStringLiteral("SoundTmp/STALE.MP2"))));
     }
 
-    // A second copy on the program folder in use would clear the first one's work folder: whether it
-    // runs in the same session or in another user's (another runtime folder), it does not start.
-    void aSecondCopyOnTheSameProgramFolderDoesNotStart_data()
+    // A second copy on the program folder in use would clear the first one's work folder: it does
+    // not start, whoever runs it. On a folder of its own (another user's) it starts, and so it does
+    // once the first copy was killed: a copy that died holds nothing any more.
+    void aSecondCopyStartsOnlyOnAFolderNotInUse_data()
     {
-        QTest::addColumn<QString>("lockName");
-        QTest::newRow("same session") << "dq480.lock";
-        QTest::newRow("another user's session") << "other-session.lock";
+        QTest::addColumn<bool>("firstElsewhere");
+        QTest::addColumn<bool>("firstKilled");
+        QTest::addColumn<bool>("sameFolder");
+        QTest::addColumn<bool>("starts");
+        QTest::newRow("same folder, first copy in this process") << false << false << true << false;
+        QTest::newRow("same folder, first copy in another process") << true << false << true << false;
+        QTest::newRow("a folder of its own") << true << false << false << true;
+        QTest::newRow("same folder, first copy killed") << true << true << true << true;
     }
-    void aSecondCopyOnTheSameProgramFolderDoesNotStart()
+    void aSecondCopyStartsOnlyOnAFolderNotInUse()
     {
-        QFETCH(QString, lockName);
+        QFETCH(bool, firstElsewhere);
+        QFETCH(bool, firstKilled);
+        QFETCH(bool, sameFolder);
+        QFETCH(bool, starts);
         QDir(f->home.path()).mkpath(QStringLiteral("SoundTmp"));
         writeTestFile(path(QStringLiteral("SoundTmp/WAITING.MP2")), "waiting for Apply");
+        OtherCopy first;
+        if (firstElsewhere) {
+            window.reset();
+            instance.reset();
+            QVERIFY(first.start(f->home.path()));
+            if (firstKilled)
+                first.kill();
+        }
+        QTemporaryDir own;
         ScriptedMsgBox secondMsgBox;
         secondMsgBox.answerOkBoxes = true;
-        const auto secondState = makeTestState(f->home.path());
+        const auto secondState = makeTestState(sameFolder ? f->home.path() : own.path());
         AppContext second {*secondState, secondMsgBox, f->fileDialogs, f->drives};
-        SingleInstance lock(path(lockName));
+        SingleInstance lock;
         frmMain started(second);
-        QVERIFY(!started.MDIForm_Load(lock));
-        QCOMPARE(secondMsgBox.shown, QStringList {"DQ-480 Setting soft is starting already"});
-        QCOMPARE(readTestFile(path(QStringLiteral("SoundTmp/WAITING.MP2"))), QByteArray("waiting for Apply"));
+        QCOMPARE(started.MDIForm_Load(lock), starts);
+        QCOMPARE(secondMsgBox.shown,
+                 starts ? QStringList() : QStringList {"DQ-480 Setting soft is starting already"});
+        if (!starts)
+            QCOMPARE(readTestFile(path(QStringLiteral("SoundTmp/WAITING.MP2"))),
+                     QByteArray("waiting for Apply"));
     }
 
     // A program folder that cannot be written is said at start, once, rather than at each failure.
@@ -180,7 +205,7 @@ private slots:
         GuiFixture next;
         next.state->AppPath = folder->path();
         next.msgBox.answerOkBoxes = true;
-        SingleInstance lock(next.home.filePath(QStringLiteral("dq480.lock")));
+        SingleInstance lock;
         frmMain started(next.context);
         QVERIFY(started.MDIForm_Load(lock));
         QCOMPARE(
@@ -239,15 +264,6 @@ private slots:
             QCOMPARE(action(qPrintable(QStringLiteral("mnuCard_%1").arg(i)))->isChecked(), chosen && i == 0);
         for (const char *name : {"cmdCaWrite", "cmdTCaPc", "cmdTCaFormat"})
             QCOMPARE(findControl<QPushButton>(edit, QLatin1String(name))->isEnabled(), chosen);
-    }
-
-    void staleLockOfACrashedCopyDoesNotBlock()
-    {
-        const QString lockPath = path(QStringLiteral("crashed.lock"));
-        // What a copy that died leaves behind: a lock naming a process that no longer exists.
-        writeTestFile(lockPath, "999999999\ndq480\n" + QSysInfo::machineHostName().toUtf8() + "\n");
-        SingleInstance next(lockPath);
-        QVERIFY(next.acquire());
     }
 };
 

@@ -53,7 +53,7 @@ public:
 
     frmMain *startMain()
     {
-        instance = std::make_unique<SingleInstance>(f->home.filePath(QStringLiteral("dq480.lock")));
+        instance = std::make_unique<SingleInstance>();
         main = std::make_unique<frmMain>(f->context);
         if (!main->MDIForm_Load(*instance))
             qFatal("main window did not start");

@@ -1,6 +1,6 @@
-#include "format/WindowsFormatLaunch.h"
+#include "platform/win/WindowsFormatLaunch.h"
 
-#include "format/FormatCommand.h"
+#include "platform/FormatCommand.h"
 #include "platform/win/WinFormat.h"
 
 #include <QCoreApplication>

@@ -1,28 +1,23 @@
-#include "format/CardFormatter.h"
+#include "platform/CardFormatter.h"
 
-#include "format/UDisksFormat.h"
+#include "platform/FatLayout.h"
 #include "platform/FatVariant.h"
 #include "platform/SystemDrives.h"
+#include "platform/linux/FuseImage.h"
+#include "platform/linux/UDisksFormat.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
-
-#include <utility>
-
-#ifdef Q_OS_UNIX
-#include "platform/linux/FuseImage.h"
+#include <QProcess>
+#include <QStringList>
 #include <QTimer>
+
 #include <fcntl.h>
 #include <unistd.h>
-#endif
-#ifdef Q_OS_WIN
-#include "format/WindowsFormatLaunch.h"
-#include "platform/win/WinFormat.h"
-#include <QTimer>
-#endif
+#include <utility>
 
-#ifdef Q_OS_UNIX
 namespace {
 
 // The whole size of the card: an image's length, a block device's from sysfs (readable without
@@ -48,11 +43,51 @@ qint64 deviceBytes(const QString &device)
     return end > 0 ? qint64(end) : 0;
 }
 
-} // namespace
-#endif
+// mkfs.fat in a row of steps (unmount, format, mount back), or UDisks2 doing the same.
+class LinuxCardFormatter : public CardFormatter
+{
+public:
+    explicit LinuxCardFormatter(QObject *parent);
 
-CardFormatter::CardFormatter(QObject *parent)
-    : QObject(parent)
+    bool start(const DriveInfo &drive, QString &error) override;
+    QString mountPoint() const override { return m_mountPoint; }
+
+private:
+    enum class Role { Unmount, Format, Mount };
+    struct Step
+    {
+        Role role;
+        QStringList command; // program and arguments
+    };
+
+    void stepEnded(bool ok);
+    void runNext();
+    void checkFat(const QString &fileSystemSeen);
+    /// Ends with `error`; a card already unmounted is mounted back first.
+    void fail(const QString &error);
+
+    QProcess m_process;
+    QDeadlineTimer m_letGo; // how long the card may stay busy, or its unmounted image still held
+    QList<Step> m_steps; // in order
+    Role m_running = Role::Unmount;
+    Step m_mountBack {Role::Mount, {}};
+    bool m_unmounted = false;
+    QString m_failure; // set while the card is mounted back after a failure
+    FatLayout m_layout;
+    bool m_image = false;
+    QString m_device;
+    QString m_mountPoint;
+};
+
+} // namespace
+
+CardFormatter *CardFormatter::create(QObject *parent)
+{
+    return new LinuxCardFormatter(parent);
+}
+
+LinuxCardFormatter::LinuxCardFormatter(QObject *parent)
+    : CardFormatter(parent)
 {
     connect(&m_process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
         stepEnded(status == QProcess::NormalExit && exitCode == 0);
@@ -69,7 +104,7 @@ CardFormatter::CardFormatter(QObject *parent)
     });
 }
 
-void CardFormatter::stepEnded(bool ok)
+void LinuxCardFormatter::stepEnded(bool ok)
 {
     if (!m_failure.isEmpty()) {
         // The card is back where it was (or could not be put back); the format failed either way.
@@ -85,7 +120,7 @@ void CardFormatter::stepEnded(bool ok)
     // only one that stays busy is a failure.
     if (!ok && m_running == Role::Unmount && !m_letGo.hasExpired()) {
         m_steps.prepend(Step {Role::Unmount, QStringList {m_process.program()} + m_process.arguments()});
-        QTimer::singleShot(200, this, &CardFormatter::runNext);
+        QTimer::singleShot(200, this, &LinuxCardFormatter::runNext);
         return;
     }
     if (!ok) {
@@ -105,7 +140,7 @@ void CardFormatter::stepEnded(bool ok)
     runNext();
 }
 
-void CardFormatter::fail(const QString &error)
+void LinuxCardFormatter::fail(const QString &error)
 {
     m_steps.clear();
     if (m_unmounted && !m_mountBack.command.isEmpty()) {
@@ -118,28 +153,8 @@ void CardFormatter::fail(const QString &error)
     emit finished(false, error);
 }
 
-bool CardFormatter::start(const DriveInfo &drive, QString &error)
+bool LinuxCardFormatter::start(const DriveInfo &drive, QString &error)
 {
-#ifdef Q_OS_WIN
-    const WindowsFormatLaunch launch = windowsFormatLaunch(drive);
-    if (!writeFormatAnswers(launch, error))
-        return false;
-    void *process = winStartHidden(launch.commandLine.toStdString());
-    if (!process) {
-        error = QCoreApplication::translate("CardFormatter", "The format command could not be started.");
-        return false;
-    }
-    auto *poll = new QTimer(this);
-    connect(poll, &QTimer::timeout, this, [this, poll, process] {
-        if (!winProcessEnded(process, 100))
-            return;
-        poll->deleteLater();
-        winCloseProcess(process);
-        emit finished(true, QString());
-    });
-    poll->start(100);
-    return true;
-#else
     const bool image = QFileInfo(drive.device).isFile();
     if (!image && !drive.device.startsWith(QLatin1String("/dev/"))) {
         error = QCoreApplication::translate("CardFormatter", "%1 is not a disk that can be formatted here.")
@@ -178,8 +193,9 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
         return true;
     }
     if (!image && geteuid() != 0) {
-        error = QStringLiteral("Formatting %1 needs administrator rights: run the program as root, or format "
-                               "the card as FAT16 with the desktop's disk tool.")
+        error = QCoreApplication::translate("CardFormatter",
+                                            "Formatting %1 needs administrator rights: run the program as "
+                                            "root, or format the card as FAT16 with the desktop's disk tool.")
                     .arg(drive.device);
         return false;
     }
@@ -206,12 +222,11 @@ bool CardFormatter::start(const DriveInfo &drive, QString &error)
         m_steps << m_mountBack;
     runNext();
     return true;
-#endif
 }
 
 // The card must now hold the FAT it was given, whatever the tools said: its boot sector tells where
 // it can be read; else the file system the mounted volume shows ("FAT" is FAT12 or FAT16).
-void CardFormatter::checkFat(const QString &fileSystemSeen)
+void LinuxCardFormatter::checkFat(const QString &fileSystemSeen)
 {
     QFile device(m_device);
     const QByteArray sector = device.open(QIODevice::ReadOnly) ? device.read(512) : QByteArray();
@@ -228,19 +243,18 @@ void CardFormatter::checkFat(const QString &fileSystemSeen)
                      m_layout.kind == FatVariant::Fat12 ? QStringLiteral("12") : QStringLiteral("16")));
 }
 
-void CardFormatter::runNext()
+void LinuxCardFormatter::runNext()
 {
     if (m_steps.isEmpty()) {
         checkFat(QString());
         return;
     }
-#ifndef Q_OS_WIN
     // fusefat writes its last sectors after its unmount: formatting under it, or serving the
     // image again, must wait until it has let go.
     if (m_image && m_steps.first().role != Role::Unmount
         && fuseFatServes(QStringLiteral("/proc"), m_device)) {
         if (!m_letGo.hasExpired()) {
-            QTimer::singleShot(50, this, &CardFormatter::runNext);
+            QTimer::singleShot(50, this, &LinuxCardFormatter::runNext);
             return;
         }
         const QString inUse
@@ -251,7 +265,6 @@ void CardFormatter::runNext()
             emit finished(false, std::exchange(m_failure, QString()) + QLatin1Char('\n') + inUse);
         return;
     }
-#endif
     const Step step = m_steps.takeFirst();
     m_running = step.role;
     m_process.start(step.command.first(), step.command.mid(1));

@@ -1,4 +1,4 @@
-#include "format/FormatCommand.h"
+#include "platform/FormatCommand.h"
 
 namespace FormatCommand {
 

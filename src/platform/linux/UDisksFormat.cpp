@@ -1,4 +1,4 @@
-#include "format/UDisksFormat.h"
+#include "platform/linux/UDisksFormat.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

@@ -1,4 +1,4 @@
-#include "format/FatLayout.h"
+#include "platform/FatLayout.h"
 
 #include <array>
 
