@@ -2,7 +2,8 @@
 """Keeps the source folders in layers: a folder of src/ includes only from its own folder and from
 the layers below it, so the folder graph has no loop; and every include names its header from the
 include root ("setting/SharedState.h" from src/, "support/GuiFixture.h" from tests/), so that a
-file's dependencies can be read off its includes.
+file's dependencies can be read off its includes. Operating-system branches (#if on Q_OS_*,
+_WIN32, __linux__...) stand only in src/platform, behind small functions.
 
     scripts/check-layers.py [REPO]      exit 0 when all is in order, 1 with every fault listed
 """
@@ -25,6 +26,7 @@ LAYERS = [
 RANK = {folder: rank for rank, folders in enumerate(LAYERS) for folder in folders}
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
 CODE = {".h", ".hpp", ".cpp"}
+OS_BRANCH = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b.*\b(?:Q_OS_\w+|_WIN32|_WIN64|WIN32|__linux__|__unix__|__APPLE__)\b", re.M)
 
 
 def folder_of(rel):
@@ -44,6 +46,11 @@ def main():
             if path.suffix not in CODE or "data" in path.relative_to(repo).parts:
                 continue
             text = path.read_text(encoding="utf-8")
+            if top == "src" and path.relative_to(src).parts[0] != "platform":
+                for branch in OS_BRANCH.finditer(text):
+                    line = text.count("\n", 0, branch.start()) + 1
+                    faults.append(f"{path.relative_to(repo)}:{line}: an operating-system branch outside "
+                                  "src/platform; put the differing step behind a function there")
             for match in INCLUDE.finditer(text):
                 name = match.group(1)
                 line = text.count("\n", 0, match.start()) + 1
