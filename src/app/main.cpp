@@ -1,8 +1,8 @@
 // dq480: the DQ-480 setting software's desktop program.
 
-#include "mainwindow/SingleInstance.h"
 #include "mainwindow/ToolbarIcons.h"
 #include "mainwindow/frmMain.h"
+#include "platform/SingleInstance.h"
 #include "platform/SystemDrives.h"
 #include "setting/ProgramFolder.h"
 #include "setting/SharedState.h"

@@ -1,8 +1,8 @@
 #include "mainwindow/frmMain.h"
 
 #include "cardedit/frmEdit.h"
-#include "mainwindow/SingleInstance.h"
 #include "mainwindow/ToolbarIcons.h"
+#include "platform/SingleInstance.h"
 #include "print/frmPrintPage.h"
 #include "setting/MsgBox.h"
 #include "setting/ProgramFolder.h"

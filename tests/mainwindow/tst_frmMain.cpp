@@ -1,5 +1,5 @@
 #include "cardedit/frmEdit.h"
-#include "mainwindow/SingleInstance.h"
+#include "platform/SingleInstance.h"
 #include "mainwindow/frmMain.h"
 #include "support/GuiFixture.h"
 #include "support/HostileSettingFiles.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mainwindow/SingleInstance.h"
+#include "platform/SingleInstance.h"
 
 #include <QCoreApplication>
 #include <QProcess>

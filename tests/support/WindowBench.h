@@ -2,8 +2,8 @@
 
 #include "cardedit/frmEdit.h"
 #include "format/dlgFMT.h"
-#include "mainwindow/SingleInstance.h"
 #include "mainwindow/frmMain.h"
+#include "platform/SingleInstance.h"
 #include "print/frmPrintPage.h"
 #include "program/frmProg.h"
 #include "program/frmStep.h"

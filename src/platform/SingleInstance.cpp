@@ -1,4 +1,4 @@
-#include "mainwindow/SingleInstance.h"
+#include "platform/SingleInstance.h"
 
 bool SingleInstance::acquire(const QString &programFolder)
 {
