@@ -697,6 +697,45 @@
     </message>
 </context>
 <context>
+    <name>SoundDevices</name>
+    <message>
+        <source>the input &quot;%1&quot; stopped sending sound.</source>
+        <translation>入力「%1」から音が届かなくなりました。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output stopped playing.</source>
+        <translation>PC の音声出力が再生を止めました。</translation>
+    </message>
+    <message>
+        <source>the input is not there any more.</source>
+        <translation>その入力はもうありません。</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; cannot be opened.</source>
+        <translation>入力「%1」を開けません。</translation>
+    </message>
+    <message>
+        <source>this PC has no audio output.</source>
+        <translation>この PC には音声出力がありません。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output does not take %1 Hz.</source>
+        <translation>PC の音声出力は %1 Hz を受け付けません。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output cannot be opened.</source>
+        <translation>PC の音声出力を開けません。</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; is gone: it was unplugged, switched off or taken away by the sound system.</source>
+        <translation>入力「%1」がなくなりました: 抜かれたか、電源が切られたか、サウンドシステムから外されました。</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; does not record in mono.</source>
+        <translation>入力「%1」はモノラルで録音できません。</translation>
+    </message>
+</context>
+<context>
     <name>TestTone</name>
     <message>
         <source>The MP2 encoder could not start.</source>
