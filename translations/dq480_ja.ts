@@ -1603,6 +1603,62 @@
         <source>Playing time: %1</source>
         <translation>再生時間: %1</translation>
     </message>
+    <message>
+        <source>Play program</source>
+        <translation>プログラム再生</translation>
+    </message>
+    <message>
+        <source>Plays the program&apos;s steps on the PC&apos;s audio output as the device will.</source>
+        <translation>プログラムのステップを、本体と同じように PC の音声出力で再生します。</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>%1 を再生できません: %2</translation>
+    </message>
+    <message>
+        <source>Played %1</source>
+        <translation>再生 %1</translation>
+    </message>
+    <message>
+        <source>Playing step %1: %2</source>
+        <translation>ステップ %1 を再生中: %2</translation>
+    </message>
+    <message>
+        <source>Waiting for pass %1</source>
+        <translation>%1 回目を待っています</translation>
+    </message>
+    <message>
+        <source>Playing</source>
+        <translation>再生中</translation>
+    </message>
+    <message>
+        <source>%1, pass %2</source>
+        <translation>%1、%2 回目</translation>
+    </message>
+    <message>
+        <source>%1, pass %2 of %3</source>
+        <translation>%1、%2 / %3 回目</translation>
+    </message>
+    <message>
+        <source>The playing stopped: %1</source>
+        <translation>再生が止まりました: %1</translation>
+    </message>
+    <message>
+        <source>Stopped.</source>
+        <translation>停止しました。</translation>
+    </message>
+    <message>
+        <source>Played to the end.</source>
+        <translation>最後まで再生しました。</translation>
+    </message>
+    <message>
+        <source>Skipped step %1, %2: %3</source>
+        <translation>ステップ %1、%2 を飛ばしました: %3</translation>
+    </message>
 </context>
 <context>
     <name>frmSetPath</name>
@@ -1687,6 +1743,10 @@
     <message>
         <source>All steps deleted. Will set default steps.</source>
         <translation>全ステップを削除しました。初期ステップを設定します。</translation>
+    </message>
+    <message>
+        <source>Playing</source>
+        <translation>再生中</translation>
     </message>
 </context>
 </TS>
