@@ -277,6 +277,69 @@
     </message>
 </context>
 <context>
+    <name>dlgRecorder</name>
+    <message>
+        <source>Record a sentence for entry %1</source>
+        <translation>項目 %1 のセンテンスを録音</translation>
+    </message>
+    <message>
+        <source>Input:</source>
+        <translation>入力:</translation>
+    </message>
+    <message>
+        <source>Level:</source>
+        <translation>レベル:</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>録音</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Time recorded</source>
+        <translation>録音時間</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>再生</translation>
+    </message>
+    <message>
+        <source>Plays the take as it was recorded.</source>
+        <translation>録音したままを再生します。</translation>
+    </message>
+    <message>
+        <source>At most 8 characters, no blanks, full stops or \ / : * ? &lt; &gt; | , &quot; ;, not a Windows device name such as CON, and not the name of another entry.</source>
+        <translation>8 文字まで。空白、ピリオド、\ / : * ? &lt; &gt; | , &quot; ; は使えません。CON などの Windows のデバイス名と、ほかの項目の名前も使えません。</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>名前:</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Makes a sentence of the take, as an imported recording, and enters it.</source>
+        <translation>録音を、取り込んだ録音と同じようにセンテンスにして、項目に入れます。</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>This PC has no audio input: connect a microphone, then press Record again.</source>
+        <translation>この PC には音声入力がありません: マイクをつないでから、もう一度「録音」を押してください。</translation>
+    </message>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>録音できません: %1</translation>
+    </message>
+</context>
+<context>
     <name>FileAttributes</name>
     <message>
         <source>Cannot make %1 read-only: %2</source>
@@ -335,6 +398,29 @@
     <message>
         <source>Cannot write %1: its folder %2 cannot be written to, and the new content is always written beside the file first.</source>
         <translation>%1 に書き込めません: フォルダー %2 に書き込めません。新しい内容は必ず先にファイルの横に書き込まれます。</translation>
+    </message>
+</context>
+<context>
+    <name>LevelMeter</name>
+    <message>
+        <source>Input level</source>
+        <translation>入力レベル</translation>
+    </message>
+    <message>
+        <source>below %1 dBFS</source>
+        <translation>%1 dBFS 未満</translation>
+    </message>
+    <message>
+        <source>%1 dBFS</source>
+        <translation>%1 dBFS</translation>
+    </message>
+    <message>
+        <source>%1, clipped</source>
+        <translation>%1、クリップ</translation>
+    </message>
+    <message>
+        <source>Clipped</source>
+        <translation>クリップ</translation>
     </message>
 </context>
 <context>
@@ -736,6 +822,29 @@
     </message>
 </context>
 <context>
+    <name>TakeRecorder</name>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>録音できません: %1</translation>
+    </message>
+    <message>
+        <source>The recording stopped at %1: %2 The take so far is kept.</source>
+        <translation>録音は %1 で止まりました: %2 そこまでの録音は残してあります。</translation>
+    </message>
+    <message>
+        <source>The recording stopped at %1. %2. The take so far is kept.</source>
+        <translation>録音は %1 で止まりました。%2。そこまでの録音は残してあります。</translation>
+    </message>
+    <message>
+        <source>The recording stopped by itself at %1, the longest a sentence is made from.</source>
+        <translation>録音は、センテンスにできる最長の %1 で自動的に止まりました。</translation>
+    </message>
+    <message>
+        <source>the input stopped sending sound.</source>
+        <translation>入力から音が届かなくなりました。</translation>
+    </message>
+</context>
+<context>
     <name>TestTone</name>
     <message>
         <source>The MP2 encoder could not start.</source>
@@ -1025,6 +1134,14 @@
     <message>
         <source>Importing recordings... %1 of %2 done</source>
         <translation>録音を取り込んでいます... %2 件中 %1 件完了</translation>
+    </message>
+    <message>
+        <source>Record...</source>
+        <translation>録音...</translation>
+    </message>
+    <message>
+        <source>Records a sentence at the PC into the current entry.</source>
+        <translation>PC でセンテンスを録音して、現在の項目に入れます。</translation>
     </message>
 </context>
 <context>
