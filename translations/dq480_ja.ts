@@ -1738,7 +1738,7 @@
     </message>
     <message>
         <source>Played %1</source>
-        <translation>再生 %1</translation>
+        <translation>経過 %1</translation>
     </message>
     <message>
         <source>Playing step %1: %2</source>

@@ -163,8 +163,9 @@ void dlgRecorder::cmdRecStop_Click()
     if (!m_recorder->isRecording())
         return;
     m_recorder->stop();
-    // The end of the take may still be on its way: Stop has done its part.
-    m_cmdRecStop->setEnabled(false);
+    // The end of the take may still be on its way: Stop has done its part until it is there.
+    if (m_recorder->isRecording())
+        m_cmdRecStop->setEnabled(false);
 }
 
 void dlgRecorder::takeFinished(const QString &message)

@@ -186,7 +186,8 @@ private slots:
         QVERIFY2(std::abs(hz - 440.0) <= 2.0, qPrintable(QString::number(hz)));
     }
 
-    // Cancel, after a take was recorded and heard, leaves no file and no entry behind.
+    // Cancel, after a take was recorded and heard (and the playing stopped), leaves no file and no
+    // entry behind.
     void cancelLeavesNothing()
     {
         dlgPcCa table(f->context, nullptr);
@@ -196,6 +197,7 @@ private slots:
             press(recorder, "cmdRecStop");
             QTRY_VERIFY_WITH_TIMEOUT(recorder.recorder().hasTake(), 5000);
             press(recorder, "cmdRecPlay");
+            press(recorder, "cmdRecStop");
             press(recorder, "cmdRecCancel");
         });
         QCOMPARE(workFiles(), QStringList());
