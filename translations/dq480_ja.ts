@@ -789,6 +789,10 @@
         <translation>入力「%1」から音が届かなくなりました。</translation>
     </message>
     <message>
+        <source>the PC was too busy to keep up with the input &quot;%1&quot;, and sound was lost.</source>
+        <translation>PC が忙しくて入力「%1」に追いつけず、音が失われました。</translation>
+    </message>
+    <message>
         <source>the PC&apos;s audio output stopped playing.</source>
         <translation>PC の音声出力が再生を止めました。</translation>
     </message>

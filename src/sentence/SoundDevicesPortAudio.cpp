@@ -143,10 +143,16 @@ public:
 
     QString failure() override
     {
-        if (Pa_IsStreamActive(stream) == 1 && !overflowed)
-            return {};
-        return QCoreApplication::translate("SoundDevices", "the input \"%1\" stopped sending sound.")
-            .arg(name);
+        if (overflowed)
+            return QCoreApplication::translate(
+                       "SoundDevices",
+                       "the PC was too busy to keep up with the input \"%1\", and sound "
+                       "was lost.")
+                .arg(name);
+        if (Pa_IsStreamActive(stream) != 1)
+            return QCoreApplication::translate("SoundDevices", "the input \"%1\" stopped sending sound.")
+                .arg(name);
+        return {};
     }
 };
 

@@ -6,6 +6,7 @@
 #include "dlgErrLog.h"
 #include "dlgFMT.h"
 #include "dlgPcCa.h"
+#include "dlgRecorder.h"
 #include "frmAbout.h"
 #include "frmEdit.h"
 #include "frmMain.h"
@@ -93,6 +94,11 @@ public:
         });
         row("dlgPcCa") << WindowMaker(
             [this] { return dialog(std::make_unique<dlgPcCa>(f->context, nullptr)); });
+        row("dlgRecorder") << WindowMaker([this] {
+            return dialog(std::make_unique<dlgRecorder>(
+                f->context, 3, QStringList(), f->home.filePath(QStringLiteral("SoundTmp/take.wav")),
+                [](const QString &, const QString &) { return false; }, nullptr));
+        });
         row("dlgCaPc") << WindowMaker(
             [this] { return dialog(std::make_unique<dlgCaPc>(f->context, nullptr)); });
         row("dlgFMT") << WindowMaker([this] {
