@@ -136,13 +136,19 @@ void TakeRecorder::poll()
         m_stopMessage = tr("The recording stopped by itself at %1, the longest a sentence is made from.")
                             .arg(formatDuration(m_longest));
     }
+    const QString failure = m_capture->failure();
     if (m_endFrame >= 0) {
-        if (m_file.frames() >= m_endFrame || now - m_stopMs > DrainMs)
+        // Stopped: the take ends once its end is in, or the input has shown it never comes.
+        if (m_file.frames() >= m_endFrame)
             close(m_stopMessage);
+        else if (!failure.isEmpty())
+            close(stoppedMessage(failure));
+        else if (now - m_stopMs > DrainMs)
+            close(stoppedMessage(tr("the input stopped sending sound.")));
         return;
     }
     emit elapsedChanged(seconds());
-    if (const QString failure = m_capture->failure(); !failure.isEmpty())
+    if (!failure.isEmpty())
         close(stoppedMessage(failure));
     else if (now - m_file.frames() * 1000 / m_rate > LagLimitMs)
         close(stoppedMessage(tr("the input stopped sending sound.")));
