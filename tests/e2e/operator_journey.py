@@ -88,12 +88,12 @@ class Journey(CardJourney):
         self.op.gone(TABLE)
 
     def record(self, table):
-        """A second of the sound server's input, recorded into box 004 and made its sentence."""
+        """Half a second of the sound server's input, recorded into box 004 and made its sentence."""
         self.op.focus(self.op.control(table, "text", "004:"))
         self.op.press(table, "Record...")
         recorder = self.op.window("Record a sentence for entry 004")
         self.op.press(recorder, "Record")
-        time.sleep(1)
+        time.sleep(0.5)
         self.op.press(recorder, "Stop")
         self.op.press(recorder, "OK")
         self.op.gone("Record a sentence")
