@@ -6,7 +6,10 @@
 #include <QTemporaryDir>
 #include <QThread>
 
+#include <csignal>
 #include <memory>
+#include <optional>
+#include <sys/prctl.h>
 
 /// A PulseAudio daemon of the test's own, in a private runtime folder, started without any
 /// configuration: its default source a 440 Hz sine (module-sine-source), its default sink a null
@@ -38,6 +41,8 @@ public:
         environment.remove(QStringLiteral("PULSE_SERVER"));
         server->m_daemon.setProcessEnvironment(environment);
         server->m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        // A test that crashes or is killed takes its daemon with it.
+        server->m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         server->m_daemon.start(
             QStringLiteral("pulseaudio"),
             {QStringLiteral("-n"), QStringLiteral("--daemonize=no"), QStringLiteral("--exit-idle-time=-1"),
