@@ -205,6 +205,32 @@ private slots:
         QVERIFY(!findControl<QPushButton>(&table, QStringLiteral("cmdPcCaApp"))->isEnabled());
     }
 
+    // A take that would replace the entry's sentence asks as an import does; Cancel keeps the take
+    // in the recorder and the entry as it was.
+    void replacingAsksFirst()
+    {
+        state().SettingBuffer.SentenceFileName[0] = QStringLiteral("OLD.MP2");
+        dlgPcCa table(f->context, nullptr);
+        f->msgBox.script({MsgBox::Answer::Cancel, MsgBox::Answer::Ok});
+        withRecorder(table, [&](dlgRecorder &recorder) {
+            press(recorder, "cmdRecRecord");
+            QTest::qWait(500);
+            press(recorder, "cmdRecStop");
+            QTRY_VERIFY_WITH_TIMEOUT(recorder.recorder().hasTake(), 5000);
+            press(recorder, "cmdRecOk");
+            QVERIFY(recorder.isVisible());
+            QCOMPARE(table.box(0)->text(), QStringLiteral("OLD.MP2"));
+            QCOMPARE(workFiles(), QStringList {QStringLiteral("take.wav")});
+            press(recorder, "cmdRecOk");
+            QVERIFY(!recorder.isVisible());
+        });
+        const QString question
+            = QStringLiteral("The recordings replace these entries:\n001: OLD.MP2\nImport the recordings?");
+        QCOMPARE(f->msgBox.shown, (QStringList {question, question}));
+        QCOMPARE(table.box(0)->text(), QStringLiteral("TAKE.MP2"));
+        QCOMPARE(workFiles(), QStringList {QStringLiteral("TAKE.MP2")});
+    }
+
     // The take stops by itself at the longest recording an import takes, to the sample, and says so.
     void longestTakeStopsItself()
     {
