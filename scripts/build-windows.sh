@@ -3,7 +3,8 @@
 #
 #   scripts/build-windows.sh              toolchain (once), then the programs, the tests and the packages
 #   scripts/build-windows.sh --toolchain  only the toolchain: Qt and the audio libraries for MinGW
-#   scripts/build-windows.sh --test       the programs and the test suites under Wine; needs the toolchain
+#   scripts/build-windows.sh --test       the programs, their packages and the test suites under Wine;
+#                                         needs the toolchain
 #   scripts/build-windows.sh --has-toolchain   succeeds when the toolchain is built
 #
 # Debian has MinGW-w64 but no Qt for it, so the first run builds qtbase and the audio libraries
@@ -31,6 +32,13 @@ mark_done() { mkdir -p "$cache/stamps" && date >"$cache/stamps/$1"; }
 # cache: the system's package lists and caches stay untouched.
 apt_own=(-o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$root/scripts/windows/apt"
     -o "Dir::State::Lists=$cache/apt/lists" -o "Dir::Cache=$cache/apt/cache" -o APT::Sandbox::User=root)
+only_signatures_missing() { # download-folder: every file its .dsc lists is there but the *.asc
+    local dsc file
+    dsc=$(compgen -G "$1/*.dsc") || return 1
+    for file in $(awk '/^Files:/ { files = 1; next } /^[^ ]/ { files = 0 } files { print $3 }' "$dsc"); do
+        [[ $file == *.asc || -s $1/$file ]] || return 1
+    done
+}
 fetch_source() { # package -> prints the unpacked source folder
     local package=$1 dir=$cache/src/$1
     if [[ ! -e $dir/.unpacked ]]; then
@@ -39,7 +47,15 @@ fetch_source() { # package -> prints the unpacked source folder
             apt-get -qq "${apt_own[@]}" update >&2
             touch "$cache/apt/lists/.updated"
         fi
-        (cd "$cache/downloads/$package" && apt-get -qq "${apt_own[@]}" source --download-only "$package" >&2)
+        if ! (cd "$cache/downloads/$package" && apt-get -qq "${apt_own[@]}" source --download-only "$package" >&2); then
+            # A mirror may lack an upstream signature (.asc) that the .dsc lists; everything apt did
+            # fetch was checked against the signed package index, so the source is still whole.
+            only_signatures_missing "$cache/downloads/$package" || {
+                echo "Failed: the source package $package could not be fetched" >&2
+                return 1
+            }
+            log "$package: the mirror has no upstream signature; the source's checksums were checked by apt" >&2
+        fi
         rm -rf "$dir"
         mkdir -p "$cache/src"
         dpkg-source --no-check -x "$cache/downloads/$package"/*.dsc "$dir" >&2
@@ -68,6 +84,8 @@ logged() { # log-name command... : the output goes to a log, whose end is shown 
 cmake_cross() { # name source-dir cmake-options...
     local name=$1 src=$2
     shift 2
+    # The source comes from a command substitution, whose failure does not stop the script.
+    [[ -n $src && -d $src ]] || { echo "Failed: no source for $name" >&2; return 1; }
     rm -rf "$cache/build/$name"
     logged "$name" cmake -G Ninja -S "$src" -B "$cache/build/$name" -Wno-dev \
         -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" -DCMAKE_BUILD_TYPE=Release \
@@ -80,6 +98,7 @@ cmake_cross() { # name source-dir cmake-options...
 autotools_cross() { # name source-dir configure-options...
     local name=$1 src=$2
     shift 2
+    [[ -n $src && -d $src ]] || { echo "Failed: no source for $name" >&2; return 1; }
     rm -rf "$cache/build/$name"
     mkdir -p "$cache/build/$name"
     (
@@ -259,7 +278,7 @@ for arg in "$@"; do
     --test) mode=test ;;
     --has-toolchain) done_already toolchain; exit ;;
     --print-cache) echo "$cache"; exit 0 ;;
-    -h | --help) sed -n '2,11p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,12p' "$0"; exit 0 ;;
     *) echo "Unknown option: $arg (see --help)" >&2; exit 2 ;;
     esac
 done
@@ -271,6 +290,8 @@ if [[ $mode == test ]]; then
     fi
     host_env
     build_program
+    # The package checks run on what an operator gets: the zip and the installer of this build.
+    make_packages
     ctest --preset windows -j"$jobs"
     exit
 fi

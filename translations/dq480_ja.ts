@@ -166,6 +166,10 @@
         <translation>%1 が失敗しました。%2</translation>
     </message>
     <message>
+        <source>Formatting %1 needs administrator rights: run the program as root, or format the card as FAT16 with the desktop&apos;s disk tool.</source>
+        <translation>%1 のフォーマットには管理者権限が必要です。プログラムを root として実行するか、デスクトップのディスクツールでカードを FAT16 にフォーマットしてください。</translation>
+    </message>
+    <message>
         <source>%1 could not be started: %2</source>
         <translation>%1 を起動できませんでした: %2</translation>
     </message>
@@ -1355,10 +1359,6 @@
     <message>
         <source>Explanation:</source>
         <translation>説明:</translation>
-    </message>
-    <message>
-        <source>New File</source>
-        <translation>新規ファイル</translation>
     </message>
     <message>
         <source>DQ-480 Setting Software : </source>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AudioDecode.h"
-#include "AudioImport.h"
-#include "SoundDevices.h"
+#include "audio/AudioDecode.h"
+#include "audio/AudioImport.h"
+#include "audio/SoundDevices.h"
 
 #include <QObject>
 

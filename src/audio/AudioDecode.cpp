@@ -1,8 +1,8 @@
-#include "AudioDecode.h"
+#include "audio/AudioDecode.h"
 
-#include "MpegFrames.h"
-#include "RegularFile.h"
-#include "Resample.h"
+#include "audio/MpegFrames.h"
+#include "audio/Resample.h"
+#include "setting/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "GrowingWav.h"
+#include "audio/GrowingWav.h"
 
 #include <QCoreApplication>
 #include <QDir>

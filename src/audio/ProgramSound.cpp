@@ -1,10 +1,11 @@
-#include "ProgramSound.h"
+#include "audio/ProgramSound.h"
 
-#include "AudioDecode.h"
-#include "ProgramDuration.h"
-#include "ProgramOptionWord.h"
-#include "RegularFile.h"
-#include "SettingData.h"
+#include "audio/AudioDecode.h"
+#include "audio/ProgramDuration.h"
+#include "audio/Resample.h"
+#include "setting/ProgramOptionWord.h"
+#include "setting/RegularFile.h"
+#include "setting/SettingData.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,9 +2,9 @@
 // or timed. A sentence's playing time stays unknown while the plugin is missing, as for a file
 // that cannot be read.
 
-#include "AudioCodecs.h"
-#include "AudioInfo.h"
-#include "CapabilityPlugin.h"
+#include "audio/AudioCodecs.h"
+#include "audio/AudioInfo.h"
+#include "capabilities/CapabilityPlugin.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The desktop program's recording and streamed sound: the playback plugin, loaded when the recorder
 // first opens or a program first plays.
 
-#include "AudioCodecs.h"
-#include "CapabilityPlugin.h"
+#include "audio/AudioCodecs.h"
+#include "capabilities/CapabilityPlugin.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The audio codecs as a plugin: libsndfile, libmpg123, libsamplerate, libebur128 and libtwolame,
 // loaded when a sentence is first played, imported or timed.
 
-#include "AudioCodecs.h"
-#include "AudioInfo.h"
+#include "audio/AudioCodecs.h"
+#include "audio/AudioInfo.h"
 
 class AudioCodecsPlugin : public QObject, public AudioCodecsInterface
 {

@@ -1,8 +1,8 @@
 // Sound playback and recording as a plugin: the sound system this build chose, loaded when a
 // sentence or a program first plays or the recorder opens.
 
-#include "AudioCodecs.h"
-#include "SentencePlayer.h"
+#include "audio/AudioCodecs.h"
+#include "audio/SentencePlayer.h"
 
 class SentenceOutputPlugin : public QObject, public SoundOutputInterface
 {

@@ -1,7 +1,7 @@
-#include "ProgramPlayer.h"
+#include "program/ProgramPlayer.h"
 
-#include "SettingData.h"
-#include "SoundDevices.h"
+#include "audio/SoundDevices.h"
+#include "setting/SettingData.h"
 
 #include <algorithm>
 #include <vector>

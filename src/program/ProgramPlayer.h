@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ProgramSound.h"
+#include "audio/ProgramSound.h"
 
 #include <QElapsedTimer>
 #include <QHash>

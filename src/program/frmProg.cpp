@@ -1,22 +1,22 @@
-#include "frmProg.h"
-#include "OperatorMessages.h"
-#include "ProgramDuration.h"
-#include "ShownFileName.h"
+#include "program/frmProg.h"
+#include "audio/ProgramDuration.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/ShownFileName.h"
 
-#include "AudioInfo.h"
-#include "DialogLayout.h"
-#include "EntryCheck.h"
-#include "MsgBox.h"
-#include "NumberBox.h"
-#include "ProgramEditsQuestion.h"
-#include "ProgramNumberText.h"
-#include "ProgramOptionWord.h"
-#include "ProgramPlayer.h"
-#include "ProgramWindowTable.h"
-#include "SharedState.h"
-#include "WindowFrame.h"
-#include "frmPrintPage.h"
-#include "frmStep.h"
+#include "audio/AudioInfo.h"
+#include "print/frmPrintPage.h"
+#include "program/ProgramEditsQuestion.h"
+#include "program/ProgramNumberText.h"
+#include "program/ProgramPlayer.h"
+#include "program/ProgramWindowTable.h"
+#include "program/frmStep.h"
+#include "setting/MsgBox.h"
+#include "setting/ProgramOptionWord.h"
+#include "setting/SharedState.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/EntryCheck.h"
+#include "widgets/NumberBox.h"
+#include "widgets/WindowFrame.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -397,8 +397,7 @@ void frmProg::cmbPrgMethod_Click()
     if (k == Word::Repeat || k == Word::Endless)
         redisplayInterval();
     setModified();
-    if (m_stepWindow)
-        m_stepWindow->refreshCaption();
+    emit methodChanged(methodName());
 }
 
 void frmProg::cmbPrgMethod_LostFocus()
@@ -587,7 +586,8 @@ void frmProg::cmdProgStep_Click()
         return;
     m_context.state.StepProgramNumber = m_programNumber;
     if (!m_stepWindow) {
-        m_stepWindow = new frmStep(m_context, *this);
+        m_stepWindow = new frmStep(m_context, methodName());
+        connect(this, &frmProg::methodChanged, m_stepWindow, &frmStep::showMethod);
         // The steps may have changed: the playing time follows once the step window closes.
         connect(m_stepWindow, &QObject::destroyed, this, &frmProg::showPlayingTime);
         if (m_mdiArea) {

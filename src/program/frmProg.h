@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
-#include "ProgramFieldRules.h"
+#include "program/ProgramFieldRules.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -40,6 +40,10 @@ public:
     void showWorkingCopy();
     /// Shows how long one pass of the program's steps plays.
     void showPlayingTime();
+
+signals:
+    /// The operator chose another method; `name` is its name.
+    void methodChanged(const QString &name);
 
 public slots:
     void cmbPrgMethod_Click();

@@ -1,17 +1,16 @@
-#include "frmStep.h"
-#include "OperatorMessages.h"
-#include "ShownFileName.h"
+#include "program/frmStep.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/ShownFileName.h"
 
-#include "BoxColumns.h"
-#include "DialogLayout.h"
-#include "EntryCheck.h"
-#include "MsgBox.h"
-#include "NumberText.h"
-#include "ProgramEditsQuestion.h"
-#include "SharedState.h"
-#include "StepText.h"
-#include "WindowFrame.h"
-#include "frmProg.h"
+#include "program/ProgramEditsQuestion.h"
+#include "program/StepText.h"
+#include "setting/MsgBox.h"
+#include "setting/NumberText.h"
+#include "setting/SharedState.h"
+#include "widgets/BoxColumns.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/EntryCheck.h"
+#include "widgets/WindowFrame.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -30,10 +29,10 @@ constexpr int Columns = frmStep::Steps / frmStep::StepsPerColumn;
 
 } // namespace
 
-frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
+frmStep::frmStep(AppContext &context, const QString &methodName, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
-    , m_owner(owner)
+    , m_methodName(methodName)
 {
     setObjectName(QStringLiteral("frmStep"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -135,9 +134,15 @@ void frmStep::showWorkingCopy()
     m_cmdStpSave->setEnabled(false);
 }
 
+void frmStep::showMethod(const QString &methodName)
+{
+    m_methodName = methodName;
+    refreshCaption();
+}
+
 void frmStep::refreshCaption()
 {
-    setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
+    setWindowTitle(m_methodName + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
                    + shownFileName(m_context.state.ProjectFileName) + QStringLiteral(" - P")
                    + zeroPadded(m_p + 1, 3));
 }

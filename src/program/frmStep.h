@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QWidget>
 
@@ -12,7 +12,6 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollBar;
-class frmProg;
 
 /// The steps of one program: 128 boxes in columns of eight, each empty or holding a sentence
 /// ("A012") or a wait ("M005", "M1.5"). Owned by its program window; edits SettingBuffer, and
@@ -26,10 +25,9 @@ public:
     static constexpr int StepsPerColumn = 8;
     static constexpr int VisibleColumns = 4;
 
-    frmStep(AppContext &context, frmProg &owner, QWidget *parent = nullptr);
+    /// `methodName`: the method its program window shows, named in the caption.
+    frmStep(AppContext &context, const QString &methodName, QWidget *parent = nullptr);
 
-    /// The caption names the program's method, which its window may change.
-    void refreshCaption();
     /// Shows the steps as SettingBuffer holds them, with nothing left to apply; for when they
     /// were replaced behind the window's back.
     void showWorkingCopy();
@@ -42,6 +40,8 @@ public:
     int playingStep() const { return m_playingStep; }
 
 public slots:
+    /// The program window changed the method: the caption names the new one.
+    void showMethod(const QString &methodName);
     bool txtStpIdx_LostFocus(int index);
     void hscStep_Change(int value);
     void cmdStpIns_Click();
@@ -58,6 +58,7 @@ protected:
 private:
     void Form_Load();
     bool Form_Unload();
+    void refreshCaption();
     QWidget *buildStepFrame();
     void showStoredSteps();
     void showStep(int index, const QString &text);
@@ -69,7 +70,7 @@ private:
     std::array<QString, Steps> &steps();
 
     AppContext &m_context;
-    frmProg &m_owner;
+    QString m_methodName;
     int m_p = 0;
     int m_current = 0;
     int m_playingStep = -1;

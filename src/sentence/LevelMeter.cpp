@@ -1,4 +1,4 @@
-#include "LevelMeter.h"
+#include "sentence/LevelMeter.h"
 
 #include <QPainter>
 

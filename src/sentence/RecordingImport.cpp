@@ -1,6 +1,6 @@
-#include "RecordingImport.h"
+#include "sentence/RecordingImport.h"
 
-#include "AudioImport.h"
+#include "audio/AudioImport.h"
 
 #include <QCoreApplication>
 #include <QFile>

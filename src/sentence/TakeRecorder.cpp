@@ -1,7 +1,7 @@
-#include "TakeRecorder.h"
+#include "sentence/TakeRecorder.h"
 
-#include "AudioInfo.h"
-#include "SoundDevices.h"
+#include "audio/AudioInfo.h"
+#include "audio/SoundDevices.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AudioDecode.h"
-#include "GrowingWav.h"
+#include "audio/AudioDecode.h"
+#include "audio/GrowingWav.h"
 
 #include <QElapsedTimer>
 #include <QObject>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
-#include "SettingData.h"
+#include "setting/SettingData.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QDialog>
 

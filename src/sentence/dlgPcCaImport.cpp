@@ -1,17 +1,17 @@
 // The sentence table's import of recordings: dropped, chosen with "Import..." or recorded with
 // "Record...", made into sentences in the work folder and entered from a box on.
-#include "dlgPcCa.h"
+#include "sentence/dlgPcCa.h"
 
-#include "FileCopy.h"
-#include "FileDialogs.h"
-#include "MsgBox.h"
-#include "RecordingImport.h"
-#include "SentenceFolders.h"
-#include "SentenceName.h"
-#include "SentenceTableEdit.h"
-#include "SharedState.h"
-#include "dlgRecorder.h"
-#include "dlgSentenceNames.h"
+#include "audio/SentenceName.h"
+#include "sentence/RecordingImport.h"
+#include "sentence/SentenceTableEdit.h"
+#include "sentence/dlgRecorder.h"
+#include "sentence/dlgSentenceNames.h"
+#include "setting/FileCopy.h"
+#include "setting/MsgBox.h"
+#include "setting/SentenceFolders.h"
+#include "setting/SharedState.h"
+#include "widgets/FileDialogs.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,13 +1,13 @@
-#include "dlgRecorder.h"
+#include "sentence/dlgRecorder.h"
 
-#include "AudioInfo.h"
-#include "DialogLayout.h"
-#include "LevelMeter.h"
-#include "MsgBox.h"
-#include "OperatorMessages.h"
-#include "SentenceName.h"
-#include "SentencePlayer.h"
-#include "TakeRecorder.h"
+#include "audio/AudioInfo.h"
+#include "audio/SentenceName.h"
+#include "audio/SentencePlayer.h"
+#include "sentence/LevelMeter.h"
+#include "sentence/TakeRecorder.h"
+#include "setting/MsgBox.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/DialogLayout.h"
 
 #include <QComboBox>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AppContext.h"
-#include "SoundDevices.h"
+#include "audio/SoundDevices.h"
+#include "widgets/AppContext.h"
 
 #include <QDialog>
 #include <QStringList>

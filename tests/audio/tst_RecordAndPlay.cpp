@@ -1,21 +1,21 @@
 // Recording a sentence at the PC and playing a program, against a real sound server: a PulseAudio
 // daemon of the test's own whose default input is a 440 Hz sine and whose output is a null sink.
 
-#include "AudioDecode.h"
-#include "AudioFixtures.h"
-#include "AudioImport.h"
-#include "GuiFixture.h"
-#include "LevelMeter.h"
-#include "Loudness.h"
-#include "ProgramDuration.h"
-#include "ProgramWindowTable.h"
-#include "PulseServer.h"
-#include "TakeRecorder.h"
-#include "TestFiles.h"
-#include "dlgPcCa.h"
-#include "dlgRecorder.h"
-#include "frmProg.h"
-#include "frmStep.h"
+#include "audio/AudioDecode.h"
+#include "audio/AudioImport.h"
+#include "audio/Loudness.h"
+#include "audio/ProgramDuration.h"
+#include "program/ProgramWindowTable.h"
+#include "program/frmProg.h"
+#include "program/frmStep.h"
+#include "sentence/LevelMeter.h"
+#include "sentence/TakeRecorder.h"
+#include "sentence/dlgPcCa.h"
+#include "sentence/dlgRecorder.h"
+#include "support/AudioFixtures.h"
+#include "support/GuiFixture.h"
+#include "support/PulseServer.h"
+#include "support/TestFiles.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,11 +1,11 @@
-#include "GuiFixture.h"
-#include "PrintOut.h"
-#include "ProgramOptionWord.h"
-#include "ProgramWindowTable.h"
-#include "RealBoxes.h"
-#include "TypeText.h"
-#include "frmProg.h"
-#include "frmStep.h"
+#include "print/PrintOut.h"
+#include "program/ProgramWindowTable.h"
+#include "program/frmProg.h"
+#include "program/frmStep.h"
+#include "setting/ProgramOptionWord.h"
+#include "support/GuiFixture.h"
+#include "support/RealBoxes.h"
+#include "support/TypeText.h"
 
 #include <QComboBox>
 #include <QGroupBox>
