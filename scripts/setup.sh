@@ -6,7 +6,8 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ pkgconf
     qt6-base-dev qt6-base-dev-tools libgl-dev
-    qt6-multimedia-dev           # plays a sentence in the sentence table
+    qt6-multimedia-dev           # plays a sentence or a program, records a sentence
+    pulseaudio pulseaudio-utils  # the tests' own sound server: recording and program playback (pactl, parec)
     clang libclang-rt-14-dev     # the setting-file reader's fuzzer
     libbenchmark-dev             # benchmarks
     libtwolame-dev               # makes the 1 kHz test tone when it is missing; encodes imported sentences

@@ -35,3 +35,16 @@ std::optional<double> mp2Duration(const QString &path)
     auto *plugin = codecs(error);
     return plugin ? plugin->mp2Duration(path) : std::nullopt;
 }
+
+bool decodeMonoAt(const QString &path, int rate, std::vector<float> &samples, QString &error)
+{
+    auto *plugin = codecs(error);
+    return plugin && plugin->decodeMonoAt(path, rate, samples, error);
+}
+
+std::optional<MpegLength> mpegFileLength(const QString &path)
+{
+    QString error;
+    auto *plugin = codecs(error);
+    return plugin ? plugin->mpegFileLength(path) : std::nullopt;
+}

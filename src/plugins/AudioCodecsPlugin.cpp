@@ -22,6 +22,11 @@ public:
         return ::importRecording(inputPath, outputPath, options, result, error);
     }
     std::optional<double> mp2Duration(const QString &path) override { return ::mp2Duration(path); }
+    bool decodeMonoAt(const QString &path, int rate, std::vector<float> &samples, QString &error) override
+    {
+        return ::decodeMonoAt(path, rate, samples, error);
+    }
+    std::optional<MpegLength> mpegFileLength(const QString &path) override { return ::mpegFileLength(path); }
 };
 
 #include "AudioCodecsPlugin.moc"

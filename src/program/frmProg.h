@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class ProgramPlayer;
 class ProgramWindowTable;
 class QComboBox;
 class QGroupBox;
@@ -61,6 +62,9 @@ public slots:
     void cmdProgClose_Click();
     void cmdProgStep_Click();
     void cmdPrint_Click();
+    /// Plays the working copy's steps on the PC as the device will.
+    void cmdProgPlay_Click();
+    void cmdProgStop_Click();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -84,6 +88,10 @@ private:
     void showLevel(int level);
     void setBar(QScrollBar *bar, int value);
     void setUnitBarRange(bool minutes);
+    void showPlaying(int step, int pass, double seconds);
+    void playFinished(const QString &problem);
+    /// The status line: what plays now (or how the playing ended), then the steps skipped.
+    void showPlayStatus(const QString &now);
 
     AppContext &m_context;
     QPointer<ProgramWindowTable> m_table;
@@ -116,4 +124,12 @@ private:
     QPushButton *m_cmdProgStep = nullptr;
     QPushButton *m_cmdProgSave = nullptr;
     QLabel *m_lblPrgTime = nullptr;
+    QLabel *m_lblPrgPlayed = nullptr;
+    QLabel *m_lblPrgStatus = nullptr;
+    QPushButton *m_cmdProgPlay = nullptr;
+    QPushButton *m_cmdProgStop = nullptr;
+    ProgramPlayer *m_player = nullptr;
+    int m_playingStep = -1;
+    int m_playingPass = 0;
+    bool m_stopPressed = false;
 };

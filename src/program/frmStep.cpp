@@ -12,6 +12,7 @@
 #include "widgets/EntryCheck.h"
 #include "widgets/WindowFrame.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -190,6 +191,28 @@ void frmStep::bringColumnIntoView(int index)
     const QSignalBlocker block(m_hscStep);
     m_hscStep->setValue(first);
     m_columns->showColumn(first);
+}
+
+void frmStep::showPlayingStep(int step)
+{
+    if (step == m_playingStep)
+        return;
+    if (m_playingStep >= 0) {
+        m_boxes[m_playingStep]->setPalette(QPalette());
+        m_boxes[m_playingStep]->setAccessibleDescription(QString());
+    }
+    m_playingStep = step >= 0 && step < Steps ? step : -1;
+    if (m_playingStep < 0)
+        return;
+    QLineEdit *box = m_boxes[m_playingStep];
+    QPalette marked = box->palette();
+    marked.setColor(QPalette::Base, palette().color(QPalette::Highlight));
+    marked.setColor(QPalette::Text, palette().color(QPalette::HighlightedText));
+    box->setPalette(marked);
+    box->setAccessibleDescription(tr("Playing"));
+    // The steps follow the sound, except while the operator is typing in them.
+    if (!isAncestorOf(QApplication::focusWidget()))
+        bringColumnIntoView(m_playingStep);
 }
 
 void frmStep::hscStep_Change(int value)

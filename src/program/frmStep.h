@@ -35,6 +35,9 @@ public:
     void closeFrame();
     QLineEdit *box(int index) const { return m_boxes[index]; }
     int currentSlot() const { return m_current; }
+    /// Marks the box of the step being played on the PC (0-127; -1 for none).
+    void showPlayingStep(int step);
+    int playingStep() const { return m_playingStep; }
 
 public slots:
     /// The program window changed the method: the caption names the new one.
@@ -70,6 +73,7 @@ private:
     QString m_methodName;
     int m_p = 0;
     int m_current = 0;
+    int m_playingStep = -1;
     CloseOnce m_closeOnce;
     std::array<QLineEdit *, Steps> m_boxes {};
     BoxColumns *m_columns = nullptr;

@@ -4,6 +4,7 @@
 
 #include "audio/AudioImport.h"
 #include "audio/SentencePlayer.h"
+#include "audio/SoundDevices.h"
 #include "setting/TestToneEncoder.h"
 
 #include <QDeadlineTimer>
@@ -81,6 +82,14 @@ private slots:
         QVERIFY2(
             error.contains(QLatin1String("Sound file conversion is not installed: dq480-codecs is missing")),
             qPrintable(error));
+        // The recorder and the program window reach the sound system through the same plugin.
+        const QLatin1String noSound("Sound playback is not installed: dq480-playback is missing");
+        error.clear();
+        QVERIFY(soundInputs(error).isEmpty());
+        QVERIFY2(error.startsWith(noSound), qPrintable(error));
+        error.clear();
+        QVERIFY(!openSoundStream(32000, error));
+        QVERIFY2(error.startsWith(noSound), qPrintable(error));
     }
 
     void realProgramAtItsMainWindow_data()

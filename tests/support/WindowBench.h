@@ -9,6 +9,7 @@
 #include "program/frmStep.h"
 #include "sentence/dlgCaPc.h"
 #include "sentence/dlgPcCa.h"
+#include "sentence/dlgRecorder.h"
 #include "support/GuiFixture.h"
 #include "widgets/dlgErrLog.h"
 #include "widgets/frmAbout.h"
@@ -93,6 +94,11 @@ public:
         });
         row("dlgPcCa") << WindowMaker(
             [this] { return dialog(std::make_unique<dlgPcCa>(f->context, nullptr)); });
+        row("dlgRecorder") << WindowMaker([this] {
+            return dialog(std::make_unique<dlgRecorder>(
+                f->context, 3, QStringList(), f->home.filePath(QStringLiteral("SoundTmp/take.wav")),
+                [](const QString &, const QString &) { return false; }, nullptr));
+        });
         row("dlgCaPc") << WindowMaker(
             [this] { return dialog(std::make_unique<dlgCaPc>(f->context, nullptr)); });
         row("dlgFMT") << WindowMaker([this] {
