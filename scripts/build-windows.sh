@@ -32,33 +32,48 @@ mark_done() { mkdir -p "$cache/stamps" && date >"$cache/stamps/$1"; }
 # cache: the system's package lists and caches stay untouched.
 apt_own=(-o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$root/scripts/windows/apt"
     -o "Dir::State::Lists=$cache/apt/lists" -o "Dir::Cache=$cache/apt/cache" -o APT::Sandbox::User=root)
-only_signatures_missing() { # download-folder: every file its .dsc lists is there but the *.asc
+missing_downloads() { # download-folder -> the files its .dsc lists that did not arrive
     local dsc file
-    dsc=$(compgen -G "$1/*.dsc") || return 1
+    dsc=$(compgen -G "$1/*.dsc") || { echo "$(basename "$1").dsc"; return; }
     for file in $(awk '/^Files:/ { files = 1; next } /^[^ ]/ { files = 0 } files { print $3 }' "$dsc"); do
-        [[ $file == *.asc || -s $1/$file ]] || return 1
+        [[ -s $1/$file ]] || echo "$file"
     done
 }
 fetch_source() { # package -> prints the unpacked source folder
-    local package=$1 dir=$cache/src/$1
+    local package=$1 dir=$cache/src/$1 downloads=$cache/downloads/$1 file missing patched=yes
     if [[ ! -e $dir/.unpacked ]]; then
-        mkdir -p "$cache/apt/lists/partial" "$cache/apt/cache/archives/partial" "$cache/downloads/$package"
+        mkdir -p "$cache/apt/lists/partial" "$cache/apt/cache/archives/partial" "$downloads"
         if [[ ! -e $cache/apt/lists/.updated ]]; then
             apt-get -qq "${apt_own[@]}" update >&2
             touch "$cache/apt/lists/.updated"
         fi
-        if ! (cd "$cache/downloads/$package" && apt-get -qq "${apt_own[@]}" source --download-only "$package" >&2); then
-            # A mirror may lack an upstream signature (.asc) that the .dsc lists; everything apt did
-            # fetch was checked against the signed package index, so the source is still whole.
-            only_signatures_missing "$cache/downloads/$package" || {
-                echo "Failed: the source package $package could not be fetched" >&2
+        # What arrived decides, not apt's status: a mirror may lack a file the .dsc lists.
+        (cd "$downloads" && apt-get -qq "${apt_own[@]}" source --download-only "$package" >&2) || true
+        missing=$(missing_downloads "$downloads")
+        for file in $missing; do
+            case $file in
+            # The upstream signature: every file apt did fetch was checked against the signed index.
+            *.asc) ;;
+            # Debian's packaging alone: the upstream source builds without it, but without Debian's
+            # patches, which is said.
+            *.debian.tar.*)
+                patched=no
+                log "$package: the mirror lacks $file; building the upstream source without Debian's patches" >&2
+                ;;
+            *)
+                echo "Failed: the source package $package could not be fetched ($file is missing)" >&2
                 return 1
-            }
-            log "$package: the mirror has no upstream signature; the source's checksums were checked by apt" >&2
-        fi
+                ;;
+            esac
+        done
         rm -rf "$dir"
         mkdir -p "$cache/src"
-        dpkg-source --no-check -x "$cache/downloads/$package"/*.dsc "$dir" >&2
+        if [[ $patched == yes ]]; then
+            dpkg-source --no-check -x "$downloads"/*.dsc "$dir" >&2
+        else
+            mkdir -p "$dir"
+            tar -xf "$(compgen -G "$downloads/*.orig.tar.*" | grep -v '\.asc$' | head -n 1)" --strip-components=1 -C "$dir"
+        fi
         rm -f "$cache/src"/*.tar.*
         touch "$dir/.unpacked"
     fi
