@@ -213,11 +213,12 @@ void frmProg::buildControls()
     layout->addLayout(frames);
     layout->addStretch();
     layout->addLayout(buttons);
-
-    // Tab goes down the window as it is drawn, not in the order the controls were made.
+    // Tab goes down the window as it is drawn, not in the order the controls were made. Playing came
+    // to this window after its fields and buttons: it comes last, so the keys an operator knows
+    // still reach the controls they always did.
     chainTabOrder({m_txtProgName, m_cmbPrgMethod, m_txtAutoVol, m_txtPrgInt, m_optPrgInt[0], m_optPrgInt[1],
-                   m_txtPrgNo, m_optPrgBusy[0], m_optPrgBusy[1], m_cmdProgPlay, m_cmdProgStop, m_cmdProgStep,
-                   cmdPrint, cmdProgOk, cmdProgClose, m_cmdProgSave});
+                   m_txtPrgNo, m_optPrgBusy[0], m_optPrgBusy[1], m_cmdProgStep, cmdPrint, cmdProgOk,
+                   cmdProgClose, m_cmdProgSave, m_cmdProgPlay, m_cmdProgStop});
     // Escape is the Cancel button, as in a dialog.
     auto *escape = new QShortcut(QKeySequence::Cancel, this, cmdProgClose, &QPushButton::click);
     escape->setContext(Qt::WidgetWithChildrenShortcut);

@@ -103,6 +103,26 @@ private slots:
         f.reset();
     }
 
+    // Operators move through the window by Tab: the play buttons, added later, come after every
+    // control the window had, so the keys they know still reach the same controls.
+    void playingComesLastInTheTabOrder()
+    {
+        open(1);
+        chooseMethod(2);
+        QStringList chain;
+        QWidget *start = control<QLineEdit>("txtProgName");
+        for (QWidget *w = start->nextInFocusChain(); w != start; w = w->nextInFocusChain()) {
+            if (w->isVisibleTo(window) && (w->focusPolicy() & Qt::TabFocus) && !w->objectName().isEmpty()
+                && window->isAncestorOf(w))
+                chain << w->objectName();
+        }
+        const QStringList expected {"cmbPrgMethod", "txtAutoVol",  "txtPrgInt",    "optPrgInt_0",
+                                    "optPrgInt_1",  "txtPrgNo",    "optPrgBusy_0", "optPrgBusy_1",
+                                    "cmdProgStep",  "cmdPrint",    "cmdProgOk",    "cmdProgClose",
+                                    "cmdProgSave",  "cmdProgPlay", "cmdProgStop"};
+        QCOMPARE(chain, expected);
+    }
+
     void endlessKeepsItsPlayIntervalThroughOk_data()
     {
         QTest::addColumn<qint32>("option");

@@ -67,7 +67,8 @@ fi
 [[ -e $exe ]] || { echo "FAILED: no program at $exe"; exit 1; }
 
 # Drive D: is the card reader. Wine reads its drive types when its server starts, so the server
-# is let go once they are set.
+# is let go once they are set. The prefix (a new one for the zip) is made first.
+wine_run cmd /c exit >/dev/null 2>&1 || true
 ln -sfn "$work/card" "$DQ480_WINE_PREFIX/dosdevices/d:"
 ln -sfn "$loop" "$DQ480_WINE_PREFIX/dosdevices/d::"
 wine_run reg add 'HKLM\Software\Wine\Drives' /v d: /d floppy /f >/dev/null 2>&1
