@@ -6,6 +6,7 @@
 #include "audio/SentencePlayer.h"
 #include "audio/SoundDevices.h"
 #include "setting/TestToneEncoder.h"
+#include "support/Xdotool.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -34,17 +35,6 @@ QStringList loaded(const QString &maps, const QStringList &names)
         if (maps.contains(QLatin1Char('/') + name))
             found << name;
     return found;
-}
-
-QString xdotool(const QString &display, const QStringList &arguments)
-{
-    QProcess tool;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("DISPLAY"), display);
-    tool.setProcessEnvironment(env);
-    tool.start(QStringLiteral("xdotool"), arguments);
-    tool.waitForFinished(10000);
-    return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
 }
 
 } // namespace
