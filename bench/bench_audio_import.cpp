@@ -4,8 +4,8 @@
 // two, to see that a batch import gains from a second core. Run by hand:
 // build/default/bench/bench_audio_import [FILES]
 
-#include "AudioFixtures.h"
-#include "AudioImport.h"
+#include "audio/AudioImport.h"
+#include "support/AudioFixtures.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>

@@ -3,10 +3,10 @@
 // followed by sync, both onto the same FAT16 card image mounted through fusefat. Needs root, mkfs.fat and
 // fusefat; otherwise it uses a tmpfs, or a folder.
 
-#include "CardWrite.h"
-#include "ScriptedMsgBox.h"
-#include "TestMounts.h"
-#include "TestProjects.h"
+#include "setting/CardWrite.h"
+#include "support/ScriptedMsgBox.h"
+#include "support/TestMounts.h"
+#include "support/TestProjects.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,11 +1,11 @@
 // Opening the sentence table dialog on a 512-sentence card: 512 boxes built, filled and shown.
 
-#include "AppContext.h"
-#include "DriveInfo.h"
-#include "FileDialogs.h"
-#include "QtMsgBox.h"
-#include "TestProjects.h"
-#include "dlgPcCa.h"
+#include "platform/DriveInfo.h"
+#include "sentence/dlgPcCa.h"
+#include "support/TestProjects.h"
+#include "widgets/AppContext.h"
+#include "widgets/FileDialogs.h"
+#include "widgets/QtMsgBox.h"
 
 #include <QApplication>
 #include <QTemporaryDir>

@@ -1,8 +1,8 @@
 // Reading and writing the largest project: 512 sentences, 64 programs of 128 steps.
 
-#include "SettingFileReader.h"
-#include "SettingFileWriter.h"
-#include "TestProjects.h"
+#include "setting/SettingFileReader.h"
+#include "setting/SettingFileWriter.h"
+#include "support/TestProjects.h"
 
 #include <benchmark/benchmark.h>
 

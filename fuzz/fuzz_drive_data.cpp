@@ -3,9 +3,9 @@
 // header. The first byte chooses the reader, the rest is its input. Each must answer, never crash,
 // and what it answers must be possible for that input.
 
-#include "FatVariant.h"
-#include "MountInfo.h"
-#include "Mp2File.h"
+#include "platform/FatVariant.h"
+#include "platform/linux/MountInfo.h"
+#include "setting/Mp2File.h"
 
 #include <QString>
 

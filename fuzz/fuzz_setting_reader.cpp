@@ -4,11 +4,11 @@
 // The looks an open takes before reading (the file's shape, bytes the code page would change) and
 // their messages meet the same bytes.
 
-#include "CodePageCheck.h"
-#include "SettingFileReader.h"
-#include "SettingFileWriter.h"
-#include "SharedState.h"
-#include "TextShape.h"
+#include "setting/CodePageCheck.h"
+#include "setting/SettingFileReader.h"
+#include "setting/SettingFileWriter.h"
+#include "setting/SharedState.h"
+#include "setting/TextShape.h"
 
 #include <cstdint>
 #include <memory>

@@ -3,7 +3,8 @@
 #
 #   scripts/build-windows.sh              toolchain (once), then the programs, the tests and the packages
 #   scripts/build-windows.sh --toolchain  only the toolchain: Qt and the audio libraries for MinGW
-#   scripts/build-windows.sh --test       the programs and the test suites under Wine; needs the toolchain
+#   scripts/build-windows.sh --test       the programs, their packages and the test suites under Wine;
+#                                         needs the toolchain
 #   scripts/build-windows.sh --has-toolchain   succeeds when the toolchain is built
 #
 # Debian has MinGW-w64 but no Qt for it, so the first run builds qtbase and the audio libraries
@@ -31,18 +32,48 @@ mark_done() { mkdir -p "$cache/stamps" && date >"$cache/stamps/$1"; }
 # cache: the system's package lists and caches stay untouched.
 apt_own=(-o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$root/scripts/windows/apt"
     -o "Dir::State::Lists=$cache/apt/lists" -o "Dir::Cache=$cache/apt/cache" -o APT::Sandbox::User=root)
+missing_downloads() { # download-folder -> the files its .dsc lists that did not arrive
+    local dsc file
+    dsc=$(compgen -G "$1/*.dsc") || { echo "$(basename "$1").dsc"; return; }
+    for file in $(awk '/^Files:/ { files = 1; next } /^[^ ]/ { files = 0 } files { print $3 }' "$dsc"); do
+        [[ -s $1/$file ]] || echo "$file"
+    done
+}
 fetch_source() { # package -> prints the unpacked source folder
-    local package=$1 dir=$cache/src/$1
+    local package=$1 dir=$cache/src/$1 downloads=$cache/downloads/$1 file missing patched=yes
     if [[ ! -e $dir/.unpacked ]]; then
-        mkdir -p "$cache/apt/lists/partial" "$cache/apt/cache/archives/partial" "$cache/downloads/$package"
+        mkdir -p "$cache/apt/lists/partial" "$cache/apt/cache/archives/partial" "$downloads"
         if [[ ! -e $cache/apt/lists/.updated ]]; then
             apt-get -qq "${apt_own[@]}" update >&2
             touch "$cache/apt/lists/.updated"
         fi
-        (cd "$cache/downloads/$package" && apt-get -qq "${apt_own[@]}" source --download-only "$package" >&2)
+        # What arrived decides, not apt's status: a mirror may lack a file the .dsc lists.
+        (cd "$downloads" && apt-get -qq "${apt_own[@]}" source --download-only "$package" >&2) || true
+        missing=$(missing_downloads "$downloads")
+        for file in $missing; do
+            case $file in
+            # The upstream signature: every file apt did fetch was checked against the signed index.
+            *.asc) ;;
+            # Debian's packaging alone: the upstream source builds without it, but without Debian's
+            # patches, which is said.
+            *.debian.tar.*)
+                patched=no
+                log "$package: the mirror lacks $file; building the upstream source without Debian's patches" >&2
+                ;;
+            *)
+                echo "Failed: the source package $package could not be fetched ($file is missing)" >&2
+                return 1
+                ;;
+            esac
+        done
         rm -rf "$dir"
         mkdir -p "$cache/src"
-        dpkg-source --no-check -x "$cache/downloads/$package"/*.dsc "$dir" >&2
+        if [[ $patched == yes ]]; then
+            dpkg-source --no-check -x "$downloads"/*.dsc "$dir" >&2
+        else
+            mkdir -p "$dir"
+            tar -xf "$(compgen -G "$downloads/*.orig.tar.*" | grep -v '\.asc$' | head -n 1)" --strip-components=1 -C "$dir"
+        fi
         rm -f "$cache/src"/*.tar.*
         touch "$dir/.unpacked"
     fi
@@ -68,6 +99,8 @@ logged() { # log-name command... : the output goes to a log, whose end is shown 
 cmake_cross() { # name source-dir cmake-options...
     local name=$1 src=$2
     shift 2
+    # The source comes from a command substitution, whose failure does not stop the script.
+    [[ -n $src && -d $src ]] || { echo "Failed: no source for $name" >&2; return 1; }
     rm -rf "$cache/build/$name"
     logged "$name" cmake -G Ninja -S "$src" -B "$cache/build/$name" -Wno-dev \
         -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" -DCMAKE_BUILD_TYPE=Release \
@@ -80,6 +113,7 @@ cmake_cross() { # name source-dir cmake-options...
 autotools_cross() { # name source-dir configure-options...
     local name=$1 src=$2
     shift 2
+    [[ -n $src && -d $src ]] || { echo "Failed: no source for $name" >&2; return 1; }
     rm -rf "$cache/build/$name"
     mkdir -p "$cache/build/$name"
     (
@@ -259,7 +293,7 @@ for arg in "$@"; do
     --test) mode=test ;;
     --has-toolchain) done_already toolchain; exit ;;
     --print-cache) echo "$cache"; exit 0 ;;
-    -h | --help) sed -n '2,11p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,12p' "$0"; exit 0 ;;
     *) echo "Unknown option: $arg (see --help)" >&2; exit 2 ;;
     esac
 done
@@ -271,6 +305,8 @@ if [[ $mode == test ]]; then
     fi
     host_env
     build_program
+    # The package checks run on what an operator gets: the zip and the installer of this build.
+    make_packages
     ctest --preset windows -j"$jobs"
     exit
 fi

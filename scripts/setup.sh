@@ -6,7 +6,8 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ pkgconf
     qt6-base-dev qt6-base-dev-tools libgl-dev
-    qt6-multimedia-dev           # plays a sentence in the sentence table
+    qt6-multimedia-dev           # plays a sentence or a program, records a sentence
+    pulseaudio pulseaudio-utils  # the tests' own sound server: recording and program playback (pactl, parec)
     clang libclang-rt-14-dev     # the setting-file reader's fuzzer
     libbenchmark-dev             # benchmarks
     libtwolame-dev               # makes the 1 kHz test tone when it is missing; encodes imported sentences
@@ -16,6 +17,7 @@ packages=(
     wine wine64                  # runs the Windows programs and their tests
     nsis                         # the Windows installer
     dosfstools fusefat           # card format: mkfs.fat, fsck.fat, and FAT images mounted in tests
+    python3                      # the layers test (scripts/check-layers.py)
     python3-fusepy               # a test card that keeps wrong bytes (tests/support/altering_fs.py)
     poppler-utils                # print-outs read back as text in tests
     desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin bash-completion  # installed desktop files checked
@@ -23,7 +25,8 @@ packages=(
     qt6-tools-dev qt6-l10n-tools qt6-translations-l10n  # Japanese interface: lupdate/lrelease, Qt's own texts
     fonts-ipafont-gothic         # Japanese texts in screenshots and window tests
     fonts-dejavu-core            # the Latin font of the window tests under Wine
-    xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick mtools  # real windows under X: the window title and operator journey tests
+    xvfb at-spi2-core dbus python3-pyatspi xdotool imagemagick  # real windows under X: the window title and operator journey tests
+    mtools                       # the journeys' card images read back without mounting them (mdir, mcopy)
     openbox                      # the window manager of the operator journeys' desktop
 )
 

@@ -170,6 +170,10 @@
         <translation>%1 が失敗しました。%2</translation>
     </message>
     <message>
+        <source>Formatting %1 needs administrator rights: run the program as root, or format the card as FAT16 with the desktop&apos;s disk tool.</source>
+        <translation>%1 のフォーマットには管理者権限が必要です。プログラムを root として実行するか、デスクトップのディスクツールでカードを FAT16 にフォーマットしてください。</translation>
+    </message>
+    <message>
         <source>%1 could not be started: %2</source>
         <translation>%1 を起動できませんでした: %2</translation>
     </message>
@@ -281,6 +285,69 @@
     </message>
 </context>
 <context>
+    <name>dlgRecorder</name>
+    <message>
+        <source>Record a sentence for entry %1</source>
+        <translation>項目 %1 のセンテンスを録音</translation>
+    </message>
+    <message>
+        <source>Input:</source>
+        <translation>入力:</translation>
+    </message>
+    <message>
+        <source>Level:</source>
+        <translation>レベル:</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>録音</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Time recorded</source>
+        <translation>録音時間</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>再生</translation>
+    </message>
+    <message>
+        <source>Plays the take as it was recorded.</source>
+        <translation>録音したままを再生します。</translation>
+    </message>
+    <message>
+        <source>At most 8 characters, no blanks, full stops or \ / : * ? &lt; &gt; | , &quot; ;, not a Windows device name such as CON, and not the name of another entry.</source>
+        <translation>8 文字まで。空白、ピリオド、\ / : * ? &lt; &gt; | , &quot; ; は使えません。CON などの Windows のデバイス名と、ほかの項目の名前も使えません。</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>名前:</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Makes a sentence of the take, as an imported recording, and enters it.</source>
+        <translation>録音を、取り込んだ録音と同じようにセンテンスにして、項目に入れます。</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>This PC has no audio input: connect a microphone, then press Record again.</source>
+        <translation>この PC には音声入力がありません: マイクをつないでから、もう一度「録音」を押してください。</translation>
+    </message>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>録音できません: %1</translation>
+    </message>
+</context>
+<context>
     <name>FileAttributes</name>
     <message>
         <source>Cannot make %1 read-only: %2</source>
@@ -339,6 +406,29 @@
     <message>
         <source>Cannot write %1: its folder %2 cannot be written to, and the new content is always written beside the file first.</source>
         <translation>%1 に書き込めません: フォルダー %2 に書き込めません。新しい内容は必ず先にファイルの横に書き込まれます。</translation>
+    </message>
+</context>
+<context>
+    <name>LevelMeter</name>
+    <message>
+        <source>Input level</source>
+        <translation>入力レベル</translation>
+    </message>
+    <message>
+        <source>below %1 dBFS</source>
+        <translation>%1 dBFS 未満</translation>
+    </message>
+    <message>
+        <source>%1 dBFS</source>
+        <translation>%1 dBFS</translation>
+    </message>
+    <message>
+        <source>%1, clipped</source>
+        <translation>%1、クリップ</translation>
+    </message>
+    <message>
+        <source>Clipped</source>
+        <translation>クリップ</translation>
     </message>
 </context>
 <context>
@@ -701,6 +791,72 @@
     </message>
 </context>
 <context>
+    <name>SoundDevices</name>
+    <message>
+        <source>the input &quot;%1&quot; stopped sending sound.</source>
+        <translation>入力「%1」から音が届かなくなりました。</translation>
+    </message>
+    <message>
+        <source>the PC was too busy to keep up with the input &quot;%1&quot;, and sound was lost.</source>
+        <translation>PC が忙しくて入力「%1」に追いつけず、音が失われました。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output stopped playing.</source>
+        <translation>PC の音声出力が再生を止めました。</translation>
+    </message>
+    <message>
+        <source>the input is not there any more.</source>
+        <translation>その入力はもうありません。</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; cannot be opened.</source>
+        <translation>入力「%1」を開けません。</translation>
+    </message>
+    <message>
+        <source>this PC has no audio output.</source>
+        <translation>この PC には音声出力がありません。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output does not take %1 Hz.</source>
+        <translation>PC の音声出力は %1 Hz を受け付けません。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output cannot be opened.</source>
+        <translation>PC の音声出力を開けません。</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; is gone: it was unplugged, switched off or taken away by the sound system.</source>
+        <translation>入力「%1」がなくなりました: 抜かれたか、電源が切られたか、サウンドシステムから外されました。</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; does not record in mono.</source>
+        <translation>入力「%1」はモノラルで録音できません。</translation>
+    </message>
+</context>
+<context>
+    <name>TakeRecorder</name>
+    <message>
+        <source>Cannot record: %1</source>
+        <translation>録音できません: %1</translation>
+    </message>
+    <message>
+        <source>The recording stopped at %1: %2 The take so far is kept.</source>
+        <translation>録音は %1 で止まりました: %2 そこまでの録音は残してあります。</translation>
+    </message>
+    <message>
+        <source>The recording stopped at %1. %2. The take so far is kept.</source>
+        <translation>録音は %1 で止まりました。%2。そこまでの録音は残してあります。</translation>
+    </message>
+    <message>
+        <source>The recording stopped by itself at %1, the longest a sentence is made from.</source>
+        <translation>録音は、センテンスにできる最長の %1 で自動的に止まりました。</translation>
+    </message>
+    <message>
+        <source>the input stopped sending sound.</source>
+        <translation>入力から音が届かなくなりました。</translation>
+    </message>
+</context>
+<context>
     <name>TestTone</name>
     <message>
         <source>The MP2 encoder could not start.</source>
@@ -991,6 +1147,14 @@
         <source>Importing recordings... %1 of %2 done</source>
         <translation>録音を取り込んでいます... %2 件中 %1 件完了</translation>
     </message>
+    <message>
+        <source>Record...</source>
+        <translation>録音...</translation>
+    </message>
+    <message>
+        <source>Records a sentence at the PC into the current entry.</source>
+        <translation>PC でセンテンスを録音して、現在の項目に入れます。</translation>
+    </message>
 </context>
 <context>
     <name>dlgSentenceNames</name>
@@ -1199,10 +1363,6 @@
     <message>
         <source>Explanation:</source>
         <translation>説明:</translation>
-    </message>
-    <message>
-        <source>New File</source>
-        <translation>新規ファイル</translation>
     </message>
     <message>
         <source>DQ-480 Setting Software : </source>
@@ -1568,6 +1728,62 @@
         <source>Playing time: %1</source>
         <translation>再生時間: %1</translation>
     </message>
+    <message>
+        <source>Play program</source>
+        <translation>プログラム再生</translation>
+    </message>
+    <message>
+        <source>Plays the program&apos;s steps on the PC&apos;s audio output as the device will.</source>
+        <translation>プログラムのステップを、本体と同じように PC の音声出力で再生します。</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>%1 を再生できません: %2</translation>
+    </message>
+    <message>
+        <source>Played %1</source>
+        <translation>経過 %1</translation>
+    </message>
+    <message>
+        <source>Playing step %1: %2</source>
+        <translation>ステップ %1 を再生中: %2</translation>
+    </message>
+    <message>
+        <source>Waiting for pass %1</source>
+        <translation>%1 回目を待っています</translation>
+    </message>
+    <message>
+        <source>Playing</source>
+        <translation>再生中</translation>
+    </message>
+    <message>
+        <source>%1, pass %2</source>
+        <translation>%1、%2 回目</translation>
+    </message>
+    <message>
+        <source>%1, pass %2 of %3</source>
+        <translation>%1、%2 / %3 回目</translation>
+    </message>
+    <message>
+        <source>The playing stopped: %1</source>
+        <translation>再生が止まりました: %1</translation>
+    </message>
+    <message>
+        <source>Stopped.</source>
+        <translation>停止しました。</translation>
+    </message>
+    <message>
+        <source>Played to the end.</source>
+        <translation>最後まで再生しました。</translation>
+    </message>
+    <message>
+        <source>Skipped step %1, %2: %3</source>
+        <translation>ステップ %1、%2 を飛ばしました: %3</translation>
+    </message>
 </context>
 <context>
     <name>frmSetPath</name>
@@ -1652,6 +1868,10 @@
     <message>
         <source>All steps deleted. Will set default steps.</source>
         <translation>全ステップを削除しました。初期ステップを設定します。</translation>
+    </message>
+    <message>
+        <source>Playing</source>
+        <translation>再生中</translation>
     </message>
 </context>
 </TS>

@@ -1,16 +1,16 @@
 // dq480: the DQ-480 setting software's desktop program.
 
-#include "AppContext.h"
-#include "AppTranslation.h"
-#include "AppVersion.h"
-#include "FileDialogs.h"
-#include "ProgramFolder.h"
-#include "QtMsgBox.h"
-#include "SharedState.h"
-#include "SingleInstance.h"
-#include "SystemDrives.h"
-#include "ToolbarIcons.h"
-#include "frmMain.h"
+#include "mainwindow/ToolbarIcons.h"
+#include "mainwindow/frmMain.h"
+#include "platform/SingleInstance.h"
+#include "platform/SystemDrives.h"
+#include "setting/ProgramFolder.h"
+#include "setting/SharedState.h"
+#include "widgets/AppContext.h"
+#include "widgets/AppTranslation.h"
+#include "widgets/AppVersion.h"
+#include "widgets/FileDialogs.h"
+#include "widgets/QtMsgBox.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

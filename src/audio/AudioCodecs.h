@@ -1,7 +1,8 @@
 #pragma once
 
-#include "AudioDecode.h"
-#include "AudioImport.h"
+#include "audio/AudioDecode.h"
+#include "audio/AudioImport.h"
+#include "audio/SoundDevices.h"
 
 #include <QObject>
 
@@ -9,8 +10,9 @@
 
 /// What the audio-codec plugin offers the desktop program: the decoders (libsndfile, libmpg123),
 /// the rate converter, the loudness meter and the MP2 encoder behind `decodeAudioFile`,
-/// `importRecording` and `mp2Duration`. The desktop program loads it when a sentence is first
-/// played, imported or timed; the command-line tool and the tests have the codecs built in.
+/// `decodeMonoAt`, `importRecording`, `mp2Duration` and `mpegFileLength`. The desktop program
+/// loads it when a sentence or a program is first played, imported or timed; the command-line
+/// tool and the tests have the codecs built in.
 class AudioCodecsInterface
 {
 public:
@@ -22,13 +24,15 @@ public:
                                  const ImportOptions &options, ImportResult &result, QString &error)
         = 0;
     virtual std::optional<double> mp2Duration(const QString &path) = 0;
+    virtual bool decodeMonoAt(const QString &path, int rate, std::vector<float> &samples, QString &error) = 0;
+    virtual std::optional<MpegLength> mpegFileLength(const QString &path) = 0;
 };
 
-#define DQ480_AUDIO_CODECS_IID "com.arvon.dq480.AudioCodecs/1"
+#define DQ480_AUDIO_CODECS_IID "com.arvon.dq480.AudioCodecs/2"
 Q_DECLARE_INTERFACE(AudioCodecsInterface, DQ480_AUDIO_CODECS_IID)
 
-/// What the sound-playback plugin offers: one sentence playing on the PC's default output; ending
-/// the returned object stops it.
+/// What the sound-playback plugin offers: one sentence playing on the PC's default output (ending
+/// the returned object stops it), a sound streamed to it, and the PC's inputs recorded.
 class SoundOutputInterface
 {
 public:
@@ -41,7 +45,10 @@ public:
     virtual bool hasOutput() = 0;
     /// Null with `reason` when the output cannot play this sound.
     virtual Playing *start(const DecodedAudio &audio, QString &reason) = 0;
+    virtual QList<SoundInput> inputs(QString &error) = 0;
+    virtual SoundCapture *startCapture(const QByteArray &id, QString &reason) = 0;
+    virtual SoundStream *openStream(int sampleRate, QString &reason) = 0;
 };
 
-#define DQ480_SOUND_OUTPUT_IID "com.arvon.dq480.SoundOutput/1"
+#define DQ480_SOUND_OUTPUT_IID "com.arvon.dq480.SoundOutput/2"
 Q_DECLARE_INTERFACE(SoundOutputInterface, DQ480_SOUND_OUTPUT_IID)

@@ -1,7 +1,8 @@
-#include "AudioDecode.h"
+#include "audio/AudioDecode.h"
 
-#include "MpegFrames.h"
-#include "RegularFile.h"
+#include "audio/MpegFrames.h"
+#include "audio/Resample.h"
+#include "setting/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -395,4 +396,11 @@ std::vector<float> downmixToMono(const DecodedAudio &audio)
         mono[size_t(i)] = sum * scale;
     }
     return mono;
+}
+
+bool decodeMonoAt(const QString &path, int rate, std::vector<float> &samples, QString &error)
+{
+    DecodedAudio audio;
+    return decodeAudioFile(path, audio, error)
+        && resampleMono(downmixToMono(audio), audio.sampleRate, rate, samples, error);
 }

@@ -54,3 +54,7 @@ double mpegFileSeconds(const QString &path);
 
 /// Averages the channels into one.
 std::vector<float> downmixToMono(const DecodedAudio &audio);
+
+/// A recording's sound as mono samples at `rate`: decoded, its channels averaged, its rate
+/// converted. False with `error` (the reason only) as `decodeAudioFile`.
+bool decodeMonoAt(const QString &path, int rate, std::vector<float> &samples, QString &error);

@@ -1,11 +1,12 @@
-#include "AudioImport.h"
+#include "audio/AudioImport.h"
 
-#include "AudioDecode.h"
-#include "FileReplacement.h"
-#include "Loudness.h"
-#include "Mp2File.h"
-#include "Resample.h"
-#include "TargetLoudness.h"
+#include "audio/AudioDecode.h"
+#include "audio/Loudness.h"
+#include "audio/Resample.h"
+#include "audio/TargetLoudness.h"
+#include "setting/FileReplacement.h"
+#include "setting/Mp2File.h"
+#include "setting/PcFileReplacement.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Mp2Encode.h"
-#include "Resample.h"
+#include "audio/Mp2Encode.h"
+#include "audio/Resample.h"
 
 #include <QString>
 

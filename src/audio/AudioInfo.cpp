@@ -1,8 +1,8 @@
-#include "AudioInfo.h"
+#include "audio/AudioInfo.h"
 
-#include "AudioDecode.h"
-#include "Loudness.h"
-#include "Mp2File.h"
+#include "audio/AudioDecode.h"
+#include "audio/Loudness.h"
+#include "setting/Mp2File.h"
 
 #include <QCoreApplication>
 #include <QDir>

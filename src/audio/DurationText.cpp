@@ -1,4 +1,4 @@
-#include "AudioInfo.h"
+#include "audio/AudioInfo.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "Loudness.h"
+#include "audio/Loudness.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "Mp2Encode.h"
+#include "audio/Mp2Encode.h"
 
 #include <QCoreApplication>
 

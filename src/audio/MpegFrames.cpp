@@ -1,4 +1,4 @@
-#include "MpegFrames.h"
+#include "audio/MpegFrames.h"
 
 #include <algorithm>
 #include <array>

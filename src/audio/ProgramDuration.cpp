@@ -1,9 +1,9 @@
-#include "ProgramDuration.h"
+#include "audio/ProgramDuration.h"
 
-#include "AudioInfo.h"
-#include "SentenceFolders.h"
-#include "SettingData.h"
-#include "SharedState.h"
+#include "audio/AudioInfo.h"
+#include "setting/SentenceFolders.h"
+#include "setting/SettingData.h"
+#include "setting/SharedState.h"
 
 #include <QCoreApplication>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SentenceFolderIndex.h"
+#include "setting/SentenceFolderIndex.h"
 
 #include <QHash>
 #include <QString>

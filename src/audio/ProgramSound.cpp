@@ -1,11 +1,11 @@
-#include "ProgramSound.h"
+#include "audio/ProgramSound.h"
 
-#include "AudioDecode.h"
-#include "ProgramDuration.h"
-#include "ProgramOptionWord.h"
-#include "RegularFile.h"
-#include "Resample.h"
-#include "SettingData.h"
+#include "audio/AudioDecode.h"
+#include "audio/ProgramDuration.h"
+#include "audio/Resample.h"
+#include "setting/ProgramOptionWord.h"
+#include "setting/RegularFile.h"
+#include "setting/SettingData.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -161,11 +161,9 @@ ProgramSound::Samples ProgramSound::decoded(const Piece &piece)
 {
     if (const auto known = m_cache.constFind(piece.path); known != m_cache.constEnd())
         return *known;
-    DecodedAudio audio;
     QString error;
     auto samples = std::make_shared<std::vector<float>>();
-    if (!decodeAudioFile(piece.path, audio, error)
-        || !resampleMono(downmixToMono(audio), audio.sampleRate, m_rate, *samples, error)) {
+    if (!decodeMonoAt(piece.path, m_rate, *samples, error)) {
         m_problems << QCoreApplication::translate("ProgramSound",
                                                   "%1 plays as silence: %2 cannot be played: %3")
                           .arg(piece.shown, QDir::toNativeSeparators(piece.path), error);

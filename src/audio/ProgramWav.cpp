@@ -1,8 +1,9 @@
-#include "ProgramWav.h"
+#include "audio/ProgramWav.h"
 
-#include "FileAttributes.h"
-#include "FileReplacement.h"
-#include "ProgramSound.h"
+#include "audio/ProgramSound.h"
+#include "setting/FileAttributes.h"
+#include "setting/FileReplacement.h"
+#include "setting/PcFileReplacement.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -78,7 +79,7 @@ bool writeProgramWav(ProgramSound &sound, const QString &path, QString &error)
                     .arg(path);
         return false;
     }
-    FileReplacement file(path, ReplaceStyle::Pc);
+    PcFileReplacement file(path);
     if (!file.open(error) || !file.write(wavHeader(sound.sampleRate(), frames), error))
         return false;
     std::vector<float> block(65536);

@@ -1,4 +1,4 @@
-#include "Resample.h"
+#include "audio/Resample.h"
 
 #include <QCoreApplication>
 

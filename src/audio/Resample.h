@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WorkProgress.h"
+#include "audio/WorkProgress.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
-#include "SentenceName.h"
+#include "audio/SentenceName.h"
 
-#include "TextChecks.h"
+#include "setting/TextChecks.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>

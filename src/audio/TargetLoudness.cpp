@@ -1,7 +1,7 @@
-#include "TargetLoudness.h"
+#include "audio/TargetLoudness.h"
 
-#include "Loudness.h"
-#include "PeakLimiter.h"
+#include "audio/Loudness.h"
+#include "audio/PeakLimiter.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,9 +2,9 @@
 // or timed. A sentence's playing time stays unknown while the plugin is missing, as for a file
 // that cannot be read.
 
-#include "AudioCodecs.h"
-#include "AudioInfo.h"
-#include "CapabilityPlugin.h"
+#include "audio/AudioCodecs.h"
+#include "audio/AudioInfo.h"
+#include "capabilities/CapabilityPlugin.h"
 
 namespace {
 
@@ -34,4 +34,17 @@ std::optional<double> mp2Duration(const QString &path)
     QString error;
     auto *plugin = codecs(error);
     return plugin ? plugin->mp2Duration(path) : std::nullopt;
+}
+
+bool decodeMonoAt(const QString &path, int rate, std::vector<float> &samples, QString &error)
+{
+    auto *plugin = codecs(error);
+    return plugin && plugin->decodeMonoAt(path, rate, samples, error);
+}
+
+std::optional<MpegLength> mpegFileLength(const QString &path)
+{
+    QString error;
+    auto *plugin = codecs(error);
+    return plugin ? plugin->mpegFileLength(path) : std::nullopt;
 }

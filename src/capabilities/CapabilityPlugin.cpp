@@ -1,4 +1,4 @@
-#include "CapabilityPlugin.h"
+#include "capabilities/CapabilityPlugin.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,9 +1,9 @@
 // The desktop program's sound output: the playback plugin (Qt Multimedia or PortAudio, whichever
 // the build chose), loaded when a sentence first plays.
 
-#include "AudioCodecs.h"
-#include "CapabilityPlugin.h"
-#include "SentencePlayer.h"
+#include "audio/AudioCodecs.h"
+#include "audio/SentencePlayer.h"
+#include "capabilities/CapabilityPlugin.h"
 
 struct SentencePlayer::Output
 {

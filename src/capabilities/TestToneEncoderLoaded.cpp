@@ -1,7 +1,7 @@
 // The desktop program's test-tone encoder: the plugin, loaded when a card write first needs it.
 
-#include "CapabilityPlugin.h"
-#include "TestToneEncoder.h"
+#include "capabilities/CapabilityPlugin.h"
+#include "setting/TestToneEncoder.h"
 
 QByteArray encodeTestTone(QString &error)
 {

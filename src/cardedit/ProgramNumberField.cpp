@@ -1,9 +1,9 @@
-#include "ProgramNumberField.h"
+#include "cardedit/ProgramNumberField.h"
 
-#include "EntryCheck.h"
-#include "MsgBox.h"
-#include "OperatorMessages.h"
-#include "ProgramNumberText.h"
+#include "program/ProgramNumberText.h"
+#include "setting/MsgBox.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/EntryCheck.h"
 
 #include <QLineEdit>
 #include <QScrollBar>

@@ -1,28 +1,28 @@
-#include "frmEdit.h"
+#include "cardedit/frmEdit.h"
 
-#include "CardSlotDetection.h"
-#include "CardSlotTests.h"
-#include "CardWrite.h"
-#include "DialogLayout.h"
-#include "MsgBox.h"
-#include "NumberBox.h"
-#include "OperatorMessages.h"
-#include "PathText.h"
-#include "ProgramNumberField.h"
-#include "ProgramNumberText.h"
-#include "ProjectCommands.h"
-#include "ProjectFile.h"
-#include "QtMsgBox.h"
-#include "SentenceTable.h"
-#include "SharedState.h"
-#include "ShownFileName.h"
-#include "TextChecks.h"
-#include "WindowFrame.h"
-#include "dlgCaPc.h"
-#include "dlgErrLog.h"
-#include "dlgFMT.h"
-#include "dlgPcCa.h"
-#include "frmProg.h"
+#include "cardedit/ProgramNumberField.h"
+#include "format/dlgFMT.h"
+#include "platform/CardSlotCriteria.h"
+#include "platform/CardSlotDetection.h"
+#include "program/ProgramNumberText.h"
+#include "program/frmProg.h"
+#include "sentence/dlgCaPc.h"
+#include "sentence/dlgPcCa.h"
+#include "setting/CardWrite.h"
+#include "setting/MsgBox.h"
+#include "setting/OperatorMessages.h"
+#include "setting/PathText.h"
+#include "setting/ProjectFile.h"
+#include "setting/SentenceTable.h"
+#include "setting/SharedState.h"
+#include "setting/TextChecks.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/NumberBox.h"
+#include "widgets/ProjectCommands.h"
+#include "widgets/QtMsgBox.h"
+#include "widgets/ShownFileName.h"
+#include "widgets/WindowFrame.h"
+#include "widgets/dlgErrLog.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -300,8 +300,10 @@ void frmEdit::Form_Load()
         QDir().mkpath(joinPath(state.AppPath, setting.ProjectName));
 
     emit projectMenusVisible(true);
-    const QString file = state.CurrentFilePath.isEmpty() ? tr("New File") : state.CurrentFilePath;
-    emit captionChanged(tr("DQ-480 Setting Software : ") + file);
+    // A new project's path is its name, "New File", which the operator reads in the window's language.
+    emit captionChanged(tr("DQ-480 Setting Software : ")
+                        + shownFileName(state.CurrentFilePath.isEmpty() ? QStringLiteral("New File")
+                                                                        : state.CurrentFilePath));
     setWindowTitle(shownFileName(state.ProjectFileName));
     setCardButtonsEnabled(state.CardSlotValid);
     timCardC_Timer();
@@ -411,7 +413,7 @@ void frmEdit::cmdTCaFormat_Click()
     const SharedState &state = m_context.state;
     const QList<DriveInfo> drives = m_context.drives.drives();
     const bool usable = std::any_of(drives.begin(), drives.end(), [&](const DriveInfo &d) {
-        return d.path == state.CardSlot && d.ready && CardSlotTests::typeIsExamined(d);
+        return d.path == state.CardSlot && d.ready && CardSlotCriteria::typeIsExamined(d);
     });
     if (!usable)
         return;
@@ -434,21 +436,15 @@ void frmEdit::cmdTPcCa_Click()
 void frmEdit::cmdTCaPc_Click()
 {
     dlgCaPc dialog(m_context, this);
-    m_cardToPc = &dialog;
     dialog.exec();
-}
-
-void frmEdit::closeCardToPcDialog()
-{
-    if (m_cardToPc)
-        m_cardToPc->reject();
 }
 
 void frmEdit::cmdSave_Click()
 {
     SharedState &state = m_context.state;
     if (!state.SettingEqualsBuffer(SettingSection::All)
-        && !m_context.msgBox.confirm(tr("Save changes to DQ-480 Setting Software ") + state.CurrentFilePath))
+        && !m_context.msgBox.confirm(tr("Save changes to DQ-480 Setting Software ")
+                                     + shownFileName(state.CurrentFilePath)))
         return;
     if (m_commands.SaveProject())
         refreshFileLabels();

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
-#include "ProgramWindowTable.h"
+#include "program/ProgramWindowTable.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
-#include <QPointer>
 #include <QWidget>
 
 class ProgramNumberField;
@@ -19,7 +18,6 @@ class QRadioButton;
 class QScrollBar;
 class QTabWidget;
 class QTimer;
-class dlgCaPc;
 
 /// The document window of the open project: project texts, card name, sentence count, the card
 /// commands, and the choice and copy of programs.
@@ -38,8 +36,6 @@ public:
     void Form_Load();
     /// Card write on the card slot, with progress and the list of missing sentence files.
     bool WriteProjectToCard(bool announceCompletion);
-    /// The card to PC dialog needs the card: it closes when the card goes.
-    void closeCardToPcDialog();
 
 signals:
     /// The main window's menu items that need a project.
@@ -121,5 +117,4 @@ private:
     QString m_validCardName;
     QString m_validExplanation;
     QTimer *m_timCardC = nullptr;
-    QPointer<dlgCaPc> m_cardToPc;
 };

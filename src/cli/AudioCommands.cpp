@@ -1,10 +1,10 @@
 // dq480-cli import and info: recordings made into sentences, and what a file holds.
 
-#include "AudioDecode.h"
-#include "AudioImport.h"
-#include "AudioInfo.h"
-#include "CliCommands.h"
-#include "SentenceName.h"
+#include "audio/AudioDecode.h"
+#include "audio/AudioImport.h"
+#include "audio/AudioInfo.h"
+#include "audio/SentenceName.h"
+#include "cli/CliCommands.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,11 +1,11 @@
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
-#include "CodePageCheck.h"
-#include "ProjectFile.h"
-#include "SettingFileIO.h"
-#include "SettingFileWriter.h"
-#include "SettingJson.h"
-#include "SharedState.h"
+#include "cli/SettingJson.h"
+#include "setting/CodePageCheck.h"
+#include "setting/ProjectFile.h"
+#include "setting/SettingFileIO.h"
+#include "setting/SettingFileWriter.h"
+#include "setting/SharedState.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TerminalMsgBox.h"
-#include "TextEncoding.h"
+#include "cli/TerminalMsgBox.h"
+#include "setting/TextEncoding.h"
 
 #include <QString>
 #include <QStringList>

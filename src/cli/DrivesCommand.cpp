@@ -1,8 +1,8 @@
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
-#include "CardSlotTests.h"
-#include "MediaCheck.h"
-#include "SystemDrives.h"
+#include "platform/CardSlotCriteria.h"
+#include "platform/MediaCheck.h"
+#include "platform/SystemDrives.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -25,7 +25,7 @@ QString describe(const DriveInfo &drive)
         .arg(drive.freeSpace)
         .arg(drive.availableSpace)
         .arg(modFDCHK::MediaCheck(drive) ? QStringLiteral("ok") : QStringLiteral("fails"),
-             CardSlotTests::qualifies(drive) ? QStringLiteral("card slot") : QStringLiteral("-"));
+             CardSlotCriteria::qualifies(drive) ? QStringLiteral("card slot") : QStringLiteral("-"));
 }
 
 // What identifies a drive for --watch: free space changing all the time is no change of drive.

@@ -1,13 +1,13 @@
 // dq480-cli play: a program heard, or written to a WAV file, as the device will play it.
 
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
-#include "AudioInfo.h"
-#include "ProgramDuration.h"
-#include "ProgramSound.h"
-#include "ProgramSpeaker.h"
-#include "ProgramWav.h"
-#include "SharedState.h"
+#include "audio/AudioInfo.h"
+#include "audio/ProgramDuration.h"
+#include "audio/ProgramSound.h"
+#include "audio/ProgramWav.h"
+#include "cli/ProgramSpeaker.h"
+#include "setting/SharedState.h"
 
 #include <QDir>
 

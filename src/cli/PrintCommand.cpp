@@ -1,8 +1,8 @@
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
-#include "PrintOut.h"
-#include "ProjectFile.h"
-#include "SharedState.h"
+#include "print/PrintOut.h"
+#include "setting/ProjectFile.h"
+#include "setting/SharedState.h"
 
 #include <QPdfWriter>
 

@@ -1,6 +1,6 @@
 // The tool built without a sound system: the sound can still be written to a file.
 
-#include "ProgramSpeaker.h"
+#include "cli/ProgramSpeaker.h"
 
 bool playOnSpeaker(ProgramSound &, QTextStream &, QString &error)
 {

@@ -1,9 +1,9 @@
 // The tool's sound output through Qt Multimedia: the program's sound is pulled as the output needs
 // it, so that a program playing until stopped plays on until the tool is stopped (Ctrl+C).
 
-#include "ProgramSpeaker.h"
+#include "cli/ProgramSpeaker.h"
 
-#include "ProgramSound.h"
+#include "audio/ProgramSound.h"
 
 #include <QAudioDevice>
 #include <QAudioSink>

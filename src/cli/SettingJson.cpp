@@ -1,6 +1,6 @@
-#include "SettingJson.h"
+#include "cli/SettingJson.h"
 
-#include "SharedState.h"
+#include "setting/SharedState.h"
 
 #include <QJsonArray>
 

@@ -1,4 +1,4 @@
-#include "TerminalMsgBox.h"
+#include "cli/TerminalMsgBox.h"
 
 #include <cstdio>
 

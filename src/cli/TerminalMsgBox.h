@@ -1,6 +1,6 @@
 #pragma once
 
-#include "MsgBox.h"
+#include "setting/MsgBox.h"
 
 #include <QTextStream>
 

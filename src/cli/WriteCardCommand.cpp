@@ -1,11 +1,11 @@
-#include "CliCommands.h"
+#include "cli/CliCommands.h"
 
-#include "CardSlotDetection.h"
-#include "CardWrite.h"
-#include "ProjectFile.h"
-#include "SharedState.h"
-#include "SystemDrives.h"
-#include "TerminalMsgBox.h"
+#include "cli/TerminalMsgBox.h"
+#include "platform/CardSlotDetection.h"
+#include "platform/SystemDrives.h"
+#include "setting/CardWrite.h"
+#include "setting/ProjectFile.h"
+#include "setting/SharedState.h"
 
 #include <QDir>
 

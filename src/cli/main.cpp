@@ -1,8 +1,8 @@
 // dq480-cli: reads, checks and converts DQ-480 setting files and card control files without a
 // display, for operators' scripts and for checking what the desktop program writes.
 
-#include "CliCommands.h"
-#include "ProgramFolder.h"
+#include "cli/CliCommands.h"
+#include "setting/ProgramFolder.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

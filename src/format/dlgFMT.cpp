@@ -1,11 +1,11 @@
-#include "dlgFMT.h"
+#include "format/dlgFMT.h"
 
-#include "CardFormatter.h"
-#include "CardSlotDetection.h"
-#include "DialogLayout.h"
-#include "InitialControlFile.h"
-#include "MsgBox.h"
-#include "SharedState.h"
+#include "platform/CardFormatter.h"
+#include "platform/CardSlotDetection.h"
+#include "setting/InitialControlFile.h"
+#include "setting/MsgBox.h"
+#include "setting/SharedState.h"
+#include "widgets/DialogLayout.h"
 
 #include <QLabel>
 #include <QLayout>
@@ -15,7 +15,7 @@
 dlgFMT::dlgFMT(AppContext &context, QWidget *parent)
     : QDialog(parent)
     , m_context(context)
-    , m_formatter(new CardFormatter(this))
+    , m_formatter(CardFormatter::create(this))
     , m_lblFMT(new QLabel(this))
     , m_lblReason(new QLabel(this))
     , m_cmdOK(namedButton(tr("Exit"), "cmdOK", this))

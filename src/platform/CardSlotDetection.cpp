@@ -1,8 +1,8 @@
-#include "CardSlotDetection.h"
+#include "platform/CardSlotDetection.h"
 
-#include "CardSlotTests.h"
-#include "DriveInfo.h"
-#include "SharedState.h"
+#include "platform/CardSlotCriteria.h"
+#include "platform/DriveInfo.h"
+#include "setting/SharedState.h"
 
 #include <algorithm>
 
@@ -28,7 +28,7 @@ bool CardSlotDetection::detect(CardSlotMenu &menu, const QList<DriveInfo> &drive
         menu.captions[i].clear();
     int count = 0;
     for (const DriveInfo &drive : drives) {
-        if (!CardSlotTests::qualifies(drive))
+        if (!CardSlotCriteria::qualifies(drive))
             continue;
         menu.captions[count] = drive.path;
         menu.visible[count] = true;
@@ -66,7 +66,7 @@ bool CardSlotDetection::CardCheck(const QString &path)
 bool CardSlotDetection::check(const QString &path, const QList<DriveInfo> &drives)
 {
     for (const DriveInfo &drive : drives) {
-        if (drive.path == path && drive.ready && drive.totalSize <= CardSlotTests::MaxCardBytes) {
+        if (drive.path == path && drive.ready && drive.totalSize <= CardSlotCriteria::MaxCardBytes) {
             m_state.CardSlot = drive.path;
             m_state.CardTotalSize = QString::number(drive.totalSize);
             m_state.CardFreeSpace = QString::number(drive.freeSpace);

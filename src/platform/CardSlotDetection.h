@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DriveInfo.h"
+#include "platform/DriveInfo.h"
 
 #include <QList>
 #include <QString>

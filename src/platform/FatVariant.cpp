@@ -1,4 +1,4 @@
-#include "FatVariant.h"
+#include "platform/FatVariant.h"
 
 namespace FatVariant {
 

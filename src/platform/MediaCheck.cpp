@@ -1,9 +1,9 @@
-#include "MediaCheck.h"
+#include "platform/MediaCheck.h"
 
 #include <cmath>
 
 #ifdef Q_OS_WIN
-#include "win/WinMediaTypes.h"
+#include "platform/win/WinMediaTypes.h"
 #endif
 
 namespace modFDCHK {

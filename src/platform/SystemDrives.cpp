@@ -1,15 +1,15 @@
-#include "SystemDrives.h"
+#include "platform/SystemDrives.h"
 
 #include <QTimer>
 
 #ifdef Q_OS_WIN
-#include "WinDriveSource.h"
+#include "platform/win/WinDriveSource.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
 #include <windows.h>
 #else
-#include "LinuxDriveSource.h"
+#include "platform/linux/LinuxDriveSource.h"
 
 #include <QDir>
 #include <QFile>

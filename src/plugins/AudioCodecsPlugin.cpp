@@ -1,8 +1,8 @@
 // The audio codecs as a plugin: libsndfile, libmpg123, libsamplerate, libebur128 and libtwolame,
 // loaded when a sentence is first played, imported or timed.
 
-#include "AudioCodecs.h"
-#include "AudioInfo.h"
+#include "audio/AudioCodecs.h"
+#include "audio/AudioInfo.h"
 
 class AudioCodecsPlugin : public QObject, public AudioCodecsInterface
 {
@@ -22,6 +22,11 @@ public:
         return ::importRecording(inputPath, outputPath, options, result, error);
     }
     std::optional<double> mp2Duration(const QString &path) override { return ::mp2Duration(path); }
+    bool decodeMonoAt(const QString &path, int rate, std::vector<float> &samples, QString &error) override
+    {
+        return ::decodeMonoAt(path, rate, samples, error);
+    }
+    std::optional<MpegLength> mpegFileLength(const QString &path) override { return ::mpegFileLength(path); }
 };
 
 #include "AudioCodecsPlugin.moc"

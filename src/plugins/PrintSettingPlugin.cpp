@@ -1,7 +1,7 @@
 // The print setting dialog and Qt Print Support as a plugin, loaded when the operator first prints.
 
-#include "PrintSetting.h"
-#include "frmPrintPage.h"
+#include "print/PrintSetting.h"
+#include "print/frmPrintPage.h"
 
 class PrintSettingPlugin : public QObject, public PrintSettingInterface
 {

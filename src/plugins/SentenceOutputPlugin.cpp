@@ -1,7 +1,8 @@
-// Sound playback as a plugin: the sound system this build chose, loaded when a sentence first plays.
+// Sound playback and recording as a plugin: the sound system this build chose, loaded when a
+// sentence or a program first plays or the recorder opens.
 
-#include "AudioCodecs.h"
-#include "SentencePlayer.h"
+#include "audio/AudioCodecs.h"
+#include "audio/SentencePlayer.h"
 
 class SentenceOutputPlugin : public QObject, public SoundOutputInterface
 {
@@ -24,6 +25,18 @@ public:
     {
         SentencePlayer::OutputHandle output = SentencePlayer::startOutput(audio, reason);
         return output ? new BackendPlaying(std::move(output)) : nullptr;
+    }
+
+    QList<SoundInput> inputs(QString &error) override { return soundInputs(error); }
+
+    SoundCapture *startCapture(const QByteArray &id, QString &reason) override
+    {
+        return startSoundCapture(id, reason).release();
+    }
+
+    SoundStream *openStream(int sampleRate, QString &reason) override
+    {
+        return openSoundStream(sampleRate, reason).release();
     }
 };
 

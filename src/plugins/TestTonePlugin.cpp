@@ -1,6 +1,6 @@
 // The test tone's MP2 encoder as a plugin, loaded when a card write first needs the tone.
 
-#include "TestToneEncoder.h"
+#include "setting/TestToneEncoder.h"
 
 class TestTonePlugin : public QObject, public TestToneEncoderInterface
 {

@@ -1,10 +1,10 @@
-#include "PrintOut.h"
+#include "print/PrintOut.h"
 
-#include "AudioInfo.h"
-#include "NumberText.h"
-#include "PrintValues.h"
-#include "ProgramDuration.h"
-#include "SharedState.h"
+#include "audio/AudioInfo.h"
+#include "audio/ProgramDuration.h"
+#include "print/PrintValues.h"
+#include "setting/NumberText.h"
+#include "setting/SharedState.h"
 
 #include <QCoreApplication>
 #include <QDate>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PrintOut.h"
+#include "print/PrintOut.h"
 
 #include <QtPlugin>
 

@@ -1,7 +1,7 @@
 // The print setting dialog built in, for the tests and any program without the printing plugin.
 
-#include "PrintSetting.h"
-#include "frmPrintPage.h"
+#include "print/PrintSetting.h"
+#include "print/frmPrintPage.h"
 
 void showPrintSetting(AppContext &context, PrintKind kind, int program, QWidget *parent)
 {

@@ -1,10 +1,10 @@
 // The desktop program's print setting dialog: the printing plugin, loaded when the operator first
 // prints.
 
-#include "AppContext.h"
-#include "CapabilityPlugin.h"
-#include "MsgBox.h"
-#include "PrintSetting.h"
+#include "capabilities/CapabilityPlugin.h"
+#include "print/PrintSetting.h"
+#include "setting/MsgBox.h"
+#include "widgets/AppContext.h"
 
 void showPrintSetting(AppContext &context, PrintKind kind, int program, QWidget *parent)
 {

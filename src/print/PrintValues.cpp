@@ -1,6 +1,6 @@
-#include "PrintValues.h"
+#include "print/PrintValues.h"
 
-#include "ProgramOptionWord.h"
+#include "setting/ProgramOptionWord.h"
 #include <QCoreApplication>
 
 namespace PrintValues {

@@ -1,12 +1,12 @@
-#include "frmPrintPage.h"
+#include "print/frmPrintPage.h"
 
-#include "DialogLayout.h"
-#include "FileDialogs.h"
-#include "MsgBox.h"
-#include "NumberBox.h"
-#include "OperatorMessages.h"
-#include "SharedState.h"
-#include "TextChecks.h"
+#include "setting/MsgBox.h"
+#include "setting/OperatorMessages.h"
+#include "setting/SharedState.h"
+#include "setting/TextChecks.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/FileDialogs.h"
+#include "widgets/NumberBox.h"
 
 #include <QBuffer>
 #include <QComboBox>

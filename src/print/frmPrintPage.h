@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AppContext.h"
-#include "PrintOut.h"
+#include "print/PrintOut.h"
+#include "widgets/AppContext.h"
 
 #include <QDialog>
 

@@ -1,8 +1,8 @@
-#include "ProgramEditsQuestion.h"
+#include "program/ProgramEditsQuestion.h"
 
-#include "MsgBox.h"
-#include "OperatorMessages.h"
-#include "SharedState.h"
+#include "setting/MsgBox.h"
+#include "setting/OperatorMessages.h"
+#include "setting/SharedState.h"
 
 bool mayDiscardProgramEdits(SharedState &state, MsgBox &msgBox)
 {

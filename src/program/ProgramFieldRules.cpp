@@ -1,6 +1,6 @@
-#include "ProgramFieldRules.h"
+#include "program/ProgramFieldRules.h"
 
-#include "TextChecks.h"
+#include "setting/TextChecks.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
-#include "ProgramNumberText.h"
+#include "program/ProgramNumberText.h"
 
-#include "NumberText.h"
-#include "TextChecks.h"
+#include "setting/NumberText.h"
+#include "setting/TextChecks.h"
 
 namespace ProgramNumberText {
 

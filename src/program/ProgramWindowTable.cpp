@@ -1,6 +1,6 @@
-#include "ProgramWindowTable.h"
+#include "program/ProgramWindowTable.h"
 
-#include "WindowFrame.h"
+#include "widgets/WindowFrame.h"
 
 #include <QMdiSubWindow>
 

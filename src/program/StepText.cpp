@@ -1,7 +1,7 @@
-#include "StepText.h"
+#include "program/StepText.h"
 
-#include "NumberText.h"
-#include "TextChecks.h"
+#include "setting/NumberText.h"
+#include "setting/TextChecks.h"
 
 namespace StepText {
 

@@ -1,20 +1,23 @@
-#include "frmProg.h"
-#include "OperatorMessages.h"
-#include "ProgramDuration.h"
-#include "ShownFileName.h"
+#include "program/frmProg.h"
+#include "audio/ProgramDuration.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/ShownFileName.h"
 
-#include "DialogLayout.h"
-#include "EntryCheck.h"
-#include "MsgBox.h"
-#include "NumberBox.h"
-#include "PrintSetting.h"
-#include "ProgramEditsQuestion.h"
-#include "ProgramNumberText.h"
-#include "ProgramOptionWord.h"
-#include "ProgramWindowTable.h"
-#include "SharedState.h"
-#include "WindowFrame.h"
-#include "frmStep.h"
+#include "audio/AudioInfo.h"
+#include "print/PrintSetting.h"
+#include "print/frmPrintPage.h"
+#include "program/ProgramEditsQuestion.h"
+#include "program/ProgramNumberText.h"
+#include "program/ProgramPlayer.h"
+#include "program/ProgramWindowTable.h"
+#include "program/frmStep.h"
+#include "setting/MsgBox.h"
+#include "setting/ProgramOptionWord.h"
+#include "setting/SharedState.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/EntryCheck.h"
+#include "widgets/NumberBox.h"
+#include "widgets/WindowFrame.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -172,7 +175,25 @@ void frmProg::buildControls()
     form->addWidget(numberBox(m_txtAutoVol, m_vsAutoVol, this, 40), 2, 1, Qt::AlignLeft);
     m_lblPrgTime = new QLabel(this);
     m_lblPrgTime->setObjectName(QStringLiteral("lblPrgTime"));
-    form->addWidget(m_lblPrgTime, 3, 0, 1, 3);
+    m_lblPrgPlayed = new QLabel(this);
+    m_lblPrgPlayed->setObjectName(QStringLiteral("lblPrgPlayed"));
+    m_cmdProgPlay = namedButton(tr("Play program"), "cmdProgPlay", this);
+    m_cmdProgPlay->setToolTip(tr("Plays the program's steps on the PC's audio output as the device will."));
+    m_cmdProgStop = namedButton(tr("Stop"), "cmdProgStop", this);
+    m_cmdProgStop->setEnabled(false);
+    auto *playRow = new QHBoxLayout;
+    playRow->addWidget(m_lblPrgTime);
+    playRow->addWidget(m_lblPrgPlayed);
+    playRow->addStretch();
+    playRow->addWidget(m_cmdProgPlay);
+    playRow->addWidget(m_cmdProgStop);
+    form->addLayout(playRow, 3, 0, 1, 3);
+    m_lblPrgStatus = new QLabel(this);
+    m_lblPrgStatus->setObjectName(QStringLiteral("lblPrgStatus"));
+    m_lblPrgStatus->setWordWrap(true);
+    m_lblPrgStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    form->addWidget(m_lblPrgStatus, 4, 0, 1, 3);
+    m_player = new ProgramPlayer(this);
     form->setColumnStretch(2, 1);
     // The frames keep their places while hidden, so the window does not jump between methods.
     for (QGroupBox *frame : {m_fraPrg1, m_fraPrg2, m_fraPrg3}) {
@@ -193,11 +214,12 @@ void frmProg::buildControls()
     layout->addLayout(frames);
     layout->addStretch();
     layout->addLayout(buttons);
-
-    // Tab goes down the window as it is drawn, not in the order the controls were made.
+    // Tab goes down the window as it is drawn, not in the order the controls were made. Playing came
+    // to this window after its fields and buttons: it comes last, so the keys an operator knows
+    // still reach the controls they always did.
     chainTabOrder({m_txtProgName, m_cmbPrgMethod, m_txtAutoVol, m_txtPrgInt, m_optPrgInt[0], m_optPrgInt[1],
                    m_txtPrgNo, m_optPrgBusy[0], m_optPrgBusy[1], m_cmdProgStep, cmdPrint, cmdProgOk,
-                   cmdProgClose, m_cmdProgSave});
+                   cmdProgClose, m_cmdProgSave, m_cmdProgPlay, m_cmdProgStop});
     // Escape is the Cancel button, as in a dialog.
     auto *escape = new QShortcut(QKeySequence::Cancel, this, cmdProgClose, &QPushButton::click);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
@@ -229,6 +251,10 @@ void frmProg::buildControls()
     connect(cmdProgOk, &QPushButton::clicked, this, &frmProg::cmdProgOk_Click);
     connect(cmdProgClose, &QPushButton::clicked, this, &frmProg::cmdProgClose_Click);
     connect(m_cmdProgSave, &QPushButton::clicked, this, &frmProg::cmdProgSave_Click);
+    connect(m_cmdProgPlay, &QPushButton::clicked, this, &frmProg::cmdProgPlay_Click);
+    connect(m_cmdProgStop, &QPushButton::clicked, this, &frmProg::cmdProgStop_Click);
+    connect(m_player, &ProgramPlayer::progressed, this, &frmProg::showPlaying);
+    connect(m_player, &ProgramPlayer::finished, this, &frmProg::playFinished);
 }
 
 qint32 &frmProg::option()
@@ -373,8 +399,7 @@ void frmProg::cmbPrgMethod_Click()
     if (k == Word::Repeat || k == Word::Endless)
         redisplayInterval();
     setModified();
-    if (m_stepWindow)
-        m_stepWindow->refreshCaption();
+    emit methodChanged(methodName());
 }
 
 void frmProg::cmbPrgMethod_LostFocus()
@@ -563,7 +588,8 @@ void frmProg::cmdProgStep_Click()
         return;
     m_context.state.StepProgramNumber = m_programNumber;
     if (!m_stepWindow) {
-        m_stepWindow = new frmStep(m_context, *this);
+        m_stepWindow = new frmStep(m_context, methodName());
+        connect(this, &frmProg::methodChanged, m_stepWindow, &frmStep::showMethod);
         // The steps may have changed: the playing time follows once the step window closes.
         connect(m_stepWindow, &QObject::destroyed, this, &frmProg::showPlayingTime);
         if (m_mdiArea) {
@@ -581,6 +607,7 @@ void frmProg::cmdProgStep_Click()
             });
         }
     }
+    m_stepWindow->showPlayingStep(m_player->isPlaying() ? m_playingStep : -1);
     m_stepWindow->show();
     if (auto *frame = qobject_cast<QMdiSubWindow *>(m_stepWindow->parentWidget()); frame && m_mdiArea)
         m_mdiArea->setActiveSubWindow(frame);
@@ -591,6 +618,73 @@ void frmProg::cmdPrint_Click()
     if (!checkPendingEntries(this))
         return;
     showPrintSetting(m_context, PrintKind::OneProgram, m_programNumber, this);
+}
+
+void frmProg::cmdProgPlay_Click()
+{
+    const SharedState &state = m_context.state;
+    QString error;
+    m_stopPressed = false;
+    if (!m_player->play(state.SettingBuffer, m_p, sentenceSoundFolders(state), error)) {
+        m_context.msgBox.show(tr("Cannot play %1: %2").arg(ProgramNumberText::format(m_programNumber), error),
+                              MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+        return;
+    }
+    m_cmdProgPlay->setEnabled(false);
+    m_cmdProgStop->setEnabled(true);
+    m_cmdProgStop->setFocus();
+    m_playingStep = -2;
+    showPlaying(-1, 1, 0.0);
+}
+
+void frmProg::cmdProgStop_Click()
+{
+    m_stopPressed = true;
+    m_player->stop();
+}
+
+void frmProg::showPlaying(int step, int pass, double seconds)
+{
+    m_lblPrgPlayed->setText(tr("Played %1").arg(formatDuration(seconds)));
+    if (step == m_playingStep && pass == m_playingPass)
+        return;
+    m_playingStep = step;
+    m_playingPass = pass;
+    if (m_stepWindow)
+        m_stepWindow->showPlayingStep(step);
+    const int passes = m_player->passes();
+    QString now = step >= 0 ? tr("Playing step %1: %2").arg(step + 1).arg(m_player->stepText(step))
+        : pass > 1          ? tr("Waiting for pass %1").arg(pass)
+                            : tr("Playing");
+    if (passes != 1 && step >= 0)
+        now = passes == 0 ? tr("%1, pass %2").arg(now).arg(pass)
+                          : tr("%1, pass %2 of %3").arg(now).arg(pass).arg(passes);
+    showPlayStatus(now);
+}
+
+void frmProg::playFinished(const QString &problem)
+{
+    m_cmdProgPlay->setEnabled(true);
+    m_cmdProgStop->setEnabled(false);
+    m_playingStep = -1;
+    if (m_stepWindow)
+        m_stepWindow->showPlayingStep(-1);
+    if (!problem.isEmpty()) {
+        showPlayStatus(tr("The playing stopped: %1").arg(problem));
+        m_context.msgBox.show(
+            tr("Cannot play %1: %2").arg(ProgramNumberText::format(m_programNumber), problem),
+            MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+        return;
+    }
+    showPlayStatus(m_stopPressed ? tr("Stopped.") : tr("Played to the end."));
+}
+
+void frmProg::showPlayStatus(const QString &now)
+{
+    QStringList lines {now};
+    for (const SkippedStep &skipped : m_player->skipped())
+        lines << tr("Skipped step %1, %2: %3").arg(skipped.step + 1).arg(skipped.shown, skipped.reason);
+    m_lblPrgStatus->setText(lines.join(QLatin1Char('\n')));
 }
 
 bool frmProg::Form_Unload()
@@ -612,6 +706,7 @@ void frmProg::closeEvent(QCloseEvent *event)
         return;
     }
     event->accept();
+    m_player->stop();
     // The slot is free as soon as the window has agreed to close, not when it is deleted later.
     if (m_table)
         m_table->release(m_slot);

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
-#include "ProgramFieldRules.h"
+#include "program/ProgramFieldRules.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QPointer>
 #include <QWidget>
 
+class ProgramPlayer;
 class ProgramWindowTable;
 class QComboBox;
 class QGroupBox;
@@ -40,6 +41,10 @@ public:
     /// Shows how long one pass of the program's steps plays.
     void showPlayingTime();
 
+signals:
+    /// The operator chose another method; `name` is its name.
+    void methodChanged(const QString &name);
+
 public slots:
     void cmbPrgMethod_Click();
     void cmbPrgMethod_LostFocus();
@@ -57,6 +62,9 @@ public slots:
     void cmdProgClose_Click();
     void cmdProgStep_Click();
     void cmdPrint_Click();
+    /// Plays the working copy's steps on the PC as the device will.
+    void cmdProgPlay_Click();
+    void cmdProgStop_Click();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -80,6 +88,10 @@ private:
     void showLevel(int level);
     void setBar(QScrollBar *bar, int value);
     void setUnitBarRange(bool minutes);
+    void showPlaying(int step, int pass, double seconds);
+    void playFinished(const QString &problem);
+    /// The status line: what plays now (or how the playing ended), then the steps skipped.
+    void showPlayStatus(const QString &now);
 
     AppContext &m_context;
     QPointer<ProgramWindowTable> m_table;
@@ -112,4 +124,12 @@ private:
     QPushButton *m_cmdProgStep = nullptr;
     QPushButton *m_cmdProgSave = nullptr;
     QLabel *m_lblPrgTime = nullptr;
+    QLabel *m_lblPrgPlayed = nullptr;
+    QLabel *m_lblPrgStatus = nullptr;
+    QPushButton *m_cmdProgPlay = nullptr;
+    QPushButton *m_cmdProgStop = nullptr;
+    ProgramPlayer *m_player = nullptr;
+    int m_playingStep = -1;
+    int m_playingPass = 0;
+    bool m_stopPressed = false;
 };

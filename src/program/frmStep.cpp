@@ -1,18 +1,18 @@
-#include "frmStep.h"
-#include "OperatorMessages.h"
-#include "ShownFileName.h"
+#include "program/frmStep.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/ShownFileName.h"
 
-#include "BoxColumns.h"
-#include "DialogLayout.h"
-#include "EntryCheck.h"
-#include "MsgBox.h"
-#include "NumberText.h"
-#include "ProgramEditsQuestion.h"
-#include "SharedState.h"
-#include "StepText.h"
-#include "WindowFrame.h"
-#include "frmProg.h"
+#include "program/ProgramEditsQuestion.h"
+#include "program/StepText.h"
+#include "setting/MsgBox.h"
+#include "setting/NumberText.h"
+#include "setting/SharedState.h"
+#include "widgets/BoxColumns.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/EntryCheck.h"
+#include "widgets/WindowFrame.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -29,10 +29,10 @@ constexpr int Columns = frmStep::Steps / frmStep::StepsPerColumn;
 
 } // namespace
 
-frmStep::frmStep(AppContext &context, frmProg &owner, QWidget *parent)
+frmStep::frmStep(AppContext &context, const QString &methodName, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
-    , m_owner(owner)
+    , m_methodName(methodName)
 {
     setObjectName(QStringLiteral("frmStep"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -134,9 +134,15 @@ void frmStep::showWorkingCopy()
     m_cmdStpSave->setEnabled(false);
 }
 
+void frmStep::showMethod(const QString &methodName)
+{
+    m_methodName = methodName;
+    refreshCaption();
+}
+
 void frmStep::refreshCaption()
 {
-    setWindowTitle(m_owner.methodName() + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
+    setWindowTitle(m_methodName + QStringLiteral(" - ") + tr("Step Input : ") + QLatin1Char(' ')
                    + shownFileName(m_context.state.ProjectFileName) + QStringLiteral(" - P")
                    + zeroPadded(m_p + 1, 3));
 }
@@ -185,6 +191,28 @@ void frmStep::bringColumnIntoView(int index)
     const QSignalBlocker block(m_hscStep);
     m_hscStep->setValue(first);
     m_columns->showColumn(first);
+}
+
+void frmStep::showPlayingStep(int step)
+{
+    if (step == m_playingStep)
+        return;
+    if (m_playingStep >= 0) {
+        m_boxes[m_playingStep]->setPalette(QPalette());
+        m_boxes[m_playingStep]->setAccessibleDescription(QString());
+    }
+    m_playingStep = step >= 0 && step < Steps ? step : -1;
+    if (m_playingStep < 0)
+        return;
+    QLineEdit *box = m_boxes[m_playingStep];
+    QPalette marked = box->palette();
+    marked.setColor(QPalette::Base, palette().color(QPalette::Highlight));
+    marked.setColor(QPalette::Text, palette().color(QPalette::HighlightedText));
+    box->setPalette(marked);
+    box->setAccessibleDescription(tr("Playing"));
+    // The steps follow the sound, except while the operator is typing in them.
+    if (!isAncestorOf(QApplication::focusWidget()))
+        bringColumnIntoView(m_playingStep);
 }
 
 void frmStep::hscStep_Change(int value)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
-#include "SettingData.h"
+#include "setting/SettingData.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QWidget>
 
@@ -13,7 +13,6 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollBar;
-class frmProg;
 
 /// The steps of one program: 128 boxes in columns of eight, each empty or holding a sentence
 /// ("A012") or a wait ("M005", "M1.5"). Owned by its program window; edits SettingBuffer, and
@@ -27,10 +26,9 @@ public:
     static constexpr int StepsPerColumn = 8;
     static constexpr int VisibleColumns = 4;
 
-    frmStep(AppContext &context, frmProg &owner, QWidget *parent = nullptr);
+    /// `methodName`: the method its program window shows, named in the caption.
+    frmStep(AppContext &context, const QString &methodName, QWidget *parent = nullptr);
 
-    /// The caption names the program's method, which its window may change.
-    void refreshCaption();
     /// Shows the steps as SettingBuffer holds them, with nothing left to apply; for when they
     /// were replaced behind the window's back.
     void showWorkingCopy();
@@ -38,8 +36,13 @@ public:
     void closeFrame();
     QLineEdit *box(int index) const { return m_boxes[index]; }
     int currentSlot() const { return m_current; }
+    /// Marks the box of the step being played on the PC (0-127; -1 for none).
+    void showPlayingStep(int step);
+    int playingStep() const { return m_playingStep; }
 
 public slots:
+    /// The program window changed the method: the caption names the new one.
+    void showMethod(const QString &methodName);
     bool txtStpIdx_LostFocus(int index);
     void hscStep_Change(int value);
     void cmdStpIns_Click();
@@ -56,6 +59,7 @@ protected:
 private:
     void Form_Load();
     bool Form_Unload();
+    void refreshCaption();
     QWidget *buildStepFrame();
     void showStoredSteps();
     void showStep(int index, const QString &text);
@@ -67,9 +71,10 @@ private:
     ProgramSteps &steps();
 
     AppContext &m_context;
-    frmProg &m_owner;
+    QString m_methodName;
     int m_p = 0;
     int m_current = 0;
+    int m_playingStep = -1;
     CloseOnce m_closeOnce;
     std::array<QLineEdit *, Steps> m_boxes {};
     BoxColumns *m_columns = nullptr;

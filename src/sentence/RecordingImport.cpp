@@ -1,6 +1,6 @@
-#include "RecordingImport.h"
+#include "sentence/RecordingImport.h"
 
-#include "AudioImport.h"
+#include "audio/AudioImport.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -42,7 +42,7 @@ QString recordingNamePatterns()
     return patterns.join(QLatin1Char(' '));
 }
 
-bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent)
+bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent, bool trimSilence)
 {
     const int total = int(jobs.size());
     std::atomic<bool> cancel = false;
@@ -55,6 +55,7 @@ bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent)
             ImportOptions options;
             options.cancel = &cancel;
             options.progress = &done[size_t(i)];
+            options.trimSilence = trimSilence;
             ImportResult result;
             QString error;
             if (!importRecording(jobs[size_t(i)].input, jobs[size_t(i)].output, options, result, error))

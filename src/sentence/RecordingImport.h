@@ -26,7 +26,8 @@ struct RecordingJob
     QString error; // why it failed; empty when it was written
 };
 
-/// Imports the recordings at the default quality and loudness, on as many threads as the PC has
-/// cores, while a progress dialog with a Cancel button shows. Cancel stops every import and removes
-/// the sentences this run already wrote; then false. Each job's `error` tells how it went.
-bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent);
+/// Imports the recordings at the default quality and loudness, silence at their ends cut when
+/// `trimSilence`, on as many threads as the PC has cores, while a progress dialog with a Cancel
+/// button shows. Cancel stops every import and removes the sentences this run already wrote; then
+/// false. Each job's `error` tells how it went.
+bool runRecordingImports(std::vector<RecordingJob> &jobs, QWidget *parent, bool trimSilence = false);

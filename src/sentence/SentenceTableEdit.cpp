@@ -1,6 +1,6 @@
-#include "SentenceTableEdit.h"
+#include "sentence/SentenceTableEdit.h"
 
-#include "NumberText.h"
+#include "setting/NumberText.h"
 
 #include <algorithm>
 

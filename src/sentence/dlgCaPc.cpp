@@ -1,17 +1,17 @@
-#include "dlgCaPc.h"
-#include "OperatorMessages.h"
-#include "ShownFileName.h"
+#include "sentence/dlgCaPc.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/ShownFileName.h"
 
-#include "DialogLayout.h"
-#include "FileCopy.h"
-#include "MsgBox.h"
-#include "NumberBox.h"
-#include "PathLabelText.h"
-#include "PathText.h"
-#include "SentenceFolderIndex.h"
-#include "SharedState.h"
-#include "TextChecks.h"
-#include "frmSetPath.h"
+#include "sentence/PathLabelText.h"
+#include "setting/FileCopy.h"
+#include "setting/MsgBox.h"
+#include "setting/PathText.h"
+#include "setting/SentenceFolderIndex.h"
+#include "setting/SharedState.h"
+#include "setting/TextChecks.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/NumberBox.h"
+#include "widgets/frmSetPath.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -87,6 +87,11 @@ dlgCaPc::dlgCaPc(AppContext &context, QWidget *parent)
     connect(cmdCaPcClose, &QPushButton::clicked, this, &dlgCaPc::cmdCaPcClose_Click);
     connect(m_txtCaPcAllInp, &QLineEdit::editingFinished, this, &dlgCaPc::txtCaPcAllInp_LostFocus);
     connect(m_txtCaPcSelInp, &QLineEdit::textEdited, this, &dlgCaPc::txtCaPcSelInp_Change);
+    // The card it copies from is gone: nothing is left to copy, so the dialog closes by itself.
+    connect(&context.state, &SharedState::cardSlotChanged, this, [this] {
+        if (!m_context.state.CardSlotValid)
+            reject();
+    });
     Form_Load();
 }
 

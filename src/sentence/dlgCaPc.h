@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AppContext.h"
+#include "widgets/AppContext.h"
 
 #include <QDialog>
 

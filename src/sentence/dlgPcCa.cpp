@@ -1,23 +1,23 @@
-#include "dlgPcCa.h"
-#include "OperatorMessages.h"
-#include "ShownFileName.h"
+#include "sentence/dlgPcCa.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/ShownFileName.h"
 
-#include "AudioInfo.h"
-#include "BoxColumns.h"
-#include "DialogLayout.h"
-#include "MsgBox.h"
-#include "PathLabelText.h"
-#include "PathText.h"
-#include "ProgramDuration.h"
-#include "RecordingImport.h"
-#include "SentenceFolderIndex.h"
-#include "SentenceFolders.h"
-#include "SentencePlayer.h"
-#include "SentenceTable.h"
-#include "SentenceTableEdit.h"
-#include "SharedState.h"
-#include "TextChecks.h"
-#include "frmSetPath.h"
+#include "audio/AudioInfo.h"
+#include "audio/ProgramDuration.h"
+#include "audio/SentencePlayer.h"
+#include "sentence/PathLabelText.h"
+#include "sentence/RecordingImport.h"
+#include "sentence/SentenceTableEdit.h"
+#include "setting/MsgBox.h"
+#include "setting/PathText.h"
+#include "setting/SentenceFolderIndex.h"
+#include "setting/SentenceFolders.h"
+#include "setting/SentenceTable.h"
+#include "setting/SharedState.h"
+#include "setting/TextChecks.h"
+#include "widgets/BoxColumns.h"
+#include "widgets/DialogLayout.h"
+#include "widgets/frmSetPath.h"
 
 #include <QApplication>
 #include <QDir>
@@ -70,6 +70,8 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     m_hscCaPc->setAccessibleName(tr("Sentence columns"));
     auto *cmdPcCaImport = namedButton(tr("Import..."), "cmdPcCaImport", this);
     cmdPcCaImport->setToolTip(tr("Makes sentences of recordings, from the current entry on."));
+    auto *cmdPcCaRecord = namedButton(tr("Record..."), "cmdPcCaRecord", this);
+    cmdPcCaRecord->setToolTip(tr("Records a sentence at the PC into the current entry."));
     m_cmdPcCaPlay = namedButton(tr("Play"), "cmdPcCaPlay", this);
     // Ctrl+P: the boxes take the plain keys for editing names.
     m_cmdPcCaPlay->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
@@ -85,7 +87,7 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     m_lblsentPath->setObjectName(QStringLiteral("lblsentPath"));
 
     auto *edits = new QHBoxLayout;
-    for (QPushButton *button : {cmdPcCaAll, cmdPcCaIns, cmdPcCaDel, cmdPcCaMov, cmdPcCaImport})
+    for (QPushButton *button : {cmdPcCaAll, cmdPcCaIns, cmdPcCaDel, cmdPcCaMov, cmdPcCaImport, cmdPcCaRecord})
         edits->addWidget(button);
     edits->addStretch();
     edits->addWidget(m_lblPcCaDuration);
@@ -102,8 +104,8 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     QList<QWidget *> tabOrder {cmdsentPath};
     for (QLineEdit *box : m_boxes)
         tabOrder << box;
-    tabOrder << cmdPcCaAll << cmdPcCaIns << cmdPcCaDel << cmdPcCaMov << cmdPcCaImport << m_cmdPcCaPlay
-             << cmdPcCaOk << cmdPcCaClose << m_cmdPcCaApp;
+    tabOrder << cmdPcCaAll << cmdPcCaIns << cmdPcCaDel << cmdPcCaMov << cmdPcCaImport << cmdPcCaRecord
+             << m_cmdPcCaPlay << cmdPcCaOk << cmdPcCaClose << m_cmdPcCaApp;
     chainTabOrder(tabOrder);
 
     connect(cmdPcCaOk, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaOk_Click);
@@ -117,6 +119,7 @@ dlgPcCa::dlgPcCa(AppContext &context, QWidget *parent)
     connect(m_hscCaPc, &QScrollBar::valueChanged, this, &dlgPcCa::hscCaPc_Change);
     connect(m_cmdPcCaPlay, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaPlay_Click);
     connect(cmdPcCaImport, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaImport_Click);
+    connect(cmdPcCaRecord, &QPushButton::clicked, this, &dlgPcCa::cmdPcCaRecord_Click);
     Form_Load();
     // The operator starts in the table, not on a button.
     m_boxes[0]->setFocus();

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "AppContext.h"
-#include "CloseOnce.h"
-#include "SettingData.h"
+#include "setting/SettingData.h"
+#include "widgets/AppContext.h"
+#include "widgets/CloseOnce.h"
 
 #include <QDialog>
 
 #include <array>
+#include <vector>
 
 class BoxColumns;
 class QLabel;
@@ -15,6 +16,7 @@ class QPushButton;
 class QScrollBar;
 class SentencePlayer;
 class SentenceTimes;
+struct RecordingJob;
 
 /// Builds the sentence table: which MP2 file is sentence 1, 2, 3... Names are typed, dropped from
 /// the file manager, or taken from the sentence folder as a whole. Chosen files wait in the work
@@ -51,6 +53,8 @@ public slots:
     void cmdPcCaPlay_Click();
     /// Chooses recordings in a file dialog and imports them from the current box on, as a drop does.
     void cmdPcCaImport_Click();
+    /// Records a sentence at the PC into the current box.
+    void cmdPcCaRecord_Click();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -69,6 +73,15 @@ private:
     int indexOfBox(QObject *object) const;
     /// Makes sentences of dropped recordings and enters them from box `index` on, one box each.
     void importRecordings(int index, const QStringList &paths);
+    /// Makes the sentences of `jobs` (written aside) and enters them from box `index` on, one box
+    /// each, asking before entries are replaced or `leftOut` recordings left out. True when any
+    /// was entered.
+    bool enterImports(int index, std::vector<RecordingJob> &jobs, const QStringList &leftOut,
+                      bool trimSilence);
+    /// Makes the sentence `name` of a take recorded at the PC and enters it in box `index`.
+    bool enterTake(int index, const QString &take, const QString &name);
+    /// The sentence names that entries other than those from `first` to `last` keep.
+    QStringList namesKeptOutside(int first, int last) const;
     /// Once the sentences are made, before they are entered: asks when entries would be replaced
     /// or recordings left out at the table's end, saying which recordings were refused. True to go on.
     bool confirmImport(const QStringList &refused, const QStringList &replaced, const QStringList &leftOut);

@@ -1,16 +1,17 @@
-// The sentence table's import of recordings: dropped or chosen with "Import...", made into
-// sentences in the work folder and entered from a box on.
-#include "dlgPcCa.h"
+// The sentence table's import of recordings: dropped, chosen with "Import..." or recorded with
+// "Record...", made into sentences in the work folder and entered from a box on.
+#include "sentence/dlgPcCa.h"
 
-#include "FileCopy.h"
-#include "FileDialogs.h"
-#include "MsgBox.h"
-#include "RecordingImport.h"
-#include "SentenceFolders.h"
-#include "SentenceName.h"
-#include "SentenceTableEdit.h"
-#include "SharedState.h"
-#include "dlgSentenceNames.h"
+#include "audio/SentenceName.h"
+#include "sentence/RecordingImport.h"
+#include "sentence/SentenceTableEdit.h"
+#include "sentence/dlgRecorder.h"
+#include "sentence/dlgSentenceNames.h"
+#include "setting/FileCopy.h"
+#include "setting/MsgBox.h"
+#include "setting/SentenceFolders.h"
+#include "setting/SharedState.h"
+#include "widgets/FileDialogs.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -47,6 +48,16 @@ bool dlgPcCa::confirmImport(const QStringList &refused, const QStringList &repla
     return m_context.msgBox.confirm(text.join(QLatin1Char('\n')));
 }
 
+QStringList dlgPcCa::namesKeptOutside(int first, int last) const
+{
+    const SettingData &buffer = m_context.state.SettingBuffer;
+    QStringList kept;
+    for (int i = 0; i < SentenceTableSize::Largest; ++i)
+        if ((i < first || i > last) && !buffer.SentenceFileName[i].isEmpty())
+            kept << buffer.SentenceFileName[i];
+    return kept;
+}
+
 void dlgPcCa::importRecordings(int index, const QStringList &paths)
 {
     SettingData &buffer = m_context.state.SettingBuffer;
@@ -59,10 +70,7 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
     }
     // Names the table holds elsewhere stay; the boxes being filled give theirs up. Recordings named
     // fittingly keep their names; the others are offered one.
-    QStringList kept;
-    for (int i = 0; i < SentenceTableSize::Largest; ++i)
-        if ((i < index || i >= index + count) && !buffer.SentenceFileName[i].isEmpty())
-            kept << buffer.SentenceFileName[i];
+    QStringList kept = namesKeptOutside(index, index + count - 1);
     // The sentences are made aside and enter the work folder only once the operator has seen
     // which entries they replace, which is known only when every recording has been made.
     const QTemporaryDir made;
@@ -99,8 +107,33 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
         for (size_t k = 0; k < offered.size(); ++k)
             jobs[offered[k]].output = made.filePath(chosen[qsizetype(k)]);
     }
-    if (!runRecordingImports(jobs, this))
-        return;
+    QStringList leftOut;
+    for (qsizetype k = count; k < paths.size(); ++k)
+        leftOut << QFileInfo(paths[k]).fileName();
+    enterImports(index, jobs, leftOut, false);
+}
+
+bool dlgPcCa::enterTake(int index, const QString &take, const QString &name)
+{
+    const QTemporaryDir made;
+    if (!made.isValid()) {
+        m_context.msgBox.show(QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
+                                  .arg(QDir::tempPath(), made.errorString()),
+                              MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+        return false;
+    }
+    std::vector<RecordingJob> jobs {{take, made.filePath(name), QString()}};
+    // A take starts before the operator speaks and ends after: its silent ends are cut.
+    return enterImports(index, jobs, {}, true);
+}
+
+bool dlgPcCa::enterImports(int index, std::vector<RecordingJob> &jobs, const QStringList &leftOut,
+                           bool trimSilence)
+{
+    SettingData &buffer = m_context.state.SettingBuffer;
+    const int count = int(jobs.size());
+    if (!runRecordingImports(jobs, this, trimSilence))
+        return false;
 
     // Each recording goes to its own entry, so that the sentence numbers the programs play mean
     // what was dropped; a refused recording leaves its entry as it was, and with it the sentence of
@@ -132,19 +165,17 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
         if (!buffer.SentenceFileName[index + k].isEmpty())
             replaced << entryNumber(index + k) + QStringLiteral(": ") + buffer.SentenceFileName[index + k];
     }
-    QStringList leftOut;
-    for (qsizetype k = count; k < paths.size(); ++k)
-        leftOut << QFileInfo(paths[k]).fileName();
     if (entering.empty() || !confirmImport(refused, replaced, leftOut)) {
         if (entering.empty() && !refused.isEmpty())
             m_context.msgBox.show(refused.join(QLatin1Char('\n')), MsgBox::Buttons::Ok,
                                   MsgBox::Icon::Exclamation);
-        return;
+        return false;
     }
     const bool asked = !replaced.isEmpty() || !leftOut.isEmpty();
     QStringList errors = asked ? QStringList() : refused;
     const QString folder = workFolder(m_context.state);
     QDir().mkpath(folder);
+    bool entered = false;
     for (const int k : entering) {
         const QString name = QFileInfo(jobs[size_t(k)].output).fileName();
         QString error;
@@ -154,6 +185,7 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
         }
         Table::setEntry(buffer, index + k, name);
         showBox(index + k, buffer.SentenceFileName[index + k]);
+        entered = true;
     }
     setModified();
     m_current = index;
@@ -162,6 +194,7 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
     showDuration(index);
     if (!errors.isEmpty())
         m_context.msgBox.show(errors.join(QLatin1Char('\n')), MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+    return entered;
 }
 
 void dlgPcCa::cmdPcCaImport_Click()
@@ -175,4 +208,15 @@ void dlgPcCa::cmdPcCaImport_Click()
             recordings << QDir::fromNativeSeparators(path);
     if (!recordings.isEmpty())
         importRecordings(m_current, recordings);
+}
+
+void dlgPcCa::cmdPcCaRecord_Click()
+{
+    const int index = m_current;
+    dlgRecorder recorder(
+        m_context, index, namesKeptOutside(index, index),
+        workFolder(m_context.state) + QStringLiteral("take.wav"),
+        [this, index](const QString &take, const QString &name) { return enterTake(index, take, name); },
+        this);
+    recorder.exec();
 }

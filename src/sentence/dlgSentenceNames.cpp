@@ -1,9 +1,9 @@
-#include "dlgSentenceNames.h"
+#include "sentence/dlgSentenceNames.h"
 
-#include "DialogLayout.h"
-#include "MsgBox.h"
-#include "OperatorMessages.h"
-#include "SentenceName.h"
+#include "audio/SentenceName.h"
+#include "setting/MsgBox.h"
+#include "setting/OperatorMessages.h"
+#include "widgets/DialogLayout.h"
 
 #include <QFileInfo>
 #include <QGridLayout>

@@ -1,16 +1,17 @@
-#include "CardWrite.h"
+#include "setting/CardWrite.h"
 
-#include "FileAttributes.h"
-#include "Mp2File.h"
-#include "MsgBox.h"
-#include "OsFiles.h"
-#include "PathText.h"
-#include "SentenceFolderIndex.h"
-#include "SentenceFolders.h"
-#include "SettingFileIO.h"
-#include "SettingFileWriter.h"
-#include "SharedState.h"
-#include "TestTone.h"
+#include "platform/os/OsFiles.h"
+#include "setting/CardFileReplacement.h"
+#include "setting/FileAttributes.h"
+#include "setting/Mp2File.h"
+#include "setting/MsgBox.h"
+#include "setting/PathText.h"
+#include "setting/SentenceFolderIndex.h"
+#include "setting/SentenceFolders.h"
+#include "setting/SettingFileIO.h"
+#include "setting/SettingFileWriter.h"
+#include "setting/SharedState.h"
+#include "setting/TestTone.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -116,7 +117,7 @@ private:
                 return false;
         }
         QString error;
-        if (!writeFileAtomically(path, WriteSettingBody(m_state), error, ReplaceStyle::Card)) {
+        if (!writeFileToCard(path, WriteSettingBody(m_state), error)) {
             reportFailure(m_msgBox, error);
             return false;
         }
@@ -221,7 +222,7 @@ private:
                 continue;
             }
             QString error;
-            if (!writeFileAtomically(destination, bytes, error, ReplaceStyle::Card)) {
+            if (!writeFileToCard(destination, bytes, error)) {
                 reportFailure(m_msgBox,
                               QCoreApplication::translate("CardWrite", "Card write stopped at %1.\n%2")
                                   .arg(name, error));
@@ -271,7 +272,7 @@ bool CopySentenceFile(const QString &source, const QString &destination, QString
         error = QCoreApplication::translate("CardWrite", "Cannot read %1: %2").arg(source, in.errorString());
         return false;
     }
-    return writeFileAtomically(destination, in.readAll(), error, ReplaceStyle::Card);
+    return writeFileToCard(destination, in.readAll(), error);
 }
 
 bool WriteCard(SharedState &state, MsgBox &msgBox, const CardWriteHooks &hooks, bool announceCompletion)

@@ -1,8 +1,8 @@
-#include "CodePageCheck.h"
+#include "setting/CodePageCheck.h"
 
-#include "SharedState.h"
-#include "TextEncoding.h"
-#include "TextExcerpt.h"
+#include "setting/SharedState.h"
+#include "setting/TextEncoding.h"
+#include "setting/TextExcerpt.h"
 
 #include <QCoreApplication>
 #include <QList>

@@ -1,7 +1,8 @@
-#include "FileCopy.h"
+#include "setting/FileCopy.h"
 
-#include "FileReplacement.h"
-#include "RegularFile.h"
+#include "setting/FileReplacement.h"
+#include "setting/PcFileReplacement.h"
+#include "setting/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -23,7 +24,7 @@ bool copyFileReplacing(const QString &source, const QString &destination, QStrin
         return false;
     }
     // A read-only destination is the caller's question to ask; once asked, it may be replaced.
-    FileReplacement out(destination, ReplaceStyle::Pc);
+    PcFileReplacement out(destination);
     if (!out.open(error))
         return false;
     constexpr qint64 ChunkBytes = 256 * 1024;

@@ -1,7 +1,7 @@
-#include "InitialControlFile.h"
+#include "setting/InitialControlFile.h"
 
-#include "NumberText.h"
-#include "SharedState.h"
+#include "setting/NumberText.h"
+#include "setting/SharedState.h"
 
 #include <utility>
 

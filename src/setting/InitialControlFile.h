@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CardWrite.h"
+#include "setting/CardWrite.h"
 
 class MsgBox;
 class SharedState;

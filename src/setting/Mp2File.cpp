@@ -1,6 +1,6 @@
-#include "Mp2File.h"
+#include "setting/Mp2File.h"
 
-#include "RegularFile.h"
+#include "setting/RegularFile.h"
 
 #include <QFile>
 

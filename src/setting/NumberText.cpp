@@ -1,4 +1,4 @@
-#include "NumberText.h"
+#include "setting/NumberText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NativeOs.h"
+#include "platform/os/NativeOs.h"
 
 #include <QString>
 #include <QStringView>

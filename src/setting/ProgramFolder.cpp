@@ -1,6 +1,6 @@
-#include "ProgramFolder.h"
+#include "setting/ProgramFolder.h"
 
-#include "OsProgramFolder.h"
+#include "platform/os/OsProgramFolder.h"
 
 #include <QCoreApplication>
 #include <QDir>

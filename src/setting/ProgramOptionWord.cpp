@@ -1,4 +1,4 @@
-#include "ProgramOptionWord.h"
+#include "setting/ProgramOptionWord.h"
 
 #include <QCoreApplication>
 

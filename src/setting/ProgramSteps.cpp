@@ -1,4 +1,4 @@
-#include "ProgramSteps.h"
+#include "setting/ProgramSteps.h"
 
 const QString &ProgramSteps::at(qsizetype step) const
 {

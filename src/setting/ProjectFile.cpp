@@ -1,13 +1,13 @@
-#include "ProjectFile.h"
+#include "setting/ProjectFile.h"
 
-#include "CodePageCheck.h"
-#include "OperatorMessages.h"
-#include "PathText.h"
-#include "SettingFileIO.h"
-#include "SettingFileReader.h"
-#include "SettingFileWriter.h"
-#include "SharedState.h"
-#include "TextShape.h"
+#include "setting/CodePageCheck.h"
+#include "setting/OperatorMessages.h"
+#include "setting/PathText.h"
+#include "setting/SettingFileIO.h"
+#include "setting/SettingFileReader.h"
+#include "setting/SettingFileWriter.h"
+#include "setting/SharedState.h"
+#include "setting/TextShape.h"
 
 #include <QCoreApplication>
 

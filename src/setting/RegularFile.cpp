@@ -1,4 +1,4 @@
-#include "RegularFile.h"
+#include "setting/RegularFile.h"
 
 #include <QFileInfo>
 

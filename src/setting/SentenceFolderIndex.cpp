@@ -1,6 +1,6 @@
-#include "SentenceFolderIndex.h"
+#include "setting/SentenceFolderIndex.h"
 
-#include "PathText.h"
+#include "setting/PathText.h"
 
 #include <QDir>
 

@@ -1,11 +1,11 @@
-#include "SentenceFolders.h"
+#include "setting/SentenceFolders.h"
 
-#include "FileAttributes.h"
-#include "FileCopy.h"
-#include "MsgBox.h"
-#include "PathText.h"
-#include "SentenceFolderIndex.h"
-#include "SharedState.h"
+#include "setting/FileAttributes.h"
+#include "setting/FileCopy.h"
+#include "setting/MsgBox.h"
+#include "setting/PathText.h"
+#include "setting/SentenceFolderIndex.h"
+#include "setting/SharedState.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,8 +1,8 @@
-#include "SentenceTable.h"
+#include "setting/SentenceTable.h"
 
-#include "SentenceFolderIndex.h"
-#include "SentenceFolders.h"
-#include "SharedState.h"
+#include "setting/SentenceFolderIndex.h"
+#include "setting/SentenceFolders.h"
+#include "setting/SharedState.h"
 
 #include <QCoreApplication>
 

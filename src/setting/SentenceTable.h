@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SettingData.h"
+#include "setting/SettingData.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
-#include "SettingData.h"
+#include "setting/SettingData.h"
 
-#include "NumberText.h"
+#include "setting/NumberText.h"
 
 void SettingData::resetToNewProject()
 {

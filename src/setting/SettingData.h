@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ProgramSteps.h"
+#include "setting/ProgramSteps.h"
 
 #include <QString>
 #include <QtGlobal>

@@ -1,6 +1,6 @@
-#include "SettingFileIO.h"
+#include "setting/SettingFileIO.h"
 
-#include "RegularFile.h"
+#include "setting/RegularFile.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "FileReplacement.h"
+#include "setting/FileReplacement.h"
+#include "setting/PcFileReplacement.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,11 +1,11 @@
-#include "SettingFileReader.h"
+#include "setting/SettingFileReader.h"
 
-#include "LineReader.h"
-#include "NumberText.h"
-#include "PathText.h"
-#include "SharedState.h"
-#include "TextChecks.h"
-#include "TextExcerpt.h"
+#include "setting/LineReader.h"
+#include "setting/NumberText.h"
+#include "setting/PathText.h"
+#include "setting/SharedState.h"
+#include "setting/TextChecks.h"
+#include "setting/TextExcerpt.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
-#include "SettingFileWriter.h"
+#include "setting/SettingFileWriter.h"
 
-#include "NumberText.h"
-#include "SharedState.h"
+#include "setting/NumberText.h"
+#include "setting/SharedState.h"
 
 #include <algorithm>
 

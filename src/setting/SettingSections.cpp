@@ -1,4 +1,4 @@
-#include "SettingData.h"
+#include "setting/SettingData.h"
 
 // The section contents are fixed: 0 the project texts, 1 the card word, the sentence table and the
 // per-program settings, 2 the steps. SentenceState belongs to section 1 although it never reaches a

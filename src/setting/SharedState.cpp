@@ -1,6 +1,6 @@
-#include "SharedState.h"
+#include "setting/SharedState.h"
 
-#include "PathText.h"
+#include "setting/PathText.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "SettingData.h"
-#include "TextEncoding.h"
+#include "setting/SettingData.h"
+#include "setting/TextEncoding.h"
 
 #include <QObject>
 #include <QString>

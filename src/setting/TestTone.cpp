@@ -1,8 +1,8 @@
-#include "TestTone.h"
+#include "setting/TestTone.h"
 
-#include "PathText.h"
-#include "SettingFileIO.h"
-#include "TestToneEncoder.h"
+#include "setting/PathText.h"
+#include "setting/SettingFileIO.h"
+#include "setting/TestToneEncoder.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
-#include "TextChecks.h"
+#include "setting/TextChecks.h"
 
-#include "TextEncoding.h"
+#include "setting/TextEncoding.h"
 
 #include <QList>
 

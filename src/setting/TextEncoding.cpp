@@ -1,7 +1,7 @@
-#include "TextEncoding.h"
+#include "setting/TextEncoding.h"
 
-#include "NativeOs.h"
-#include "OsCodePages.h"
+#include "platform/os/NativeOs.h"
+#include "platform/os/OsCodePages.h"
 
 #include <QStringDecoder>
 #include <QStringEncoder>

@@ -1,4 +1,4 @@
-#include "TextExcerpt.h"
+#include "setting/TextExcerpt.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "TextShape.h"
+#include "setting/TextShape.h"
 
 #include <QCoreApplication>
 

@@ -1,6 +1,8 @@
 // The titles the window system shows for the desktop program's windows: read back from a real X
 // server, because the platform layer may add to a title after the widget has set it.
 
+#include "support/Xdotool.h"
+
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
@@ -39,21 +41,12 @@ class tst_WindowTitles : public QObject
         env.insert(QStringLiteral("DISPLAY"), m_display);
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         env.insert(QStringLiteral("DQ480_HOME"), m_home->filePath(QStringLiteral("home")));
-        // The single-instance lock lives here: each test has its own.
+        // Qt's runtime folder: each test has its own.
         env.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home->filePath(QStringLiteral("run")));
         return env;
     }
 
-    QString xdotool(const QStringList &arguments) const
-    {
-        QProcess tool;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("DISPLAY"), m_display);
-        tool.setProcessEnvironment(env);
-        tool.start(QStringLiteral("xdotool"), arguments);
-        tool.waitForFinished(10000);
-        return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
-    }
+    QString xdotool(const QStringList &arguments) const { return ::xdotool(m_display, arguments); }
 
     QProcess *startApp(const QStringList &arguments = {}, const QString &folder = {})
     {

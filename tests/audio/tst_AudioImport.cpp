@@ -4,16 +4,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "AudioDecode.h"
-#include "AudioFixtures.h"
-#include "AudioImport.h"
-#include "AudioInfo.h"
-#include "Loudness.h"
-#include "Mp2File.h"
-#include "Resample.h"
-#include "SentenceName.h"
-#include "TestFiles.h"
-#include "TestMounts.h"
+#include "audio/AudioDecode.h"
+#include "audio/AudioImport.h"
+#include "audio/AudioInfo.h"
+#include "audio/Loudness.h"
+#include "audio/Resample.h"
+#include "audio/SentenceName.h"
+#include "setting/Mp2File.h"
+#include "support/AudioFixtures.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
 
 #include <sys/stat.h>
 

@@ -1,10 +1,10 @@
-#include "AudioDecode.h"
-#include "AudioFixtures.h"
-#include "AudioImport.h"
-#include "ProgramDuration.h"
-#include "ProgramSound.h"
-#include "ProgramWav.h"
-#include "SettingData.h"
+#include "audio/AudioDecode.h"
+#include "audio/AudioImport.h"
+#include "audio/ProgramDuration.h"
+#include "audio/ProgramSound.h"
+#include "audio/ProgramWav.h"
+#include "setting/SettingData.h"
+#include "support/AudioFixtures.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,11 +1,11 @@
-#include "GuiFixture.h"
-#include "ProjectCommands.h"
-#include "TestFiles.h"
-#include "RealBoxes.h"
-#include "TypeText.h"
-#include "frmEdit.h"
-#include "frmProg.h"
-#include "frmStep.h"
+#include "cardedit/frmEdit.h"
+#include "program/frmProg.h"
+#include "program/frmStep.h"
+#include "support/GuiFixture.h"
+#include "support/RealBoxes.h"
+#include "support/TestFiles.h"
+#include "support/TypeText.h"
+#include "widgets/ProjectCommands.h"
 
 #include <QComboBox>
 #include <QDir>

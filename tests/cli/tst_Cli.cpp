@@ -7,9 +7,9 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include "HostileSettingFiles.h"
-#include "TestFiles.h"
-#include "TestMounts.h"
+#include "support/HostileSettingFiles.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
 
 namespace {
 

@@ -84,6 +84,12 @@ class Operator:
         return wait_until(lambda: next(iter(self.find_all(root, role, name)), None),
                           f"{role} '{name or ''}' in '{root.name}'", timeout)
 
+    def label_starting(self, root, text, timeout=15.0):
+        """The label of `root` whose text starts with `text`, once it shows."""
+        return wait_until(lambda: next(iter(self._matching(root, lambda node: node.getRoleName() == "label"
+                                                           and node.name.startswith(text))), None),
+                          f"a label '{text}...' in '{root.name}'", timeout)
+
     def beside(self, root, label, role="text"):
         """The control right of the label `label` on the same line (the tree does not name it)."""
 

@@ -166,7 +166,10 @@ class Desktop:
 
     def start(self, screen="1280x1024x24"):
         os.environ["DISPLAY"] = ":" + self.daemon_line(
-            lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0", screen, "-nolisten", "tcp", "-noreset"],
+            # A key held past the repeat delay types twice; on a loaded machine xdotool's key release
+            # may come that late, so keys repeat only after ten seconds here.
+            lambda fd: ["Xvfb", "-displayfd", str(fd), "-screen", "0", screen, "-nolisten", "tcp", "-noreset",
+                        "-ardelay", "10000"],
             "Xvfb did not start")
         runtime = os.path.join(self.workdir, "runtime")
         os.makedirs(runtime, mode=0o700)
@@ -187,6 +190,31 @@ class Desktop:
             self.launch("openbox", "--sm-disable")
             wait_until(lambda: subprocess.run(["xdotool", "get_num_desktops"], capture_output=True).returncode == 0,
                        "the window manager to start")
+
+    def start_sound_server(self):
+        """A PulseAudio daemon of the journey's own, its default input a 440 Hz sine and its output a
+        null sink, which the program then uses; False, said in one line, where none can start."""
+        if shutil.which("pulseaudio") is None or shutil.which("pactl") is None:
+            print("no sound server here (pulseaudio, pulseaudio-utils): recording and playing left out")
+            return False
+        socket = os.path.join(self.workdir, "pulse", "native")
+        os.makedirs(os.path.dirname(socket), mode=0o700)
+        self.processes.append(subprocess.Popen(
+            ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--log-level=error",
+             "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}",
+             "-L", "module-null-sink sink_name=journey_out",
+             "-L", "module-sine-source source_name=journey_sine frequency=440"],
+            env=dict(os.environ, PULSE_RUNTIME_PATH=os.path.dirname(socket)), stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL, start_new_session=True))
+        os.environ["PULSE_SERVER"] = f"unix:{socket}"
+        try:
+            wait_until(lambda: run(["pactl", "info"], check=False).returncode == 0, "the sound server", 10)
+        except JourneyFailed:
+            print("the sound server does not start here: recording and playing left out")
+            return False
+        run(["pactl", "set-default-source", "journey_sine"])
+        run(["pactl", "set-default-sink", "journey_out"])
+        return True
 
     def mount_card(self, image, mount_point):
         run(["mkfs.fat", "-C", "-F", "16", "-n", "DQ480", image, "65536"])

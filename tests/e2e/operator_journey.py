@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """One operator's day with the real dq480 on a desktop with a window manager (or, with
 --no-window-manager, without one), driven through the accessibility tree with the real mouse and
-keyboard, from a new project to program copy, Card write, Card -> PC and a print-out. In the program,
+keyboard, from a new project to program copy, Card write, Card -> PC and a print-out. Where a sound
+server of its own starts, a sentence is recorded from its input and a program played to it. In the program,
 step and card edit windows a refused entry is answered and the next one typed where the focus went;
 the saved setting file holds what was typed, and the card image is checked against dq480-cli's
 conversion of it.
@@ -10,6 +11,7 @@ Usage: operator_journey.py --dq480 PATH --cli PATH --artifacts DIR [--keep] [--n
 
 import os
 import sys
+import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
@@ -18,6 +20,7 @@ from desktop import CardJourney, JourneyFailed, check_card_image, run, wait_unti
 CONTENTS_QUESTION = "Updating the contents of edit has not been continued. Does close it?"
 INCORRECT = "Incorrect value has been entered."
 SENTENCES = ["TONE1.MP2", "TONE2.MP2", "TONE3.MP2"]
+RECORDED = "TAKE.MP2"  # recorded into box 004
 STEPS = ["A001", "A002", "A003"]
 PROJECT = "Harbour"
 CREATOR = "Ann Operator"
@@ -35,8 +38,10 @@ class Journey(CardJourney):
         self.saved = os.path.join(workdir, "projects", "harbour.stf")
         self.pdf = os.path.join(workdir, "projects", "all-settings.pdf")
         self.app = self.edit = None
+        self.sound = False
 
     def prepare(self):
+        self.sound = self.desktop.start_sound_server()
         os.makedirs(self.home)
         os.makedirs(os.path.dirname(self.saved))
         # The operator's sentences sit in the program folder, where the sentence path starts.
@@ -72,6 +77,8 @@ class Journey(CardJourney):
         self.op.focus(self.op.control(table, "text", "001:"))
         self.type_with_enter(table, SENTENCES)
         self.check_boxes(table, SENTENCES)
+        if self.sound:
+            self.record(table)
         apply = self.op.press(table, "Apply")
         wait_until(lambda: not self.op.enabled(apply), "Apply to have been done")
         for name in SENTENCES:
@@ -79,6 +86,19 @@ class Journey(CardJourney):
                        f"{name} in the project's sentence folder")
         self.op.press(table, "OK")
         self.op.gone(TABLE)
+
+    def record(self, table):
+        """Half a second of the sound server's input, recorded into box 004 and made its sentence."""
+        self.op.focus(self.op.control(table, "text", "004:"))
+        self.op.press(table, "Record...")
+        recorder = self.op.window("Record a sentence for entry 004")
+        self.op.press(recorder, "Record")
+        time.sleep(0.5)
+        self.op.press(recorder, "Stop")
+        self.op.press(recorder, "OK")
+        self.op.gone("Record a sentence")
+        box = self.op.control(table, "text", "004:")
+        wait_until(lambda: self.op.text_of(box) == RECORDED, f"box 004 to read {RECORDED}")
 
     def check_boxes(self, window, expected):
         for number, text in enumerate(expected):
@@ -131,6 +151,11 @@ class Journey(CardJourney):
         self.op.gone("Repeat - Step Input")
         # The program window is where the operator goes on: in front, not under the card edit window.
         wait_until(lambda: self.op.focused(program), "the program window to come back to the front")
+        if self.sound:
+            self.op.press(program, "Play program")
+            self.op.label_starting(program, "Playing step 1: A001")
+            self.op.press(program, "Stop")
+            self.op.label_starting(program, "Stopped.")
         self.op.press(program, "OK")
         self.op.gone("Program : ")
 
@@ -258,6 +283,8 @@ class Journey(CardJourney):
     def check_card(self):
         self.desktop.unmount(self.card)
         sentences = {name: os.path.join(self.home, name) for name in SENTENCES + ["SIN1KHZ.MP2"]}
+        if self.sound:
+            sentences[RECORDED] = os.path.join(self.home, PROJECT, RECORDED)
         check_card_image(self.image, self.args.cli, self.saved, sentences, self.work)
 
     def run(self):

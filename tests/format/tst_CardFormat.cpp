@@ -1,12 +1,12 @@
-#include "FatVariant.h"
-#include "FuseImage.h"
-#include "GuiFixture.h"
-#include "LinuxDriveSource.h"
-#include "ProjectCommands.h"
-#include "TestFiles.h"
-#include "TestMounts.h"
-#include "dlgFMT.h"
-#include "frmEdit.h"
+#include "cardedit/frmEdit.h"
+#include "format/dlgFMT.h"
+#include "platform/FatVariant.h"
+#include "platform/linux/FuseImage.h"
+#include "platform/linux/LinuxDriveSource.h"
+#include "support/GuiFixture.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
+#include "widgets/ProjectCommands.h"
 
 #include <QCryptographicHash>
 #include <QDeadlineTimer>

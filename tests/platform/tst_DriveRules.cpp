@@ -1,5 +1,5 @@
-#include "FatVariant.h"
-#include "MediaCheck.h"
+#include "platform/FatVariant.h"
+#include "platform/MediaCheck.h"
 
 #include <QTest>
 

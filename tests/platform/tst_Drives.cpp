@@ -1,8 +1,8 @@
-#include "BoundedSpaceReader.h"
-#include "CardSlotTests.h"
-#include "FatVariant.h"
-#include "LinuxDriveSource.h"
-#include "TestFiles.h"
+#include "platform/CardSlotCriteria.h"
+#include "platform/FatVariant.h"
+#include "platform/linux/BoundedSpaceReader.h"
+#include "platform/linux/LinuxDriveSource.h"
+#include "support/TestFiles.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -131,7 +131,7 @@ private slots:
         pc.addUdevVersion(179, 1, "FAT16");
         pc.addBlock(QStringLiteral("pci/usb1/1-1/host6/block/sdb/sdb1"), 8, 17, false);
         pc.addMount(8, 17, QStringLiteral("/media/op/EXACT"), QStringLiteral("vfat"),
-                    QStringLiteral("/dev/sdb1"), spaceOf(CardSlotTests::MaxCardBytes, 32000));
+                    QStringLiteral("/dev/sdb1"), spaceOf(CardSlotCriteria::MaxCardBytes, 32000));
         pc.addBlock(QStringLiteral("pci/usb2/2-1/host7/block/sdc/sdc1"), 8, 33, true);
         pc.addMount(8, 33, QStringLiteral("/media/op/BIG"), QStringLiteral("vfat"),
                     QStringLiteral("/dev/sdc1"), spaceOf(256 * MiB, 60000));
@@ -170,7 +170,7 @@ private slots:
             QVERIFY2(drive, e.path);
             QCOMPARE(drive->type, e.type);
             QCOMPARE(drive->fileSystem, QLatin1String(e.fileSystem));
-            QVERIFY2(CardSlotTests::qualifies(*drive) == e.qualifies, e.path);
+            QVERIFY2(CardSlotCriteria::qualifies(*drive) == e.qualifies, e.path);
         }
         QVERIFY(!find(drives, QStringLiteral("/dev/sdg"))->ready);
         QCOMPARE(find(drives, QStringLiteral("/media/op/EXACT"))->totalSize, qint64(134'217'728));

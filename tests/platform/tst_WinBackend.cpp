@@ -1,15 +1,17 @@
 // The Windows backend under Wine, on the drive letters tests/wine/run-in-wine.sh maps: R: a
 // removable drive and S: a fixed one (label DQCARD), each a folder. Nothing here runs the format
 // command.
-#include "FileAttributes.h"
-#include "FileReplacement.h"
-#include "MediaCheck.h"
-#include "TestFiles.h"
-#include "TextEncoding.h"
-#include "WinDriveSource.h"
-#include "WinFormat.h"
-#include "WinMediaTypes.h"
-#include "WindowsFormatLaunch.h"
+#include "platform/MediaCheck.h"
+#include "platform/win/WinDriveSource.h"
+#include "platform/win/WinFormat.h"
+#include "platform/win/WinMediaTypes.h"
+#include "platform/win/WindowsFormatLaunch.h"
+#include "setting/FileAttributes.h"
+#include "setting/FileReplacement.h"
+#include "setting/PcFileReplacement.h"
+#include "setting/TextEncoding.h"
+#include "support/OtherCopy.h"
+#include "support/TestFiles.h"
 
 #include <QDir>
 #include <QProcess>
@@ -189,6 +191,37 @@ private slots:
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList {QStringLiteral("P.stf")});
     }
 
+    // One copy runs on a program folder, whichever user starts it, and on its own folder each: the
+    // lock is a kernel object the system lets go of when the copy ends, however it ends, so a copy
+    // killed (in Task Manager, say) blocks nothing and no process id is ever taken for another's.
+    void oneCopyPerProgramFolder_data()
+    {
+        QTest::addColumn<bool>("firstKilled");
+        QTest::addColumn<int>("second"); // 0: the same folder, 1: it named otherwise, 2: another
+        QTest::addColumn<bool>("starts");
+        QTest::newRow("same folder") << false << 0 << false;
+        QTest::newRow("same folder, other case and separators") << false << 1 << false;
+        QTest::newRow("a folder of its own") << false << 2 << true;
+        QTest::newRow("same folder, first copy killed") << true << 0 << true;
+    }
+    void oneCopyPerProgramFolder()
+    {
+        QFETCH(bool, firstKilled);
+        QFETCH(int, second);
+        QFETCH(bool, starts);
+        QTemporaryDir folder;
+        QTemporaryDir own;
+        OtherCopy first;
+        QVERIFY(first.start(folder.path()));
+        if (firstKilled)
+            first.kill();
+        const QString secondFolder = second == 0 ? folder.path()
+            : second == 1                        ? QDir::toNativeSeparators(folder.path()).toUpper()
+                                                 : own.path();
+        SingleInstance instance;
+        QCOMPARE(instance.acquire(secondFolder), starts);
+    }
+
     // The media check decides on the count alone: 11, or 0 for a failed query. Wine's own drives
     // answer what Wine answers, so the counts come as reply sizes of 24-byte records.
     void mediaCount_data()
@@ -217,15 +250,32 @@ private slots:
         QVERIFY(!modFDCHK::MediaCheck(absent));
         QVERIFY(winMediaTypeCount("R:") >= 0);
     }
+
+    // The Wine harness stands in a card reader's count for one drive; the device is still opened
+    // for real, and no other drive's answer changes.
+    void mediaCountStandIn()
+    {
+        const int wineAnswerForS = winMediaTypeCount("S:");
+        qputenv("DQ480_WINE_MEDIA_TYPES", "r:=11");
+        const int r = winMediaTypeCount("R:");
+        const int s = winMediaTypeCount("S:");
+        const int q = winMediaTypeCount("Q:");
+        qunsetenv("DQ480_WINE_MEDIA_TYPES");
+        QCOMPARE(r, 11);
+        QCOMPARE(s, wineAnswerForS);
+        QCOMPARE(q, -1);
+        QCOMPARE(wineStandInMediaCount("D:", "D:=2x"), -1);
+    }
 };
 
 // "--write-and-hold FILE": writes a new FILE without putting it in place, says so, and waits to
-// be killed.
+// be killed. With DQ480_OTHER_COPY_ON set, it is another copy of the program on that folder.
 int main(int argc, char *argv[])
 {
+    OtherCopy::runWhenAsked();
     QCoreApplication app(argc, argv);
     if (argc == 3 && QByteArray(argv[1]) == "--write-and-hold") {
-        FileReplacement file(QString::fromLocal8Bit(argv[2]), ReplaceStyle::Pc);
+        PcFileReplacement file(QString::fromLocal8Bit(argv[2]));
         QString error;
         if (!file.open(error) || !file.write(QByteArray(1 << 20, 'n'), error))
             return 1;

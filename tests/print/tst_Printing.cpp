@@ -1,7 +1,7 @@
-#include "GuiFixture.h"
-#include "SettingFileWriter.h"
-#include "TestFiles.h"
-#include "frmPrintPage.h"
+#include "print/frmPrintPage.h"
+#include "setting/SettingFileWriter.h"
+#include "support/GuiFixture.h"
+#include "support/TestFiles.h"
 
 #include <QBuffer>
 #include <QComboBox>

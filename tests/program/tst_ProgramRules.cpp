@@ -1,6 +1,6 @@
-#include "ProgramFieldRules.h"
-#include "ProgramWindowTable.h"
-#include "StepText.h"
+#include "program/ProgramFieldRules.h"
+#include "program/ProgramWindowTable.h"
+#include "program/StepText.h"
 
 #include <QTest>
 #include <QWidget>

@@ -1,11 +1,11 @@
-#include "GuiFixture.h"
-#include "PrintOut.h"
-#include "ProgramOptionWord.h"
-#include "ProgramWindowTable.h"
-#include "RealBoxes.h"
-#include "TypeText.h"
-#include "frmProg.h"
-#include "frmStep.h"
+#include "print/PrintOut.h"
+#include "program/ProgramWindowTable.h"
+#include "program/frmProg.h"
+#include "program/frmStep.h"
+#include "setting/ProgramOptionWord.h"
+#include "support/GuiFixture.h"
+#include "support/RealBoxes.h"
+#include "support/TypeText.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -101,6 +101,26 @@ private slots:
         real.reset();
         boxes.reset();
         f.reset();
+    }
+
+    // Operators move through the window by Tab: the play buttons, added later, come after every
+    // control the window had, so the keys they know still reach the same controls.
+    void playingComesLastInTheTabOrder()
+    {
+        open(1);
+        chooseMethod(2);
+        QStringList chain;
+        QWidget *start = control<QLineEdit>("txtProgName");
+        for (QWidget *w = start->nextInFocusChain(); w != start; w = w->nextInFocusChain()) {
+            if (w->isVisibleTo(window) && (w->focusPolicy() & Qt::TabFocus) && !w->objectName().isEmpty()
+                && window->isAncestorOf(w))
+                chain << w->objectName();
+        }
+        const QStringList expected {"cmbPrgMethod", "txtAutoVol",  "txtPrgInt",    "optPrgInt_0",
+                                    "optPrgInt_1",  "txtPrgNo",    "optPrgBusy_0", "optPrgBusy_1",
+                                    "cmdProgStep",  "cmdPrint",    "cmdProgOk",    "cmdProgClose",
+                                    "cmdProgSave",  "cmdProgPlay", "cmdProgStop"};
+        QCOMPARE(chain, expected);
     }
 
     void endlessKeepsItsPlayIntervalThroughOk_data()

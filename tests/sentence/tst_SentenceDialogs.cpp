@@ -1,9 +1,9 @@
-#include "GuiFixture.h"
-#include "TestFiles.h"
-#include "TestMounts.h"
-#include "TypeText.h"
-#include "dlgCaPc.h"
-#include "dlgPcCa.h"
+#include "sentence/dlgCaPc.h"
+#include "sentence/dlgPcCa.h"
+#include "support/GuiFixture.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
+#include "support/TypeText.h"
 
 #include <QApplication>
 

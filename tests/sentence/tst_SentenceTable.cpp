@@ -1,6 +1,6 @@
-#include "SentenceTable.h"
-#include "SentenceTableEdit.h"
-#include "SharedState.h"
+#include "sentence/SentenceTableEdit.h"
+#include "setting/SentenceTable.h"
+#include "setting/SharedState.h"
 
 #include <QDir>
 #include <QSignalSpy>

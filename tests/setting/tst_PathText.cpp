@@ -1,4 +1,4 @@
-#include "PathText.h"
+#include "setting/PathText.h"
 
 #include <QTest>
 

@@ -1,17 +1,20 @@
-#include "FileAttributes.h"
-#include "FileReplacement.h"
-#include "ProjectFile.h"
-#include "TestProjects.h"
+#include "setting/CardFileReplacement.h"
+#include "setting/FileAttributes.h"
+#include "setting/FileReplacement.h"
+#include "setting/PcFileReplacement.h"
+#include "setting/ProjectFile.h"
+#include "support/TestProjects.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "TestFiles.h"
-#include "TestMounts.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
 
 #include <cerrno>
+#include <memory>
 
 namespace {
 
@@ -86,26 +89,26 @@ private slots:
     // named; writes taken a few bytes at a time still make the whole new file.
     void aDiskFailingAtAnyStepKeepsTheOldFile_data()
     {
-        QTest::addColumn<ReplaceStyle>("style");
+        QTest::addColumn<bool>("onCard");
         QTest::addColumn<int>("fault");
         QTest::addColumn<int>("error");
         QTest::addColumn<QString>("reason");
-        const auto row = [](const char *name, ReplaceStyle style, FailingDevice::Fault fault, int error) {
-            QTest::newRow(name) << style << int(fault) << error
+        const auto row = [](const char *name, bool onCard, FailingDevice::Fault fault, int error) {
+            QTest::newRow(name) << onCard << int(fault) << error
                                 << (error ? qt_error_string(error) : QString());
         };
-        row("PC, short writes", ReplaceStyle::Pc, FailingDevice::None, 0);
-        row("PC, full at a write", ReplaceStyle::Pc, FailingDevice::Write, ENOSPC);
-        row("PC, full at the sync", ReplaceStyle::Pc, FailingDevice::Sync, ENOSPC);
-        row("PC, rename refused", ReplaceStyle::Pc, FailingDevice::Rename, EIO);
-        row("card, short writes", ReplaceStyle::Card, FailingDevice::None, 0);
-        row("card, pulled at a write", ReplaceStyle::Card, FailingDevice::Write, EIO);
-        row("card, pulled at the sync", ReplaceStyle::Card, FailingDevice::Sync, EIO);
-        row("card, rename refused", ReplaceStyle::Card, FailingDevice::Rename, EROFS);
+        row("PC, short writes", false, FailingDevice::None, 0);
+        row("PC, full at a write", false, FailingDevice::Write, ENOSPC);
+        row("PC, full at the sync", false, FailingDevice::Sync, ENOSPC);
+        row("PC, rename refused", false, FailingDevice::Rename, EIO);
+        row("card, short writes", true, FailingDevice::None, 0);
+        row("card, pulled at a write", true, FailingDevice::Write, EIO);
+        row("card, pulled at the sync", true, FailingDevice::Sync, EIO);
+        row("card, rename refused", true, FailingDevice::Rename, EROFS);
     }
     void aDiskFailingAtAnyStepKeepsTheOldFile()
     {
-        QFETCH(ReplaceStyle, style);
+        QFETCH(bool, onCard);
         QFETCH(int, fault);
         QFETCH(int, error);
         QFETCH(QString, reason);
@@ -118,9 +121,11 @@ private slots:
         device.fault = FailingDevice::Fault(fault);
         device.error = error;
 
-        FileReplacement file(path, style, device);
+        const std::unique_ptr<FileReplacement> file = onCard
+            ? std::unique_ptr<FileReplacement>(std::make_unique<CardFileReplacement>(path, device))
+            : std::make_unique<PcFileReplacement>(path, device);
         QString message;
-        const bool written = file.open(message) && file.write(after, message) && file.commit(message);
+        const bool written = file->open(message) && file->write(after, message) && file->commit(message);
         QCOMPARE(written, reason.isEmpty());
         QCOMPARE(message,
                  reason.isEmpty() ? QString() : QStringLiteral("Cannot write %1: %2").arg(path, reason));

@@ -1,15 +1,15 @@
-#include "FileAttributes.h"
-#include "ScriptedMsgBox.h"
-#include "SentenceFolders.h"
-#include "TestProjects.h"
+#include "setting/FileAttributes.h"
+#include "setting/SentenceFolders.h"
+#include "support/ScriptedMsgBox.h"
+#include "support/TestProjects.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "TestFiles.h"
-#include "TestMounts.h"
+#include "support/TestFiles.h"
+#include "support/TestMounts.h"
 
 #include <sys/stat.h>
 

@@ -1,7 +1,7 @@
-#include "SettingFileReader.h"
-#include "SettingFileWriter.h"
-#include "TestProjects.h"
-#include "TextChecks.h"
+#include "setting/SettingFileReader.h"
+#include "setting/SettingFileWriter.h"
+#include "setting/TextChecks.h"
+#include "support/TestProjects.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
-#include "SettingFileWriter.h"
-#include "TestProjects.h"
+#include "setting/SettingFileWriter.h"
+#include "support/TestProjects.h"
 
 #include <QFile>
 #include <QTest>

@@ -1,6 +1,6 @@
-#include "NumberText.h"
-#include "TextChecks.h"
-#include "TextEncoding.h"
+#include "setting/NumberText.h"
+#include "setting/TextChecks.h"
+#include "setting/TextEncoding.h"
 
 #include <QTest>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "AppContext.h"
-#include "DriveInfo.h"
-#include "ScriptedFileDialogs.h"
-#include "ScriptedMsgBox.h"
-#include "TestProjects.h"
+#include "support/FakeDriveSource.h"
+#include "support/ScriptedFileDialogs.h"
+#include "support/ScriptedMsgBox.h"
+#include "support/TestProjects.h"
+#include "widgets/AppContext.h"
 
 #include <QTemporaryDir>
 #include <QWidget>
@@ -24,13 +24,6 @@ T *findControl(const QWidget *window, const QString &name)
         qFatal("no control %s", qPrintable(name));
     return found;
 }
-
-/// The PC's drives as a test sets them.
-struct FakeDriveSource : DriveSource
-{
-    QList<DriveInfo> list;
-    QList<DriveInfo> drives() const override { return list; }
-};
 
 /// A fresh program folder, shared state and scripted operator for one window test.
 struct GuiFixture

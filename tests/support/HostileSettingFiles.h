@@ -4,8 +4,8 @@
 // hand leaves them, with what opening each must end in. File > Open and dq480-cli run the same
 // table; the pipe, the device and the huge value are made at test time.
 
-#include "ProjectFile.h"
-#include "TestFiles.h"
+#include "setting/ProjectFile.h"
+#include "support/TestFiles.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AppContext.h"
-#include "QtMsgBox.h"
+#include "widgets/AppContext.h"
+#include "widgets/QtMsgBox.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FileDialogs.h"
+#include "widgets/FileDialogs.h"
 
 #include <QStringList>
 

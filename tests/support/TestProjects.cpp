@@ -1,6 +1,6 @@
-#include "TestProjects.h"
+#include "support/TestProjects.h"
 
-#include "NumberText.h"
+#include "setting/NumberText.h"
 
 std::unique_ptr<SharedState> makeTestState(const QString &appPath, const QString &encoding)
 {

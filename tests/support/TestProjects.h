@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SharedState.h"
+#include "setting/SharedState.h"
 
 #include <QString>
 

@@ -1,19 +1,20 @@
 #pragma once
 
-#include "GuiFixture.h"
-#include "SingleInstance.h"
-#include "dlgCaPc.h"
-#include "dlgErrLog.h"
-#include "dlgFMT.h"
-#include "dlgPcCa.h"
-#include "frmAbout.h"
-#include "frmEdit.h"
-#include "frmMain.h"
-#include "frmPjName.h"
-#include "frmPrintPage.h"
-#include "frmProg.h"
-#include "frmSetPath.h"
-#include "frmStep.h"
+#include "cardedit/frmEdit.h"
+#include "format/dlgFMT.h"
+#include "mainwindow/frmMain.h"
+#include "platform/SingleInstance.h"
+#include "print/frmPrintPage.h"
+#include "program/frmProg.h"
+#include "program/frmStep.h"
+#include "sentence/dlgCaPc.h"
+#include "sentence/dlgPcCa.h"
+#include "sentence/dlgRecorder.h"
+#include "support/GuiFixture.h"
+#include "widgets/dlgErrLog.h"
+#include "widgets/frmAbout.h"
+#include "widgets/frmPjName.h"
+#include "widgets/frmSetPath.h"
 
 #include <QTest>
 
@@ -53,7 +54,7 @@ public:
 
     frmMain *startMain()
     {
-        instance = std::make_unique<SingleInstance>(f->home.filePath(QStringLiteral("dq480.lock")));
+        instance = std::make_unique<SingleInstance>();
         main = std::make_unique<frmMain>(f->context);
         if (!main->MDIForm_Load(*instance))
             qFatal("main window did not start");
@@ -93,6 +94,11 @@ public:
         });
         row("dlgPcCa") << WindowMaker(
             [this] { return dialog(std::make_unique<dlgPcCa>(f->context, nullptr)); });
+        row("dlgRecorder") << WindowMaker([this] {
+            return dialog(std::make_unique<dlgRecorder>(
+                f->context, 3, QStringList(), f->home.filePath(QStringLiteral("SoundTmp/take.wav")),
+                [](const QString &, const QString &) { return false; }, nullptr));
+        });
         row("dlgCaPc") << WindowMaker(
             [this] { return dialog(std::make_unique<dlgCaPc>(f->context, nullptr)); });
         row("dlgFMT") << WindowMaker([this] {

@@ -1,4 +1,4 @@
-#include "BoundedSpaceReader.h"
+#include "platform/linux/BoundedSpaceReader.h"
 
 #include <QSet>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LinuxDriveSource.h"
+#include "platform/linux/LinuxDriveSource.h"
 
 #include <chrono>
 

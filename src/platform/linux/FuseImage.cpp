@@ -1,4 +1,4 @@
-#include "FuseImage.h"
+#include "platform/linux/FuseImage.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,9 +1,9 @@
-#include "LinuxDriveSource.h"
+#include "platform/linux/LinuxDriveSource.h"
 
-#include "BoundedSpaceReader.h"
-#include "FatVariant.h"
-#include "FuseImage.h"
-#include "MountInfo.h"
+#include "platform/FatVariant.h"
+#include "platform/linux/BoundedSpaceReader.h"
+#include "platform/linux/FuseImage.h"
+#include "platform/linux/MountInfo.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "OsCodePages.h"
+#include "platform/os/OsCodePages.h"
 
 #ifdef Q_OS_WIN
 

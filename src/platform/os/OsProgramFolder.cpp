@@ -1,4 +1,4 @@
-#include "OsProgramFolder.h"
+#include "platform/os/OsProgramFolder.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "OsSystemInfo.h"
+#include "platform/os/OsSystemInfo.h"
 
 #include <QStandardPaths>
 

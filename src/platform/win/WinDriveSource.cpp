@@ -1,6 +1,6 @@
-#include "WinDriveSource.h"
+#include "platform/win/WinDriveSource.h"
 
-#include "WinDrives.h"
+#include "platform/win/WinDrives.h"
 
 QList<DriveInfo> WinDriveSource::drives() const
 {

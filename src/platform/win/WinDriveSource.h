@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DriveInfo.h"
+#include "platform/DriveInfo.h"
 
 /// The drives of a Windows PC.
 class WinDriveSource : public DriveSource

@@ -1,4 +1,4 @@
-#include "WinDrives.h"
+#include "platform/win/WinDrives.h"
 
 #include <windows.h>
 

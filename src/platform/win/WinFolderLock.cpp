@@ -1,4 +1,4 @@
-#include "FolderLock.h"
+#include "platform/FolderLock.h"
 
 #include <QCryptographicHash>
 #include <QDir>

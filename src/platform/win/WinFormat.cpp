@@ -1,4 +1,4 @@
-#include "WinFormat.h"
+#include "platform/win/WinFormat.h"
 
 #include <fstream>
 #include <vector>
