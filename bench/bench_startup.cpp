@@ -7,6 +7,8 @@
 //
 // Its X server takes the first free display from N on (100 unless told).
 
+#include "support/Xdotool.h"
+
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -53,25 +55,17 @@ struct Start
 
 int visibleWindows(const QString &display, qint64 pid)
 {
-    QProcess tool;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("DISPLAY"), display);
-    tool.setProcessEnvironment(env);
-    tool.start(QStringLiteral("xdotool"),
-               {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
-                QString::number(pid)});
-    tool.waitForFinished(5000);
-    return int(tool.readAllStandardOutput().count('\n'));
+    return int(xdotool(display,
+                       {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                        QString::number(pid)})
+                   .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+                   .size());
 }
 
+// The server answers once it tells its size.
 bool answers(const QString &display)
 {
-    QProcess tool;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("DISPLAY"), display);
-    tool.setProcessEnvironment(env);
-    tool.start(QStringLiteral("xdotool"), {QStringLiteral("getdisplaygeometry")});
-    return tool.waitForFinished(5000) && tool.exitCode() == 0;
+    return !xdotool(display, {QStringLiteral("getdisplaygeometry")}).isEmpty();
 }
 
 double peakMb(qint64 pid)

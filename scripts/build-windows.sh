@@ -278,7 +278,19 @@ make_packages() {
     (cd "$(dirname "$zip_root")" && cmake -E tar cf "$root/build/windows/dq480-$version-win64.zip" --format=zip \
         "dq480-$version-win64")
 
-    logged package makensis -V2 -DVERSION="$version" -DSTAGE="$stage" \
+    # The uninstaller removes exactly what was installed, files first, then the folders deepest first.
+    local uninstall_list=$root/build/windows/uninstall-files.nsh file
+    {
+        (cd "$stage" && find . -type f | sort) | while read -r file; do
+            file=${file#./}
+            printf 'Delete "$INSTDIR\\%s"\n' "${file//\//\\}"
+        done
+        (cd "$stage" && find . -mindepth 1 -type d | sort -r) | while read -r file; do
+            file=${file#./}
+            printf 'RMDir "$INSTDIR\\%s"\n' "${file//\//\\}"
+        done
+    } >"$uninstall_list"
+    logged package makensis -V2 -DVERSION="$version" -DSTAGE="$stage" -DUNINSTALL_LIST="$uninstall_list" \
         -DOUTFILE="$root/build/windows/dq480-$version-win64-setup.exe" "$root/scripts/windows/dq480.nsi"
     log "packages: ready in build/windows"
 }

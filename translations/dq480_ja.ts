@@ -135,10 +135,6 @@
         <translation>音声の再生</translation>
     </message>
     <message>
-        <source>Card formatting through the desktop&apos;s disk service</source>
-        <translation>デスクトップのディスクサービスによるカードのフォーマット</translation>
-    </message>
-    <message>
         <source>Sound file conversion</source>
         <translation>音声ファイルの変換</translation>
     </message>
@@ -750,6 +746,14 @@
     <message>
         <source>the PC&apos;s sound system does not start.</source>
         <translation>PC のサウンド機能を開始できません。</translation>
+    </message>
+    <message>
+        <source>Cannot play %1: %2</source>
+        <translation>%1 を再生できません: %2</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s audio output does not take %1 Hz.</source>
+        <translation>PC の音声出力は %1 Hz を受け付けません。</translation>
     </message>
     <message>
         <source>this PC has no audio output.</source>

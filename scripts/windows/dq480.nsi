@@ -42,9 +42,9 @@ FunctionEnd
 
 Section "Install"
     SetOutPath "$INSTDIR"
-    ; A portable copy keeps its work folders beside the .exe; an installed one keeps them in the
-    ; user's own data folder, so the marker file stays out.
-    File /r /x PORTABLE.txt "${STAGE}/*.*"
+    ; An installed copy keeps its work folders in the user's own data folder; only the portable
+    ; zip carries the marker that keeps them beside the .exe.
+    File /r "${STAGE}/*.*"
     WriteUninstaller "$INSTDIR\uninstall.exe"
 
     ; The format command reads its answers for a removable card from here: press Enter when the
@@ -83,6 +83,9 @@ Section "Uninstall"
     DeleteRegKey HKLM "Software\Classes\${FILE_CLASS}"
     System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
     DeleteRegKey HKLM "${UNINSTALL_KEY}"
-    ; The operators' projects live in their own data folders and stay.
-    RMDir /r "$INSTDIR"
+    ; Only what was installed goes: the folder chosen may hold the operator's own files, and the
+    ; projects live in the operators' own data folders and stay.
+    !include "${UNINSTALL_LIST}"
+    Delete "$INSTDIR\uninstall.exe"
+    RMDir "$INSTDIR"
 SectionEnd

@@ -212,6 +212,5 @@ qint64 ProgramSound::read(float *out, qint64 frames)
         m_offset += count;
         given += count;
     }
-    m_position += given;
     return given;
 }

@@ -60,8 +60,6 @@ public:
 
     /// Fills `out` with up to `frames` samples and returns how many; 0 once the sound has ended.
     qint64 read(float *out, qint64 frames);
-    /// Samples given so far.
-    qint64 position() const { return m_position; }
     /// The step (0-127) the last sample given belongs to; -1 between passes or before the start.
     int currentStep() const { return m_currentStep; }
     /// How the step window shows step `step` ("A001", "M2.5"); empty for a step that does not sound.
@@ -98,7 +96,6 @@ private:
     int m_pass = 0;
     size_t m_piece = 0;
     qint64 m_offset = 0;
-    qint64 m_position = 0;
     int m_currentStep = -1;
     Samples m_playing; // the current sentence's samples
 };

@@ -1,7 +1,6 @@
 #include "audio/ProgramWav.h"
 
 #include "audio/ProgramSound.h"
-#include "setting/FileAttributes.h"
 #include "setting/FileReplacement.h"
 #include "setting/PcFileReplacement.h"
 
@@ -71,12 +70,6 @@ bool writeProgramWav(ProgramSound &sound, const QString &path, QString &error)
         error = QCoreApplication::translate("ProgramSound",
                                             "Cannot write %1: the sound is longer than a WAV file can hold.")
                     .arg(shown);
-        return false;
-    }
-    // The rename would slip past the protection the operator gave the file.
-    if (isReadOnly(path)) {
-        error = QCoreApplication::translate("FileReplacement", "Cannot write %1: the file is read-only.")
-                    .arg(path);
         return false;
     }
     PcFileReplacement file(path);

@@ -3,6 +3,7 @@
 #include "audio/AudioDecode.h"
 #include "audio/ProgramDuration.h"
 
+#include <QCoreApplication>
 #include <QDir>
 
 QString sentenceSoundFile(const SharedState &state, const QString &name)
@@ -25,12 +26,14 @@ bool SentencePlayer::play(const QString &path, QString &error)
     DecodedAudio audio;
     QString reason;
     if (!decodeAudioFile(path, audio, reason)) {
-        error = QStringLiteral("Cannot play %1: %2").arg(QDir::toNativeSeparators(path), reason);
+        error = QCoreApplication::translate("SentencePlayer", "Cannot play %1: %2")
+                    .arg(QDir::toNativeSeparators(path), reason);
         return false;
     }
     m_output = startOutput(audio, reason);
     if (!m_output) {
-        error = QStringLiteral("Cannot play %1: %2").arg(QDir::toNativeSeparators(path), reason);
+        error = QCoreApplication::translate("SentencePlayer", "Cannot play %1: %2")
+                    .arg(QDir::toNativeSeparators(path), reason);
         return false;
     }
     return true;

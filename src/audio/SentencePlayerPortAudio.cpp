@@ -72,7 +72,8 @@ SentencePlayer::OutputHandle SentencePlayer::startOutput(const DecodedAudio &aud
     if (opened != paNoError) {
         output->stream = nullptr;
         reason = opened == paInvalidSampleRate
-            ? QStringLiteral("the PC's audio output does not take %1 Hz.").arg(audio.sampleRate)
+            ? QCoreApplication::translate("SentencePlayer", "the PC's audio output does not take %1 Hz.")
+                  .arg(audio.sampleRate)
             : QCoreApplication::translate("SentencePlayer", "the PC's audio output cannot be opened.");
         return nullptr;
     }

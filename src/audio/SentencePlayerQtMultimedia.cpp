@@ -8,6 +8,7 @@
 #include <QAudioFormat>
 #include <QAudioSink>
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QMediaDevices>
 
 struct SentencePlayer::Output
@@ -34,8 +35,13 @@ SentencePlayer::OutputHandle SentencePlayer::startOutput(const DecodedAudio &aud
     format.setChannelCount(audio.channels);
     format.setSampleFormat(QAudioFormat::Float);
     const QAudioDevice device = QMediaDevices::defaultAudioOutput();
-    if (device.isNull() || !device.isFormatSupported(format)) {
-        reason = QStringLiteral("the PC's audio output does not take %1 Hz.").arg(audio.sampleRate);
+    if (device.isNull()) {
+        reason = QCoreApplication::translate("SentencePlayer", "this PC has no audio output.");
+        return nullptr;
+    }
+    if (!device.isFormatSupported(format)) {
+        reason = QCoreApplication::translate("SentencePlayer", "the PC's audio output does not take %1 Hz.")
+                     .arg(audio.sampleRate);
         return nullptr;
     }
     OutputHandle output(new Output);

@@ -9,8 +9,6 @@ QString capabilityFileName(Capability capability)
     switch (capability) {
     case Capability::SoundPlayback:
         return QStringLiteral("dq480-playback");
-    case Capability::CardFormatting:
-        return QStringLiteral("dq480-udisks");
     case Capability::AudioCodecs:
         return QStringLiteral("dq480-codecs");
     case Capability::TestToneEncoder:
@@ -26,9 +24,6 @@ QString capabilityTitle(Capability capability)
     switch (capability) {
     case Capability::SoundPlayback:
         return QCoreApplication::translate("CapabilityPlugin", "Sound playback");
-    case Capability::CardFormatting:
-        return QCoreApplication::translate("CapabilityPlugin",
-                                           "Card formatting through the desktop's disk service");
     case Capability::AudioCodecs:
         return QCoreApplication::translate("CapabilityPlugin", "Sound file conversion");
     case Capability::TestToneEncoder:
@@ -39,6 +34,9 @@ QString capabilityTitle(Capability capability)
     return {};
 }
 
+namespace {
+
+// The folders searched for plugins, in order.
 QStringList capabilityFolders()
 {
     const QString programFolder = QCoreApplication::applicationDirPath();
@@ -53,6 +51,8 @@ QStringList capabilityFolders()
     folders.removeDuplicates();
     return folders;
 }
+
+} // namespace
 
 QObject *loadCapability(Capability capability, QString &error)
 {

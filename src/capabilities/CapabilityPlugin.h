@@ -9,7 +9,6 @@
 /// plugin folder (next to the program in the build folder and on Windows).
 enum class Capability {
     SoundPlayback, // Qt Multimedia or PortAudio
-    CardFormatting, // UDisks2 over D-Bus
     AudioCodecs, // decoding, measuring and encoding recordings
     TestToneEncoder, // the MP2 encoder that makes the test tone
     Printing, // Qt Print Support and the print setting dialog
@@ -20,9 +19,6 @@ QString capabilityFileName(Capability capability);
 
 /// The capability in the operator's words ("Sound playback").
 QString capabilityTitle(Capability capability);
-
-/// The folders searched for plugins, in order.
-QStringList capabilityFolders();
 
 /// The plugin's root object, loaded on the first call (later calls find it loaded); null with
 /// `error` saying, in plain words, which capability is not installed and why.

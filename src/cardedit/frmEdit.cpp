@@ -152,10 +152,7 @@ QWidget *frmEdit::buildProgramTab()
     connect(cmdTPrgNo, &QPushButton::clicked, this, &frmEdit::cmdTPrgNo_Click);
     connect(cmdTPrgCpy, &QPushButton::clicked, this, &frmEdit::cmdTPrgCpy_Click);
     // Enter in the program number opens that program; in the copy numbers it checks them.
-    connect(m_txtTPrgNo, &QLineEdit::returnPressed, this, [this] {
-        if (txtTPrgNo_LostFocus())
-            cmdTPrgNo_Click();
-    });
+    connect(m_txtTPrgNo, &QLineEdit::returnPressed, this, &frmEdit::cmdTPrgNo_Click);
     connect(m_txtTPrgCpy, &QLineEdit::returnPressed, this, &frmEdit::txtTPrgCpy_LostFocus);
     connect(m_txtTprgCpy2, &QLineEdit::returnPressed, this, &frmEdit::txtTprgCpy2_LostFocus);
 

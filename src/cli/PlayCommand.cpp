@@ -58,8 +58,9 @@ int runPlay(CliContext &cli, const QStringList &args, const QString &programText
         cli.err << "Skipped step " << skipped.step + 1 << ", " << skipped.shown << ": " << skipped.reason
                 << "\n";
     const double rate = sound.sampleRate();
-    cli.out << QStringLiteral("P%1").arg(*program, 3, 10, QLatin1Char('0')) << ": one pass "
-            << formatDuration(double(sound.passFrames()) / rate) << ", " << passesText(sound);
+    const QString programName = QStringLiteral("P%1").arg(*program, 3, 10, QLatin1Char('0'));
+    cli.out << programName << ": one pass " << formatDuration(double(sound.passFrames()) / rate) << ", "
+            << passesText(sound);
     if (sound.passes() != 1 && sound.intervalSeconds() > 0)
         cli.out << ", " << sound.intervalSeconds() << " s apart";
     if (sound.totalFrames() >= 0)
@@ -70,8 +71,7 @@ int runPlay(CliContext &cli, const QStringList &args, const QString &programText
     if (render.isEmpty()) {
         QString error;
         if (!playOnSpeaker(sound, cli.out, error)) {
-            cli.err << "Cannot play P" << QStringLiteral("%1").arg(*program, 3, 10, QLatin1Char('0')) << ": "
-                    << error << "\n";
+            cli.err << "Cannot play " << programName << ": " << error << "\n";
             return ExitCode::UsageOrFileError;
         }
     } else {

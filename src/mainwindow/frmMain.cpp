@@ -4,7 +4,6 @@
 #include "mainwindow/ToolbarIcons.h"
 #include "platform/SingleInstance.h"
 #include "print/PrintSetting.h"
-#include "print/frmPrintPage.h"
 #include "setting/MsgBox.h"
 #include "setting/ProgramFolder.h"
 #include "setting/ProjectFile.h"

@@ -1,7 +1,6 @@
 // The print setting dialog and Qt Print Support as a plugin, loaded when the operator first prints.
 
 #include "print/PrintSetting.h"
-#include "print/frmPrintPage.h"
 
 class PrintSettingPlugin : public QObject, public PrintSettingInterface
 {
@@ -12,8 +11,7 @@ class PrintSettingPlugin : public QObject, public PrintSettingInterface
 public:
     void show(AppContext &context, PrintKind kind, int program, QWidget *parent) override
     {
-        frmPrintPage dialog(context, kind, program, parent);
-        dialog.exec();
+        ::showPrintSetting(context, kind, program, parent);
     }
 };
 

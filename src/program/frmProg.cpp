@@ -5,7 +5,6 @@
 
 #include "audio/AudioInfo.h"
 #include "print/PrintSetting.h"
-#include "print/frmPrintPage.h"
 #include "program/ProgramEditsQuestion.h"
 #include "program/ProgramNumberText.h"
 #include "program/ProgramPlayer.h"
@@ -590,8 +589,6 @@ void frmProg::cmdProgStep_Click()
     if (!m_stepWindow) {
         m_stepWindow = new frmStep(m_context, methodName());
         connect(this, &frmProg::methodChanged, m_stepWindow, &frmStep::showMethod);
-        // The steps may have changed: the playing time follows once the step window closes.
-        connect(m_stepWindow, &QObject::destroyed, this, &frmProg::showPlayingTime);
         if (m_mdiArea) {
             QMdiSubWindow *frame = m_mdiArea->addSubWindow(m_stepWindow);
             frame->setAttribute(Qt::WA_DeleteOnClose);
@@ -622,6 +619,9 @@ void frmProg::cmdPrint_Click()
 
 void frmProg::cmdProgPlay_Click()
 {
+    // What was typed last plays too, once checked.
+    if (!checkPendingEntries(this))
+        return;
     const SharedState &state = m_context.state;
     QString error;
     m_stopPressed = false;

@@ -121,6 +121,13 @@ void frmStep::Form_Load()
         if (number == m_p + 1)
             showWorkingCopy();
     });
+    // Edits discarded elsewhere (another program window's OK or Cancel) must not go on showing
+    // here, where Apply would then commit steps other than those shown; the window's own discard
+    // happens as it closes.
+    connect(&m_context.state, &SharedState::workingCopyReverted, this, [this] {
+        if (!m_closeOnce.agreed())
+            showWorkingCopy();
+    });
 }
 
 void frmStep::showWorkingCopy()

@@ -12,6 +12,7 @@
 #include "setting/SentenceFolders.h"
 #include "setting/SharedState.h"
 #include "widgets/FileDialogs.h"
+#include "widgets/QtMsgBox.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -132,7 +133,8 @@ bool dlgPcCa::enterImports(int index, std::vector<RecordingJob> &jobs, const QSt
 {
     SettingData &buffer = m_context.state.SettingBuffer;
     const int count = int(jobs.size());
-    if (!runRecordingImports(jobs, this, trimSilence))
+    // Above the window in front: a take is made into a sentence while the recorder is still open.
+    if (!runRecordingImports(jobs, frontWindow(this), trimSilence))
         return false;
 
     // Each recording goes to its own entry, so that the sentence numbers the programs play mean
@@ -214,8 +216,7 @@ void dlgPcCa::cmdPcCaRecord_Click()
 {
     const int index = m_current;
     dlgRecorder recorder(
-        m_context, index, namesKeptOutside(index, index),
-        workFolder(m_context.state) + QStringLiteral("take.wav"),
+        m_context, index, namesKeptOutside(index, index), takeFilePath(m_context.state),
         [this, index](const QString &take, const QString &name) { return enterTake(index, take, name); },
         this);
     recorder.exec();

@@ -1,7 +1,6 @@
 #include "setting/FileReplacement.h"
 
 #include "platform/os/OsFiles.h"
-#include "setting/FileAttributes.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -54,6 +54,7 @@ QString linkFollowed(const QString &destination)
 
 PcFileReplacement::PcFileReplacement(const QString &destination, const ReplacementDevice &device)
     : FileReplacement(linkFollowed(destination), device)
+    , m_named(destination)
 { }
 
 void PcFileReplacement::removeLeftovers() const
@@ -69,6 +70,12 @@ void PcFileReplacement::removeLeftovers() const
 
 bool PcFileReplacement::open(QString &error)
 {
+    // The rename would slip past the protection the operator gave the file.
+    if (isReadOnly(destination())) {
+        error = QCoreApplication::translate("FileReplacement", "Cannot write %1: the file is read-only.")
+                    .arg(m_named);
+        return false;
+    }
     removeLeftovers();
     const int permissions = filePermissions(destination());
     for (int attempt = 0;; ++attempt) {
@@ -96,11 +103,6 @@ bool PcFileReplacement::commit(QString &error)
 
 bool writeFileAtomically(const QString &path, const QByteArray &bytes, QString &error)
 {
-    if (isReadOnly(path)) {
-        error = QCoreApplication::translate("FileReplacement", "Cannot write %1: the file is read-only.")
-                    .arg(path);
-        return false;
-    }
     PcFileReplacement file(path);
     return file.open(error) && file.write(bytes, error) && file.commit(error);
 }

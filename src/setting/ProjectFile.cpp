@@ -34,11 +34,8 @@ LoadOutcome readProject(SharedState &state, const QString &path, QString &error)
         error = textShapeMessage(shape, path, codePage);
         return LoadOutcome::Rejected;
     }
-    SettingFileContents contents
-        = ReadSettingFileContents(bytes, state.Encoding, state.SettingBuffer, state.SurveillanceFile);
-    const bool read = contents.read;
-    const QString problem = contents.problem;
-    ApplySettingFileContents(state, std::move(contents));
+    QString problem;
+    const bool read = ReadSettingFile(state, bytes, problem);
     const std::optional<ChangedLine> changed = findChangedLine(bytes, state.Encoding);
     if (read && !changed)
         return LoadOutcome::Read;

@@ -74,8 +74,15 @@ bool SentenceFilesPresent(const SharedState &state)
     return missingSentenceFiles(state).isEmpty();
 }
 
+QString takeFilePath(const SharedState &state)
+{
+    return workFolder(state) + QStringLiteral("take.wav");
+}
+
 void ClearWorkFolder(const SharedState &state)
 {
+    // A take that a stopped program left behind is of no use to the next one.
+    QFile::remove(takeFilePath(state));
     // Every spelling of ".mp2" (the work folder has always been cleared of all four), matched by
     // hand: a name filter would bring a regular expression engine into every start.
     const QDir folder(workFolder(state));

@@ -10,6 +10,8 @@ class SharedState;
 /// The work folder "SoundTmp" in the program's folder, with a trailing separator: sentence files
 /// chosen in the sentence dialog wait there until the table is applied.
 QString workFolder(const SharedState &state);
+/// The recorder's take, in the work folder: a plain WAV file that grows while it records.
+QString takeFilePath(const SharedState &state);
 
 /// Where the project keeps its sentence files: the program's folder and the project name, or
 /// "NewProject" while the project has no name; with a trailing separator.

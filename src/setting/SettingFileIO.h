@@ -1,6 +1,5 @@
 #pragma once
 
-#include "setting/FileReplacement.h"
 #include "setting/PcFileReplacement.h"
 
 #include <QByteArray>

@@ -88,11 +88,11 @@ std::optional<qsizetype> TextEncoding::firstChangedByte(QByteArrayView bytes) co
 {
     if (isAscii(bytes))
         return std::nullopt;
-    QStringDecoder decoder = namesSystem(m_name) ? QStringDecoder(QStringConverter::System)
-                                                 : QStringDecoder(nameBytes(m_name).constData());
-    const QString text = decoder.decode(bytes);
-    const QByteArray again = encode(text);
-    if (!decoder.hasError() && again == bytes)
+    // Through decode() and encode(), so a code page that only the system's converter knows (every
+    // named one on Windows) is read as files are read. A byte that cannot be read comes back as
+    // the replacement character, whose bytes differ from it.
+    const QByteArray again = encode(decode(bytes));
+    if (again == bytes)
         return std::nullopt;
     const auto differs = std::mismatch(bytes.begin(), bytes.end(), again.begin(), again.end());
     return std::min<qsizetype>(differs.first - bytes.begin(), bytes.size() - 1);

@@ -123,6 +123,9 @@ void LinuxCardFormatter::stepEnded(bool ok)
         QTimer::singleShot(200, this, &LinuxCardFormatter::runNext);
         return;
     }
+    // A mount that failed is not tried a second time as the mount back.
+    if (m_running == Role::Mount)
+        m_unmounted = false;
     if (!ok) {
         const QString output = QString::fromLocal8Bit(m_process.readAllStandardError()).trimmed();
         fail(m_running == Role::Format
@@ -135,8 +138,6 @@ void LinuxCardFormatter::stepEnded(bool ok)
     }
     if (m_running == Role::Unmount)
         m_unmounted = true;
-    else if (m_running == Role::Mount)
-        m_unmounted = false;
     runNext();
 }
 
