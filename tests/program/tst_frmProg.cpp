@@ -332,6 +332,18 @@ private slots:
         QVERIFY(state().SettingEqualsSaved());
     }
 
+    // Edits discarded elsewhere (another program window's OK or Cancel) leave an open step window
+    // showing what Apply would commit, not the discarded steps.
+    void discardingElsewhereRevertsAnOpenStepWindow()
+    {
+        open(1);
+        frmStep *steps = openSteps();
+        const QString stored = steps->box(0)->text();
+        typeStep(steps, 0, QStringLiteral("A005"));
+        state().CopySettingToBuffer(SettingSection::All);
+        QCOMPARE(steps->box(0)->text(), stored);
+    }
+
     void discardingInTheStepWindowRevertsTheProgramWindow()
     {
         open(1);
