@@ -169,10 +169,10 @@ QIcon drawn(qreal units, void (*paint)(QPainter &))
     return QIcon(new DrawnEngine(units, paint));
 }
 
-QIcon fromSizedImages(const QString &base)
+QIcon fromSizedImages(const QString &base, std::initializer_list<int> candidates)
 {
     QList<int> sides;
-    for (int side : {16, 32, 128}) {
+    for (int side : candidates) {
         if (QFile::exists(SizedImagesEngine::file(base, side)))
             sides << side;
     }

@@ -2,6 +2,8 @@
 
 #include <QIcon>
 
+#include <initializer_list>
+
 class QPainter;
 
 /// Icons made at the size they are shown at, when it is first asked for: no size that nobody shows
@@ -12,8 +14,9 @@ namespace IconEngines {
 /// frame's or a HiDPI screen's.
 QIcon drawn(qreal units, void (*paint)(QPainter &));
 
-/// From the images `base`-16.png, -32.png and -128.png, chosen and scaled as Qt's own icon of these
-/// files would be; each is read when a size first needs it. Null when none of them exists.
-QIcon fromSizedImages(const QString &base);
+/// From the images `base`-N.png for each side N of `sides` (ascending) that exists, chosen and
+/// scaled as Qt's own icon of these files would be; each is read when a size first needs it. The
+/// sides are the icon's available sizes, which a window system takes all of. Null when none exists.
+QIcon fromSizedImages(const QString &base, std::initializer_list<int> sides);
 
 } // namespace IconEngines

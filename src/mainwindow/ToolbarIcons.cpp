@@ -33,7 +33,8 @@ QIcon styleIcon(const QStyle *style, QStyle::StandardPixmap standard, const char
 {
     if (onlyFallbackIconTheme() && style->name() == QLatin1String("fusion")) {
         const QIcon icon = IconEngines::fromSizedImages(
-            QStringLiteral(":/qt-project.org/styles/commonstyle/images/") + QLatin1String(image));
+            QStringLiteral(":/qt-project.org/styles/commonstyle/images/") + QLatin1String(image),
+            {16, 32, 128});
         if (!icon.isNull())
             return icon;
     }
@@ -69,26 +70,11 @@ void paintHelp(QPainter &p)
     p.setPen(Qt::NoPen);
     p.drawRect(QRectF(10, 20, 6, 3)); // joins the tail to the bubble without a seam
     QFont font;
-    font.setPixelSize(19);
-    font.setBold(true);
+    // Not bold: a second face of the font costs each start a third of a megabyte.
+    font.setPixelSize(20);
     p.setFont(font);
     p.setPen(QColor(30, 60, 200));
     p.drawText(QRectF(3, 2, 26, 22), Qt::AlignCenter, QStringLiteral("?"));
-}
-
-// The speaker of the program's icon, on a blue square.
-void paintApplication(QPainter &p)
-{
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(30, 90, 160));
-    p.drawRoundedRect(QRectF(2, 2, 60, 60), 12, 12);
-    p.setBrush(Qt::white);
-    const QPointF speaker[] = {{14, 26}, {22, 26}, {34, 16}, {34, 48}, {22, 38}, {14, 38}};
-    p.drawPolygon(speaker, 6);
-    p.setBrush(Qt::NoBrush);
-    p.setPen(QPen(Qt::white, 3.5, Qt::SolidLine, Qt::RoundCap));
-    p.drawArc(QRectF(30, 22, 14, 20), -50 * 16, 100 * 16);
-    p.drawArc(QRectF(30, 14, 24, 36), -50 * 16, 100 * 16);
 }
 
 } // namespace
@@ -119,7 +105,10 @@ QIcon print()
 
 QIcon application()
 {
-    return IconEngines::drawn(64, paintApplication);
+    // The pictures rendered for the desktop's menus, not drawn here: drawing antialiased arcs at
+    // every size a window frame may show costs each start half a megabyte. Up to 64 pixels, because
+    // the window system is handed every available size for every window.
+    return IconEngines::fromSizedImages(QStringLiteral(":/dq480/icons/dq480"), {16, 24, 32, 48, 64});
 }
 
 QIcon help(const QStyle *)

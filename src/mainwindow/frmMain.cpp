@@ -60,7 +60,9 @@ frmMain::frmMain(AppContext &context)
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     // Room for the menus, the toolbar, the status bar and a corner of a document window.
     setMinimumSize(qMin(480, screen.width()), qMin(360, screen.height()));
-    resize(qMin(960, screen.width() - 40), qMin(720, screen.height() - 40));
+    // Room for the card edit window with a program window and its step window over it. Every pixel
+    // more is held twice (here and by the window system) from the first start on.
+    resize(qMin(800, screen.width() - 40), qMin(600, screen.height() - 40));
     move(screen.center() - rect().center());
 }
 

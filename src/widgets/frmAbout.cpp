@@ -23,7 +23,11 @@ frmAbout::frmAbout(MsgBox &msgBox, QWidget *parent, const QString &systemInfoPro
 
     auto *picIcon = new QLabel(this);
     picIcon->setObjectName(QStringLiteral("picIcon"));
-    picIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(48, 48));
+    // The program's own icon where the program set one; a test's bare application has none.
+    const QIcon programIcon = QApplication::windowIcon();
+    picIcon->setPixmap(
+        (programIcon.isNull() ? style()->standardIcon(QStyle::SP_MessageBoxInformation) : programIcon)
+            .pixmap(48, 48));
     picIcon->setAccessibleName(tr("Program icon"));
     auto *lblTitle = new QLabel(QStringLiteral("Arvon DQ-480"), this);
     lblTitle->setObjectName(QStringLiteral("lblTitle"));

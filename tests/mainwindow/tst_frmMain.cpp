@@ -246,7 +246,6 @@ private slots:
         QTest::newRow("save") << "save" << int(QStyle::SP_DialogSaveButton);
         QTest::newRow("print") << "print" << -1;
         QTest::newRow("help") << "help" << -1;
-        QTest::newRow("program") << "" << -1;
     }
     void toolbarIconsWithoutADesktopTheme()
     {
@@ -260,8 +259,7 @@ private slots:
         const frmMain bare(f->context);
         QIcon::setThemeName(theme);
         QIcon::setFallbackThemeName(fallback);
-        const QIcon icon
-            = key.isEmpty() ? ToolbarIcons::application() : findControl<QAction>(&bare, key)->icon();
+        const QIcon icon = findControl<QAction>(&bare, key)->icon();
         for (const qreal ratio : {1.0, 2.0}) {
             for (const int side : {16, 24, 48}) {
                 const QPixmap normal = icon.pixmap(QSize(side, side), ratio);
@@ -279,6 +277,19 @@ private slots:
                 }
             }
         }
+    }
+
+    // The program's icon is built into the program, and only in the small sizes: the window system
+    // is handed every available size for every window.
+    void programIconIsBuiltInAndSmall()
+    {
+        const QIcon icon = ToolbarIcons::application();
+        QVERIFY(!icon.availableSizes().isEmpty());
+        for (const QSize &size : icon.availableSizes())
+            QVERIFY2(size.width() <= 64, qPrintable(QString::number(size.width())));
+        const QImage shown = icon.pixmap(QSize(32, 32)).toImage();
+        QCOMPARE(shown.size(), QSize(32, 32));
+        QVERIFY(qAlpha(shown.pixel(16, 16)) > 0);
     }
 
     void removingTheChosenCardAmongOthers_data()
