@@ -196,11 +196,14 @@ bool frmMain::MDIForm_Load(SingleInstance &instance)
     state.CardSlot.clear();
     state.CardSlotValid = false;
     state.CurrentFilePath.clear();
+
+    show();
+    // Sends the window to the screen now rather than after the card slot detections and the splash
+    // window, so that the operator sees the program as soon as it is built. Input waits.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     // Kept on purpose: the card slots are detected twice at start-up, before and after the splash
     // shows, as the device's software always did.
     state.CardSlotValid = DetectCardSlots();
-
-    show();
     // Said once, now, over the program's window, rather than as each sentence copy or card write
     // fails later.
     if (const QString problem = programFolderProblem(state.AppPath); !problem.isEmpty())
