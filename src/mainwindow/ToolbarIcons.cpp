@@ -106,9 +106,10 @@ QIcon print()
 QIcon application()
 {
     // The pictures rendered for the desktop's menus, not drawn here: drawing antialiased arcs at
-    // every size a window frame may show costs each start half a megabyte. Up to 64 pixels, because
-    // the window system is handed every available size for every window.
-    return IconEngines::fromSizedImages(QStringLiteral(":/dq480/icons/dq480"), {16, 24, 32, 48, 64});
+    // every size a window frame may show costs each start half a megabyte. Only the sizes of a
+    // title bar, a task bar and a window switcher, because the window system is handed every
+    // available size for every window; docks take the installed icon.
+    return IconEngines::fromSizedImages(QStringLiteral(":/dq480/icons/dq480"), {16, 32, 48});
 }
 
 QIcon help(const QStyle *)

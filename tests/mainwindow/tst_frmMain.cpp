@@ -286,7 +286,7 @@ private slots:
         const QIcon icon = ToolbarIcons::application();
         QVERIFY(!icon.availableSizes().isEmpty());
         for (const QSize &size : icon.availableSizes())
-            QVERIFY2(size.width() <= 64, qPrintable(QString::number(size.width())));
+            QVERIFY2(size.width() <= 48, qPrintable(QString::number(size.width())));
         const QImage shown = icon.pixmap(QSize(32, 32)).toImage();
         QCOMPARE(shown.size(), QSize(32, 32));
         QVERIFY(qAlpha(shown.pixel(16, 16)) > 0);
