@@ -137,6 +137,8 @@ private slots:
         if (f)
             VERIFY_NO_UNEXPECTED_BOX(f->msgBox);
         f.reset();
+        if (server)
+            QVERIFY(server->restoreSource());
     }
 
     // A take of three seconds from the system's default input is a sentence of that length at the
@@ -265,8 +267,6 @@ private slots:
             QVERIFY2(meter->text().endsWith(QLatin1String("dBFS, clipped")), qPrintable(meter->text()));
             QCOMPARE(meter->accessibleDescription(), meter->text());
         });
-        QVERIFY(server->pactl(
-            {QStringLiteral("set-source-volume"), PulseServer::Source, QStringLiteral("100%")}));
     }
 
     // Pulling the input out mid-take stops the take, says why, and keeps what was recorded for Play

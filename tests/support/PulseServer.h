@@ -96,7 +96,22 @@ public:
     }
 
     /// Takes the sine source away, as a microphone pulled out.
-    bool unloadSource() const { return bool(pactl({QStringLiteral("unload-module"), m_sourceModule})); }
+    bool unloadSource()
+    {
+        if (!pactl({QStringLiteral("unload-module"), m_sourceModule}))
+            return false;
+        m_sourceModule.clear();
+        return true;
+    }
+
+    /// The sine source as it started, loaded and at full volume, whatever a failed test left, so
+    /// that one failure does not become the next test's.
+    bool restoreSource()
+    {
+        if (m_sourceModule.isEmpty() && !loadSource())
+            return false;
+        return bool(pactl({QStringLiteral("set-source-volume"), Source, QStringLiteral("100%")}));
+    }
 
     /// Starts recording what the null sink plays, as 16-bit mono at `rate`, into `path`.
     bool startMonitor(QProcess &parec, const QString &path, int rate) const
