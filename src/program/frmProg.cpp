@@ -4,10 +4,10 @@
 #include "widgets/ShownFileName.h"
 
 #include "audio/AudioInfo.h"
+#include "audio/ProgramPlayer.h"
 #include "print/PrintSetting.h"
 #include "program/ProgramEditsQuestion.h"
 #include "program/ProgramNumberText.h"
-#include "program/ProgramPlayer.h"
 #include "program/ProgramWindowTable.h"
 #include "program/frmStep.h"
 #include "setting/MsgBox.h"
