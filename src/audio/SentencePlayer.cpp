@@ -16,7 +16,10 @@ QString sentenceSoundFile(const SharedState &state, const QString &name)
 
 SentencePlayer::SentencePlayer(QObject *parent)
     : QObject(parent)
-{ }
+{
+    // A take may be half an hour long: its samples go once it has been heard.
+    connect(&m_output, &StreamPlayer::finished, this, [this] { std::vector<float>().swap(m_samples); });
+}
 
 SentencePlayer::~SentencePlayer()
 {
