@@ -629,16 +629,8 @@
 <context>
     <name>ProgramSound</name>
     <message>
-        <source>%1 is a pipe or a device, not a file.</source>
-        <translation>%1 はパイプまたはデバイスで、ファイルではありません。</translation>
-    </message>
-    <message>
-        <source>%1 is a folder, not a file.</source>
-        <translation>%1 はフォルダーで、ファイルではありません。</translation>
-    </message>
-    <message>
-        <source>%1 cannot be read: there is no such file.</source>
-        <translation>%1 を読めません: そのファイルはありません。</translation>
+        <source>%1 cannot be played: %2</source>
+        <translation>%1 を再生できません: %2</translation>
     </message>
     <message>
         <source>%1 holds no MPEG audio.</source>
@@ -744,24 +736,8 @@
 <context>
     <name>SentencePlayer</name>
     <message>
-        <source>the PC&apos;s sound system does not start.</source>
-        <translation>PC のサウンド機能を開始できません。</translation>
-    </message>
-    <message>
         <source>Cannot play %1: %2</source>
         <translation>%1 を再生できません: %2</translation>
-    </message>
-    <message>
-        <source>the PC&apos;s audio output does not take %1 Hz.</source>
-        <translation>PC の音声出力は %1 Hz を受け付けません。</translation>
-    </message>
-    <message>
-        <source>this PC has no audio output.</source>
-        <translation>この PC には音声出力がありません。</translation>
-    </message>
-    <message>
-        <source>the PC&apos;s audio output cannot be opened.</source>
-        <translation>PC の音声出力を開けません。</translation>
     </message>
 </context>
 <context>
@@ -815,6 +791,10 @@
     <message>
         <source>the input &quot;%1&quot; cannot be opened.</source>
         <translation>入力「%1」を開けません。</translation>
+    </message>
+    <message>
+        <source>the PC&apos;s sound system does not start.</source>
+        <translation>PC のサウンド機能を開始できません。</translation>
     </message>
     <message>
         <source>this PC has no audio output.</source>

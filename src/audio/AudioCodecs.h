@@ -31,24 +31,17 @@ public:
 #define DQ480_AUDIO_CODECS_IID "com.arvon.dq480.AudioCodecs/2"
 Q_DECLARE_INTERFACE(AudioCodecsInterface, DQ480_AUDIO_CODECS_IID)
 
-/// What the sound-playback plugin offers: one sentence playing on the PC's default output (ending
-/// the returned object stops it), a sound streamed to it, and the PC's inputs recorded.
+/// What the sound-playback plugin offers: sound streamed to the PC's default output, and the PC's
+/// inputs recorded.
 class SoundOutputInterface
 {
 public:
-    class Playing
-    {
-    public:
-        virtual ~Playing() = default;
-    };
     virtual ~SoundOutputInterface() = default;
     virtual bool hasOutput() = 0;
-    /// Null with `reason` when the output cannot play this sound.
-    virtual Playing *start(const DecodedAudio &audio, QString &reason) = 0;
     virtual QList<SoundInput> inputs(QString &error) = 0;
     virtual SoundCapture *startCapture(const QByteArray &id, QString &reason) = 0;
     virtual SoundStream *openStream(int sampleRate, QString &reason) = 0;
 };
 
-#define DQ480_SOUND_OUTPUT_IID "com.arvon.dq480.SoundOutput/2"
+#define DQ480_SOUND_OUTPUT_IID "com.arvon.dq480.SoundOutput/3"
 Q_DECLARE_INTERFACE(SoundOutputInterface, DQ480_SOUND_OUTPUT_IID)

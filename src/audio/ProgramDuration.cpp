@@ -4,6 +4,7 @@
 #include "setting/SentenceFolders.h"
 #include "setting/SettingData.h"
 #include "setting/SharedState.h"
+#include "setting/StoredStep.h"
 
 #include <QCoreApplication>
 
@@ -18,15 +19,6 @@ QStringList sentenceSoundFolders(const SharedState &state)
 QString findSentenceSound(const QStringList &folders, const QString &name)
 {
     return SentenceTimes(folders).file(name);
-}
-
-double stepWaitSeconds(const QString &step)
-{
-    if (step.size() != 4 || step[0] != QLatin1Char('2'))
-        return -1.0;
-    if (step[1] == QLatin1Char('2'))
-        return step[2].digitValue() + step[3].digitValue() / 10.0;
-    return step.mid(1).toInt();
 }
 
 SentenceTimes::SentenceTimes(const QStringList &folders)
@@ -68,23 +60,21 @@ ProgramDuration programPlayingTime(const SettingData &data, int program, const Q
 ProgramDuration programPlayingTime(const SettingData &data, int program, SentenceTimes &times)
 {
     ProgramDuration total;
-    for (const QString &step : data.ProgramData[program]) {
-        if (step.isEmpty())
-            continue;
-        if (const double wait = stepWaitSeconds(step); wait >= 0.0) {
-            total.seconds += wait;
+    for (const QString &stored : data.ProgramData[program]) {
+        const StoredStep step = decodeStep(stored);
+        if (step.kind == StoredStep::Kind::Wait) {
+            total.seconds += step.waitSeconds;
             continue;
         }
-        if (step.size() != 4 || step[0] != QLatin1Char('0'))
+        if (step.kind != StoredStep::Kind::Sentence)
             continue;
-        const int slot = step.mid(1).toInt() - 1;
+        const int slot = step.sentence - 1;
         const QString name
             = slot >= 0 && slot < int(data.SentenceFileName.size()) ? data.SentenceFileName[slot] : QString();
-        const QString shown = QLatin1Char('A') + step.mid(1);
         if (const std::optional<double> seconds = times.seconds(name))
             total.seconds += *seconds;
-        else if (!total.missing.contains(shown))
-            total.missing << shown;
+        else if (!total.missing.contains(step.shown))
+            total.missing << step.shown;
     }
     return total;
 }

@@ -16,10 +16,6 @@ class SharedState;
 /// yet), the project's sentence folder, the sentence folder.
 QStringList sentenceSoundFolders(const SharedState &state);
 
-/// A wait step's seconds ("22XY" X.Y s, "200X" X s, "2NNN" NNN s); negative for a step that is
-/// no wait.
-double stepWaitSeconds(const QString &step);
-
 /// The first file named `name` (any case) in `folders`; empty when none.
 QString findSentenceSound(const QStringList &folders, const QString &name);
 

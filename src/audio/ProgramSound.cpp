@@ -4,8 +4,9 @@
 #include "audio/ProgramDuration.h"
 #include "audio/Resample.h"
 #include "setting/ProgramOptionWord.h"
-#include "setting/RegularFile.h"
+#include "setting/RepeatInterval.h"
 #include "setting/SettingData.h"
+#include "setting/StoredStep.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,22 +18,12 @@ namespace {
 // Decoded sentences kept for the next pass: about 80 MB of samples.
 constexpr qint64 CachedSamplesAtMost = 20'000'000;
 
-// Why a found sentence file cannot sound; empty when it can.
+// Why a found sentence file cannot sound.
 QString fileProblem(const QString &path)
 {
     const QString shown = QDir::toNativeSeparators(path);
-    switch (pathKind(path)) {
-    case PathKind::Other:
-        return QCoreApplication::translate("ProgramSound", "%1 is a pipe or a device, not a file.")
-            .arg(shown);
-    case PathKind::Folder:
-        return QCoreApplication::translate("ProgramSound", "%1 is a folder, not a file.").arg(shown);
-    case PathKind::Missing:
-        return QCoreApplication::translate("ProgramSound", "%1 cannot be read: there is no such file.")
-            .arg(shown);
-    case PathKind::File:
-        break;
-    }
+    if (const QString problem = recordingPathProblem(path); !problem.isEmpty())
+        return QCoreApplication::translate("ProgramSound", "%1 cannot be played: %2").arg(shown, problem);
     return QCoreApplication::translate("ProgramSound", "%1 holds no MPEG audio.").arg(shown);
 }
 
@@ -44,15 +35,10 @@ ProgramRepeat programRepeat(const SettingData &data, int program)
     const qint32 option = data.ProgramOption[program];
     ProgramRepeat repeat;
     switch (Word::methodOf(option)) {
-    case Word::Repeat: {
+    case Word::Repeat:
         repeat.passes = std::max<int>(data.RepeatCount[program], 0);
-        const int interval = data.RepeatInterval[program];
-        // 1-5 are tens of seconds, 6 and up minutes over five (6 is 60 s on both scales).
-        repeat.intervalSeconds = interval <= 0 ? 0.0
-            : interval <= 5                    ? interval * 10.0
-                                               : (interval - 5) * 60.0;
+        repeat.intervalSeconds = repeatInterval(data.RepeatInterval[program]).seconds();
         break;
-    }
     case Word::Endless:
         repeat.passes = 0;
         repeat.intervalSeconds = Word::endlessSeconds(option).value_or(0);
@@ -77,18 +63,15 @@ ProgramSound::ProgramSound(const SettingData &data, int program, const QStringLi
     std::vector<Found> found;
     const auto &steps = data.ProgramData[program];
     for (int i = 0; i < int(steps.size()); ++i) {
-        const QString &step = steps[size_t(i)];
-        if (const double wait = stepWaitSeconds(step); wait >= 0.0) {
-            const QString tenths = QString::number(wait, 'f', 1);
-            found.push_back({i, QLatin1Char('M') + tenths, QString(), wait, {}});
+        const StoredStep step = decodeStep(steps[size_t(i)]);
+        if (step.kind == StoredStep::Kind::Wait) {
+            found.push_back({i, step.shown, QString(), step.waitSeconds, {}});
             continue;
         }
-        // Neither a sentence nor a wait: the device has nothing to play there, nor has the playing
-        // time anything to count.
-        if (step.size() != 4 || step[0] != QLatin1Char('0'))
+        // No step: the device has nothing to play there, nor has the playing time anything to count.
+        if (step.kind != StoredStep::Kind::Sentence)
             continue;
-        const QString shown = QLatin1Char('A') + step.mid(1);
-        const int slot = step.mid(1).toInt() - 1;
+        const int slot = step.sentence - 1;
         const QString name = slot >= 0 && slot < SentenceTableSize::Largest
             ? data.SentenceFileName[size_t(slot)]
             : QString();
@@ -98,7 +81,7 @@ ProgramSound::ProgramSound(const SettingData &data, int program, const QStringLi
         if (name.isEmpty())
             reason = QCoreApplication::translate("ProgramSound",
                                                  "sentence %1 has no file in the sentence table.")
-                         .arg(step.mid(1));
+                         .arg(step.shown.mid(1));
         else if (path.isEmpty())
             reason = QCoreApplication::translate(
                          "ProgramSound",
@@ -107,10 +90,10 @@ ProgramSound::ProgramSound(const SettingData &data, int program, const QStringLi
         else if (length = mpegFileLength(path); !length)
             reason = fileProblem(path);
         if (!reason.isEmpty()) {
-            m_skipped.append({i, shown, reason});
+            m_skipped.append({i, step.shown, reason});
             continue;
         }
-        found.push_back({i, shown, path, 0.0, *length});
+        found.push_back({i, step.shown, path, 0.0, *length});
     }
     int highest = 0;
     for (const Found &f : found)

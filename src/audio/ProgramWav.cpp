@@ -1,6 +1,7 @@
 #include "audio/ProgramWav.h"
 
 #include "audio/ProgramSound.h"
+#include "audio/WavHeader.h"
 #include "setting/FileReplacement.h"
 #include "setting/PcFileReplacement.h"
 
@@ -10,42 +11,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <vector>
 
 namespace {
-
-constexpr int HeaderBytes = 44;
-
-void putLe32(char *at, quint32 value)
-{
-    qToLittleEndian(value, at);
-}
-
-void putLe16(char *at, quint16 value)
-{
-    qToLittleEndian(value, at);
-}
-
-QByteArray wavHeader(int rate, qint64 frames)
-{
-    const quint32 dataBytes = quint32(frames * 2);
-    QByteArray header(HeaderBytes, '\0');
-    char *h = header.data();
-    memcpy(h, "RIFF", 4);
-    putLe32(h + 4, 36 + dataBytes);
-    memcpy(h + 8, "WAVEfmt ", 8);
-    putLe32(h + 16, 16);
-    putLe16(h + 20, 1); // PCM
-    putLe16(h + 22, 1); // mono
-    putLe32(h + 24, quint32(rate));
-    putLe32(h + 28, quint32(rate) * 2);
-    putLe16(h + 32, 2);
-    putLe16(h + 34, 16);
-    memcpy(h + 36, "data", 4);
-    putLe32(h + 40, dataBytes);
-    return header;
-}
 
 qint16 toPcm16(float sample)
 {
@@ -66,14 +34,14 @@ bool writeProgramWav(ProgramSound &sound, const QString &path, QString &error)
                     .arg(shown);
         return false;
     }
-    if (frames * 2 > qint64(0xFFFFFFFF) - HeaderBytes) {
+    if (frames * 2 > qint64(0xFFFFFFFF) - WavHeaderBytes) {
         error = QCoreApplication::translate("ProgramSound",
                                             "Cannot write %1: the sound is longer than a WAV file can hold.")
                     .arg(shown);
         return false;
     }
     PcFileReplacement file(path);
-    if (!file.open(error) || !file.write(wavHeader(sound.sampleRate(), frames), error))
+    if (!file.open(error) || !file.write(wavHeader(sound.sampleRate(), WavSamples::Pcm16, frames), error))
         return false;
     std::vector<float> block(65536);
     QByteArray bytes;

@@ -47,8 +47,11 @@ public:
     virtual QString failure() = 0;
 };
 
-// The sound system the program plays sentences with (Qt Multimedia or PortAudio, as the build
-// chose) records and streams too; the desktop program reaches it through its playback plugin.
+// The sound system (Qt Multimedia or PortAudio, as the build chose) plays every sound through a
+// stream and records takes; the desktop program reaches it through its playback plugin.
+
+/// True when the PC has an audio output to play on.
+bool hasSoundOutput();
 
 /// The PC's audio inputs. Empty with `error` when the sound system cannot be reached; empty
 /// without one when the PC has none.

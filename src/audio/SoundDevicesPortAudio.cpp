@@ -66,7 +66,7 @@ struct PortAudioUse
 
 QString notStarted()
 {
-    return QCoreApplication::translate("SentencePlayer", "the PC's sound system does not start.");
+    return QCoreApplication::translate("SoundDevices", "the PC's sound system does not start.");
 }
 
 QString deviceName(PaDeviceIndex device)
@@ -204,6 +204,12 @@ public:
 };
 
 } // namespace
+
+bool hasSoundOutput()
+{
+    PortAudioUse use;
+    return use.started && Pa_GetDefaultOutputDevice() != paNoDevice;
+}
 
 QList<SoundInput> soundInputs(QString &error)
 {

@@ -139,7 +139,29 @@ private:
     QIODevice *m_io = nullptr; // the sink's own, ended by its stop
 };
 
+// The sound system's own complaint when it cannot reach its server ("pa_context_connect() failed")
+// means nothing to an operator; the caller says what is missing in the program's own words.
+void quietly(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg || type == QtWarningMsg)
+        return;
+    qt_message_output(type, context, message);
+}
+
+QAudioDevice defaultOutput()
+{
+    const QtMessageHandler before = qInstallMessageHandler(quietly);
+    const QAudioDevice device = QMediaDevices::defaultAudioOutput();
+    qInstallMessageHandler(before);
+    return device;
+}
+
 } // namespace
+
+bool hasSoundOutput()
+{
+    return !QMediaDevices::audioOutputs().isEmpty();
+}
 
 QList<SoundInput> soundInputs(QString &)
 {
@@ -179,7 +201,7 @@ std::unique_ptr<SoundCapture> startSoundCapture(const QByteArray &id, QString &r
 
 std::unique_ptr<SoundStream> openSoundStream(int sampleRate, QString &reason)
 {
-    const QAudioDevice device = QMediaDevices::defaultAudioOutput();
+    const QAudioDevice device = defaultOutput();
     if (device.isNull()) {
         reason = QCoreApplication::translate("SoundDevices", "this PC has no audio output.");
         return nullptr;

@@ -1,5 +1,5 @@
-// The desktop program's recording and streamed sound: the playback plugin, loaded when the recorder
-// first opens or a program first plays.
+// The desktop program's sound: the playback plugin, loaded when a sentence or a program first plays
+// or the recorder first opens.
 
 #include "audio/AudioCodecs.h"
 #include "capabilities/CapabilityPlugin.h"
@@ -12,6 +12,14 @@ SoundOutputInterface *soundSystem(QString &error)
 }
 
 } // namespace
+
+bool hasSoundOutput()
+{
+    QString error;
+    auto *plugin = soundSystem(error);
+    // Without the plugin the Play buttons stay, so that pressing one says what is not installed.
+    return !plugin || plugin->hasOutput();
+}
 
 QList<SoundInput> soundInputs(QString &error)
 {

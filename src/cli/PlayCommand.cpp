@@ -4,12 +4,13 @@
 
 #include "audio/AudioInfo.h"
 #include "audio/ProgramDuration.h"
+#include "audio/ProgramPlayer.h"
 #include "audio/ProgramSound.h"
 #include "audio/ProgramWav.h"
-#include "cli/ProgramSpeaker.h"
 #include "setting/SharedState.h"
 
 #include <QDir>
+#include <QEventLoop>
 
 namespace {
 
@@ -26,6 +27,39 @@ QString passesText(const ProgramSound &sound)
     if (sound.passes() == 0)
         return QStringLiteral("until stopped");
     return sound.passes() == 1 ? QStringLiteral("1 pass") : QStringLiteral("%1 passes").arg(sound.passes());
+}
+
+// Plays the sound on the PC's default output to its end (or until the tool is stopped, Ctrl+C),
+// printing each step as it starts. False with `error` when the output cannot play or fails.
+bool hear(std::unique_ptr<ProgramSound> sound, QTextStream &out, QStringList &problems, QString &error)
+{
+    ProgramPlayer player;
+    QEventLoop loop;
+    bool ended = false;
+    QObject::connect(&player, &ProgramPlayer::finished, &loop, [&](const QString &problem) {
+        error = problem;
+        ended = true;
+        loop.quit();
+    });
+    int shownStep = -2;
+    int shownPass = 0;
+    QObject::connect(&player, &ProgramPlayer::progressed, &loop, [&](int step, int pass, double) {
+        if (step == shownStep && pass == shownPass)
+            return;
+        shownStep = step;
+        shownPass = pass;
+        out << "pass " << pass << ", "
+            << (step < 0 ? QStringLiteral("interval")
+                         : QStringLiteral("step %1: %2").arg(step + 1).arg(player.stepText(step)))
+            << "\n";
+        out.flush();
+    });
+    if (!player.play(std::move(sound), error))
+        return false;
+    if (!ended)
+        loop.exec();
+    problems = player.problems();
+    return error.isEmpty();
 }
 
 } // namespace
@@ -53,43 +87,45 @@ int runPlay(CliContext &cli, const QStringList &args, const QString &programText
         return failed;
 
     const int p = *program - 1;
-    ProgramSound sound(state.SettingBuffer, p, sentenceSoundFolders(state), *passes);
-    for (const SkippedStep &skipped : sound.skipped())
-        cli.err << "Skipped step " << skipped.step + 1 << ", " << skipped.shown << ": " << skipped.reason
-                << "\n";
-    const double rate = sound.sampleRate();
+    auto sound = std::make_unique<ProgramSound>(state.SettingBuffer, p, sentenceSoundFolders(state), *passes);
+    const QList<SkippedStep> skipped = sound->skipped();
+    for (const SkippedStep &step : skipped)
+        cli.err << "Skipped step " << step.step + 1 << ", " << step.shown << ": " << step.reason << "\n";
+    const double rate = sound->sampleRate();
     const QString programName = QStringLiteral("P%1").arg(*program, 3, 10, QLatin1Char('0'));
-    cli.out << programName << ": one pass " << formatDuration(double(sound.passFrames()) / rate) << ", "
-            << passesText(sound);
-    if (sound.passes() != 1 && sound.intervalSeconds() > 0)
-        cli.out << ", " << sound.intervalSeconds() << " s apart";
-    if (sound.totalFrames() >= 0)
-        cli.out << ", in all " << formatDuration(double(sound.totalFrames()) / rate);
+    cli.out << programName << ": one pass " << formatDuration(double(sound->passFrames()) / rate) << ", "
+            << passesText(*sound);
+    if (sound->passes() != 1 && sound->intervalSeconds() > 0)
+        cli.out << ", " << sound->intervalSeconds() << " s apart";
+    if (sound->totalFrames() >= 0)
+        cli.out << ", in all " << formatDuration(double(sound->totalFrames()) / rate);
     cli.out << "\n";
     cli.out.flush();
 
+    QStringList problems;
     if (render.isEmpty()) {
         QString error;
-        if (!playOnSpeaker(sound, cli.out, error)) {
-            cli.err << "Cannot play " << programName << ": " << error << "\n";
+        if (!hear(std::move(sound), cli.out, problems, error)) {
+            cli.err << "Cannot play " << programName << ": " << error
+                    << " Write the sound with --render FILE.wav instead.\n";
             return ExitCode::UsageOrFileError;
         }
     } else {
-        if (sound.passes() == 0) {
+        if (sound->passes() == 0) {
             cli.err << "Cannot write " << QDir::toNativeSeparators(render)
                     << ": the program plays until stopped; say how many passes to write with --passes K.\n";
             return ExitCode::UsageOrFileError;
         }
         QString error;
-        if (!writeProgramWav(sound, render, error)) {
+        if (!writeProgramWav(*sound, render, error)) {
             cli.err << error << "\n";
             return ExitCode::UsageOrFileError;
         }
-        cli.out << QDir::toNativeSeparators(render) << ": " << sound.totalFrames() << " samples at "
-                << sound.sampleRate() << " Hz, mono\n";
+        cli.out << QDir::toNativeSeparators(render) << ": " << sound->totalFrames() << " samples at "
+                << sound->sampleRate() << " Hz, mono\n";
+        problems = sound->problems();
     }
-    for (const QString &problem : sound.problems())
+    for (const QString &problem : problems)
         cli.err << problem << "\n";
-    return sound.skipped().isEmpty() && sound.problems().isEmpty() ? ExitCode::Ok
-                                                                   : ExitCode::UsageOrFileError;
+    return skipped.isEmpty() && problems.isEmpty() ? ExitCode::Ok : ExitCode::UsageOrFileError;
 }

@@ -1,6 +1,8 @@
 #include "print/PrintValues.h"
 
 #include "setting/ProgramOptionWord.h"
+#include "setting/RepeatInterval.h"
+
 #include <QCoreApplication>
 
 namespace PrintValues {
@@ -51,11 +53,16 @@ QString repeatIntervalText(qint16 interval, qint32 option)
         return seconds == 0 ? QCoreApplication::translate("PrintOut", "OFF")
                             : QString::number(seconds) + QCoreApplication::translate("PrintOut", "Sec");
     }
-    if (interval <= 0)
-        return QCoreApplication::translate("PrintOut", "OFF");
-    if (interval <= 5)
-        return QString::number(interval * 10) + QCoreApplication::translate("PrintOut", "Sec");
-    return QString::number(interval - 5) + QCoreApplication::translate("PrintOut", "Minute");
+    const RepeatInterval shown = repeatInterval(interval);
+    switch (shown.unit) {
+    case RepeatInterval::Unit::Seconds:
+        return QString::number(shown.amount) + QCoreApplication::translate("PrintOut", "Sec");
+    case RepeatInterval::Unit::Minutes:
+        return QString::number(shown.amount) + QCoreApplication::translate("PrintOut", "Minute");
+    case RepeatInterval::Unit::Off:
+        break;
+    }
+    return QCoreApplication::translate("PrintOut", "OFF");
 }
 
 QString busyText(qint32 option)

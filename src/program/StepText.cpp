@@ -1,7 +1,6 @@
 #include "program/StepText.h"
 
 #include "setting/NumberText.h"
-#include "setting/TextChecks.h"
 
 namespace StepText {
 
@@ -35,23 +34,6 @@ Entry accept(const QString &shown, int storedValue)
 }
 
 } // namespace
-
-QString decode(const QString &stored)
-{
-    if (stored.size() != 4 || !IsDecimalText(stored))
-        return QString();
-    const QChar first = stored[0];
-    if (first == QLatin1Char('0'))
-        return QLatin1Char('A') + stored.mid(1);
-    if (first != QLatin1Char('2'))
-        return QString();
-    if (stored[1] == QLatin1Char('2'))
-        return QLatin1Char('M') + stored.mid(2, 1) + QLatin1Char('.') + stored.mid(3, 1);
-    const int value = stored.mid(1).toInt();
-    if (value < 10)
-        return QLatin1Char('M') + stored.mid(3, 1) + QLatin1String(".0");
-    return QLatin1Char('M') + stored.mid(1);
-}
 
 Entry check(const QString &text, int sentenceLimit)
 {

@@ -2,14 +2,10 @@
 
 #include <QString>
 
-/// Steps as the operator reads and types them, against their stored four-digit form:
-/// "A012" plays sentence 12 (stored 0012); "M005" waits 5 (stored 2005, shown again as "M5.0");
-/// "M1.5" waits 1.5 (stored 2215).
+/// Steps as the operator types them, against their stored four-digit form: "A012" plays sentence
+/// 12 (stored 0012); "M005" waits 5 (stored 2005, shown again as "M5.0"); "M1.5" waits 1.5 (stored
+/// 2215). How a stored step is shown is `decodeStep` (setting/StoredStep.h).
 namespace StepText {
-
-/// The text a stored step is shown as; empty for an empty slot or a form outside the table
-/// (such a step is dropped when the step window loads).
-QString decode(const QString &stored);
 
 struct Entry
 {

@@ -4,10 +4,10 @@
 #include "widgets/ShownFileName.h"
 
 #include "audio/AudioInfo.h"
+#include "audio/ProgramPlayer.h"
 #include "print/PrintSetting.h"
 #include "program/ProgramEditsQuestion.h"
 #include "program/ProgramNumberText.h"
-#include "program/ProgramPlayer.h"
 #include "program/ProgramWindowTable.h"
 #include "program/frmStep.h"
 #include "setting/MsgBox.h"
@@ -634,7 +634,8 @@ void frmProg::cmdProgPlay_Click()
     m_cmdProgStop->setEnabled(true);
     m_cmdProgStop->setFocus();
     m_playingStep = -2;
-    showPlaying(-1, 1, 0.0);
+    m_lblPrgPlayed->setText(tr("Played %1").arg(formatDuration(0.0)));
+    showPlayStatus(tr("Playing"));
 }
 
 void frmProg::cmdProgStop_Click()
@@ -653,9 +654,9 @@ void frmProg::showPlaying(int step, int pass, double seconds)
     if (m_stepWindow)
         m_stepWindow->showPlayingStep(step);
     const int passes = m_player->passes();
+    // No step is heard only in the interval after a pass.
     QString now = step >= 0 ? tr("Playing step %1: %2").arg(step + 1).arg(m_player->stepText(step))
-        : pass > 1          ? tr("Waiting for pass %1").arg(pass)
-                            : tr("Playing");
+                            : tr("Waiting for pass %1").arg(pass + 1);
     if (passes != 1 && step >= 0)
         now = passes == 0 ? tr("%1, pass %2").arg(now).arg(pass)
                           : tr("%1, pass %2 of %3").arg(now).arg(pass).arg(passes);

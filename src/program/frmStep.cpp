@@ -7,6 +7,7 @@
 #include "setting/MsgBox.h"
 #include "setting/NumberText.h"
 #include "setting/SharedState.h"
+#include "setting/StoredStep.h"
 #include "widgets/BoxColumns.h"
 #include "widgets/DialogLayout.h"
 #include "widgets/EntryCheck.h"
@@ -134,7 +135,7 @@ void frmStep::showWorkingCopy()
 {
     // Steps of a form the window does not know are dropped from the working copy.
     for (QString &stored : steps()) {
-        if (StepText::decode(stored).isEmpty())
+        if (decodeStep(stored).shown.isEmpty())
             stored.clear();
     }
     showStoredSteps();
@@ -162,7 +163,7 @@ void frmStep::showStep(int index, const QString &text)
 void frmStep::showStoredSteps()
 {
     for (int i = 0; i < Steps; ++i)
-        showStep(i, StepText::decode(steps()[i]));
+        showStep(i, decodeStep(steps()[i]).shown);
 }
 
 void frmStep::setModified()
@@ -175,7 +176,7 @@ bool frmStep::txtStpIdx_LostFocus(int index)
     const QString text = m_boxes[index]->text();
     const StepText::Entry entry = StepText::check(text, sentenceLimit());
     if (!entry.accepted) {
-        showStep(index, StepText::decode(steps()[index]));
+        showStep(index, decodeStep(steps()[index]).shown);
         m_context.msgBox.show(incorrectValueMessage());
         return false;
     }
@@ -278,7 +279,7 @@ void frmStep::applyDefaultStepRule()
     if (std::any_of(list.begin(), list.end(), [](const QString &s) { return !s.isEmpty(); }))
         return;
     list[0] = StepText::defaultStep();
-    showStep(0, StepText::decode(list[0]));
+    showStep(0, decodeStep(list[0]).shown);
     m_context.msgBox.show(tr("All steps deleted. Will set default steps."));
 }
 

@@ -158,7 +158,7 @@ private slots:
                    "folder.",
                    "A009: sentence 009 has no file in the sentence table.",
                    "A005: " + QDir::toNativeSeparators(QDir(m_folder).filePath("PIPE.MP2"))
-                       + " is a pipe or a device, not a file.",
+                       + " cannot be played: it is a pipe or a device, not a file: only files are read.",
                    "A000: sentence 000 has no file in the sentence table."};
     }
 

@@ -116,6 +116,46 @@ class tst_RecordAndPlay : public QObject
         findControl<QPushButton>(&table, QStringLiteral("cmdPcCaRecord"))->click();
     }
 
+    // HIGH.MP2 (20 frames of 880 Hz) and LOW.MP2 (15 frames of 440 Hz) in the work folder, entries
+    // 1 and 2 of the sentence table; entry 3 names GONE.MP2, which is nowhere.
+    void makeTones()
+    {
+        QTemporaryDir recordings;
+        const struct
+        {
+            const char *name;
+            double hz;
+            int frames; // MPEG frames of 1152 samples at 32 kHz
+        } tones[] = {{"HIGH", 880.0, 20}, {"LOW", 440.0, 15}};
+        QDir().mkpath(workFile(QString()));
+        for (const auto &tone : tones) {
+            const QString wav = recordings.filePath(QLatin1String(tone.name) + QStringLiteral(".wav"));
+            QVERIFY(write(wav, sine(tone.hz, tone.frames * 1152 / 32000.0, 32000, 1, 0.2), Wav16));
+            ImportResult result;
+            QString error;
+            QVERIFY2(importRecording(wav, workFile(QLatin1String(tone.name) + QStringLiteral(".MP2")), {},
+                                     result, error),
+                     qPrintable(error));
+        }
+        SettingData &buffer = state().SettingBuffer;
+        buffer.SentenceFileName[0] = QStringLiteral("HIGH.MP2");
+        buffer.SentenceFileName[1] = QStringLiteral("LOW.MP2");
+        buffer.SentenceFileName[2] = QStringLiteral("GONE.MP2");
+    }
+
+    // Program 1's window in `area`, with its step window open.
+    frmProg *openProgram(QMdiArea &area, ProgramWindowTable &windows)
+    {
+        auto *program = new frmProg(f->context, windows, 1, 1, &area);
+        windows.occupy(1, program, 1);
+        QMdiSubWindow *frame = area.addSubWindow(program);
+        frame->setAttribute(Qt::WA_DeleteOnClose);
+        area.show();
+        frame->show();
+        findControl<QPushButton>(program, QStringLiteral("cmdProgStep"))->click();
+        return program;
+    }
+
     static void press(dlgRecorder &recorder, const char *button)
     {
         QPushButton *found = findControl<QPushButton>(&recorder, QLatin1String(button));
@@ -306,27 +346,8 @@ private slots:
     // project changes.
     void programPlaysAsTheDeviceWill()
     {
-        QTemporaryDir recordings;
-        const struct
-        {
-            const char *name;
-            double hz;
-            int frames; // MPEG frames of 1152 samples at 32 kHz
-        } tones[] = {{"HIGH", 880.0, 20}, {"LOW", 440.0, 15}};
-        QDir().mkpath(workFile(QString()));
-        for (const auto &tone : tones) {
-            const QString wav = recordings.filePath(QLatin1String(tone.name) + QStringLiteral(".wav"));
-            QVERIFY(write(wav, sine(tone.hz, tone.frames * 1152 / 32000.0, 32000, 1, 0.2), Wav16));
-            ImportResult result;
-            QString error;
-            QVERIFY2(importRecording(wav, workFile(QLatin1String(tone.name) + QStringLiteral(".MP2")), {},
-                                     result, error),
-                     qPrintable(error));
-        }
+        makeTones();
         SettingData &buffer = state().SettingBuffer;
-        buffer.SentenceFileName[0] = QStringLiteral("HIGH.MP2");
-        buffer.SentenceFileName[1] = QStringLiteral("LOW.MP2");
-        buffer.SentenceFileName[2] = QStringLiteral("GONE.MP2");
         buffer.ProgramOption[0] = 0x2D01;
         buffer.ProgramData[0][0] = QStringLiteral("0001");
         buffer.ProgramData[0][1] = QStringLiteral("2210");
@@ -338,13 +359,8 @@ private slots:
 
         QMdiArea area;
         ProgramWindowTable windows;
-        auto *program = new frmProg(f->context, windows, 1, 1, &area);
-        windows.occupy(1, program, 1);
-        QMdiSubWindow *frame = area.addSubWindow(program);
-        frame->setAttribute(Qt::WA_DeleteOnClose);
-        area.show();
-        frame->show();
-        findControl<QPushButton>(program, QStringLiteral("cmdProgStep"))->click();
+        frmProg *program = openProgram(area, windows);
+        auto *frame = qobject_cast<QMdiSubWindow *>(program->parentWidget());
         frmStep *steps = program->stepWindow();
         QVERIFY(steps);
 
@@ -413,6 +429,59 @@ private slots:
         state().CopyBufferToSetting(SettingSection::All);
         frame->close();
         QTRY_COMPARE_WITH_TIMEOUT(server->playingStreams(), 0, 5000);
+    }
+
+    // While a program plays, the line under the playing time names each step as the step window
+    // shows it: sentences, waits in each of their forms, and the pass of a repeat.
+    void playingStepShowsAsTheStepWindowShowsIt_data()
+    {
+        QTest::addColumn<QStringList>("stored");
+        QTest::addColumn<int>("option");
+        QTest::addColumn<QStringList>("said");
+        QTest::newRow("a whole wait of ten seconds or more")
+            << QStringList {"0001", "2120"} << 0x2D01
+            << QStringList {"Playing step 1: A001", "Playing step 2: M120"};
+        QTest::newRow("repeated: a wait in tenths, a whole wait under ten, the interval")
+            << QStringList {"0002", "2203", "2001"} << 0x6000
+            << QStringList {"Playing step 1: A002, pass 1 of 2", "Playing step 2: M0.3, pass 1 of 2",
+                            "Playing step 3: M1.0, pass 1 of 2", "Waiting for pass 2"};
+    }
+    void playingStepShowsAsTheStepWindowShowsIt()
+    {
+        QFETCH(QStringList, stored);
+        QFETCH(int, option);
+        QFETCH(QStringList, said);
+        makeTones();
+        SettingData &buffer = state().SettingBuffer;
+        buffer.ProgramOption[0] = option;
+        buffer.RepeatCount[0] = 2;
+        buffer.RepeatInterval[0] = 1;
+        for (int i = 0; i < stored.size(); ++i)
+            buffer.ProgramData[0][i] = stored[i];
+        state().CopyBufferToSetting(SettingSection::All);
+        QMdiArea area;
+        ProgramWindowTable windows;
+        frmProg *program = openProgram(area, windows);
+        auto *status = findControl<QLabel>(program, QStringLiteral("lblPrgStatus"));
+        QStringList lines;
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, this, [&] {
+            const QString now = status->text().section(QLatin1Char('\n'), 0, 0);
+            if (now.startsWith(QLatin1String("Playing step")) || now.startsWith(QLatin1String("Waiting")))
+                if (lines.isEmpty() || lines.last() != now)
+                    lines << now;
+        });
+        watch.start(5);
+        findControl<QPushButton>(program, QStringLiteral("cmdProgPlay"))->click();
+        QTRY_VERIFY_WITH_TIMEOUT(lines.size() >= said.size(), 15000);
+        findControl<QPushButton>(program, QStringLiteral("cmdProgStop"))->click();
+        QCOMPARE(lines.mid(0, said.size()), said);
+        for (int i = 0; i < stored.size(); ++i)
+            QVERIFY2(said[i].startsWith(QStringLiteral("Playing step %1: %2")
+                                            .arg(i + 1)
+                                            .arg(program->stepWindow()->box(i)->text())),
+                     qPrintable(program->stepWindow()->box(i)->text()));
+        program->parentWidget()->close();
     }
 };
 

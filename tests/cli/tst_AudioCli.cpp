@@ -280,7 +280,9 @@ private slots:
         run = play({QStringLiteral("--program"), QStringLiteral("3"), QStringLiteral("--render"), piped});
         QCOMPARE(run.code, 2);
         QCOMPARE(run.err,
-                 QStringLiteral("Skipped step 1, A002: %1 is a pipe or a device, not a file.\n")
+                 QStringLiteral(
+                     "Skipped step 1, A002: %1 cannot be played: it is a pipe or a device, not a file: only "
+                     "files are read.\n")
                      .arg(m_home.filePath(QStringLiteral("NewProject/PIPE.MP2"))));
         QCOMPARE(wavFrames(piped), hello + 3200);
 

@@ -1,6 +1,7 @@
 #include "program/ProgramFieldRules.h"
 #include "program/ProgramWindowTable.h"
 #include "program/StepText.h"
+#include "setting/StoredStep.h"
 
 #include <QTest>
 #include <QWidget>
@@ -73,7 +74,7 @@ private slots:
     {
         QFETCH(QString, stored);
         QFETCH(QString, shown);
-        QCOMPARE(StepText::decode(stored), shown);
+        QCOMPARE(decodeStep(stored).shown, shown);
     }
 
     void intervalCheck_data()

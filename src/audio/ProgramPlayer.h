@@ -1,17 +1,15 @@
 #pragma once
 
 #include "audio/ProgramSound.h"
+#include "audio/StreamPlayer.h"
 
-#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QStringList>
-#include <QTimer>
 
 #include <deque>
 #include <memory>
 
-class SoundStream;
 struct SettingData;
 
 /// Plays a program on the PC's default output as the device plays it from the card, and tells
@@ -28,11 +26,15 @@ public:
     /// Starts program `program` (0-63) of `data`, its sentences looked for in `folders`, stopping
     /// what played before. False with `error` in the operator's words when the output cannot play.
     bool play(const SettingData &data, int program, const QStringList &folders, QString &error);
+    /// Starts a program's sound made beforehand.
+    bool play(std::unique_ptr<ProgramSound> sound, QString &error);
     /// Stops the sound at once.
     void stop();
-    bool isPlaying() const { return bool(m_stream); }
+    bool isPlaying() const { return m_output.isPlaying(); }
     /// The sentence steps that do not sound and are skipped, of the program playing or played last.
     const QList<SkippedStep> &skipped() const { return m_skipped; }
+    /// Sentences that were found but played as silence, of the program played last, once it ended.
+    const QStringList &problems() const { return m_problems; }
     /// How the step window shows step `step`, of the program playing or played last.
     QString stepText(int step) const;
     /// Passes the program plays; 0 when it plays until stopped.
@@ -52,18 +54,16 @@ private:
         int pass;
     };
 
-    void feed();
-    void end(const QString &problem);
+    qint64 pull(float *out, qint64 frames);
+    void heard(qint64 samples);
+    void ended(const QString &problem);
 
+    StreamPlayer m_output;
     std::unique_ptr<ProgramSound> m_sound;
-    std::unique_ptr<SoundStream> m_stream;
     QList<SkippedStep> m_skipped;
+    QStringList m_problems;
     QHash<int, QString> m_stepTexts;
     std::deque<Mark> m_marks;
-    QTimer m_feed;
+    qint64 m_pulled = 0;
     int m_passes = 1;
-    qint64 m_written = 0;
-    qint64 m_soundEnd = -1; // once the sound has given its last sample
-    qint64 m_tail = 0; // silence still to hand over after it
-    QElapsedTimer m_sinceEnd; // from the moment the last silence was handed over
 };

@@ -2,30 +2,16 @@
 // sentence or a program first plays or the recorder opens.
 
 #include "audio/AudioCodecs.h"
-#include "audio/SentencePlayer.h"
+#include "audio/SoundDevices.h"
 
-class SentenceOutputPlugin : public QObject, public SoundOutputInterface
+class SoundOutputPlugin : public QObject, public SoundOutputInterface
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID DQ480_SOUND_OUTPUT_IID)
     Q_INTERFACES(SoundOutputInterface)
 
-    struct BackendPlaying : Playing
-    {
-        explicit BackendPlaying(SentencePlayer::OutputHandle output)
-            : output(std::move(output))
-        { }
-        SentencePlayer::OutputHandle output;
-    };
-
 public:
-    bool hasOutput() override { return SentencePlayer::hasOutput(); }
-
-    Playing *start(const DecodedAudio &audio, QString &reason) override
-    {
-        SentencePlayer::OutputHandle output = SentencePlayer::startOutput(audio, reason);
-        return output ? new BackendPlaying(std::move(output)) : nullptr;
-    }
+    bool hasOutput() override { return hasSoundOutput(); }
 
     QList<SoundInput> inputs(QString &error) override { return soundInputs(error); }
 
@@ -40,4 +26,4 @@ public:
     }
 };
 
-#include "SentenceOutputPlugin.moc"
+#include "SoundOutputPlugin.moc"
