@@ -174,10 +174,6 @@
         <translation>%1 を起動できませんでした: %2</translation>
     </message>
     <message>
-        <source>Cannot write the format answer file.</source>
-        <translation>フォーマットの応答ファイルを書き込めません。</translation>
-    </message>
-    <message>
         <source>The format command could not be started.</source>
         <translation>フォーマットコマンドを起動できませんでした。</translation>
     </message>
