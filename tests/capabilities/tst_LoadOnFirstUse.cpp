@@ -171,6 +171,17 @@ private slots:
         QCOMPARE(loaded(maps, notYet), QStringList());
     }
 
+    // Once loaded, a plugin stays for the process: later uses look in no folder again.
+    void keptOnceLoaded()
+    {
+        qputenv("DQ480_PLUGINS", m_work.path().toLocal8Bit());
+        QString error;
+        QVERIFY2(!encodeTestTone(error).isEmpty(), qPrintable(error));
+        ImportResult result;
+        QVERIFY2(importRecording(path("SIN1KHZ.MP2"), path("C.MP2"), ImportOptions(), result, error),
+                 qPrintable(error));
+    }
+
 private:
     static constexpr const char *SoundSystemLibrary = DQ480_SOUND_SYSTEM_LIBRARY;
 
