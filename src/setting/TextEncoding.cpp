@@ -98,6 +98,13 @@ std::optional<qsizetype> TextEncoding::firstChangedByte(QByteArrayView bytes) co
     return std::min<qsizetype>(differs.first - bytes.begin(), bytes.size() - 1);
 }
 
+std::optional<qsizetype> TextEncoding::firstChangedByte(QByteArrayView bytes, QStringView decoded) const
+{
+    if (isAscii(bytes) || encode(decoded) == bytes)
+        return std::nullopt;
+    return firstChangedByte(bytes);
+}
+
 QString TextEncoding::firstUnencodable(QStringView text) const
 {
     // A character fits when it comes back from its bytes as itself. The whole text is tried first,
