@@ -39,4 +39,5 @@ public:
 
 private:
     QString m_name;
+    int m_systemCodePage; // the Windows code page the name stands for, looked up once; 0 for none
 };
