@@ -3,10 +3,11 @@
 // the main window and time to a visible window, as ratios of medians of several pairs, so that the
 // machine's load counts for both alike. Needs Xvfb and xdotool.
 //
-//   build/default/bench/bench_startup [--display N] [pairs] [dq480]
+//   build/default/bench/bench_startup [pairs] [dq480]
 //
-// Its X server takes the first free display from N on (100 unless told).
+// Its X server is one of its own, on a display it picks free itself.
 
+#include "support/PrivateXServer.h"
 #include "support/Xdotool.h"
 
 #include <QApplication>
@@ -60,12 +61,6 @@ int visibleWindows(const QString &display, qint64 pid)
                         QString::number(pid)})
                    .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
                    .size());
-}
-
-// The server answers once it tells its size.
-bool answers(const QString &display)
-{
-    return !xdotool(display, {QStringLiteral("getdisplaygeometry")}).isEmpty();
 }
 
 double peakMb(qint64 pid)
@@ -138,41 +133,12 @@ int main(int argc, char **argv)
         return showBareWindow(argc, argv);
     QCoreApplication app(argc, argv);
     std::setvbuf(stdout, nullptr, _IONBF, 0);
-    QStringList arguments = QCoreApplication::arguments().mid(1);
-    int firstDisplay = 100;
-    if (arguments.size() > 1 && arguments.first() == QLatin1String("--display")) {
-        firstDisplay = arguments.at(1).toInt();
-        arguments.remove(0, 2);
-    }
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
     const int pairs = !arguments.isEmpty() ? std::max(1, arguments.at(0).toInt()) : 7;
     const QString dq480 = arguments.size() > 1 ? arguments.at(1) : QStringLiteral(DQ480_APP);
 
-    // A private X server on the first free display from `firstDisplay` on.
-    QProcess xvfb;
-    QString display;
-    for (int number = firstDisplay; number < firstDisplay + 100 && display.isEmpty(); ++number) {
-        const QString socket = QStringLiteral("/tmp/.X11-unix/X%1").arg(number);
-        if (QFile::exists(socket) || QFile::exists(QStringLiteral("/tmp/.X%1-lock").arg(number)))
-            continue;
-        xvfb.start(QStringLiteral("Xvfb"),
-                   {QStringLiteral(":%1").arg(number), QStringLiteral("-screen"), QStringLiteral("0"),
-                    QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp"),
-                    // No reset between two programs, when it takes no client.
-                    QStringLiteral("-noreset")});
-        if (!xvfb.waitForStarted(10000))
-            break;
-        QDeadlineTimer started(10000);
-        while (!xvfb.waitForFinished(20) && !QFile::exists(socket) && !started.hasExpired()) { }
-        if (QFile::exists(socket) && xvfb.state() == QProcess::Running) {
-            display = QStringLiteral(":%1").arg(number);
-            // Its socket comes before it takes clients.
-            while (!answers(display) && !started.hasExpired())
-                QThread::msleep(20);
-        } else {
-            xvfb.kill();
-            xvfb.waitForFinished(5000);
-        }
-    }
+    const PrivateXServer x;
+    const QString &display = x.display();
     if (display.isEmpty()) {
         std::fprintf(stderr, "Xvfb does not start (packages xvfb, xdotool)\n");
         return 1;
@@ -198,8 +164,6 @@ int main(int argc, char **argv)
         std::printf("pair %d: dq480 %.0f ms %.1f MB, bare %.0f ms %.1f MB\n", pair + 1, a.msToWindow,
                     a.peakMb, b.msToWindow, b.peakMb);
     }
-    xvfb.terminate();
-    xvfb.waitForFinished(5000);
     if (msApp.size() < size_t(pairs))
         return 1;
     std::printf("dq480 against a bare Qt main window, medians of %d pairs:\n", pairs);

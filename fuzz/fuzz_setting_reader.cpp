@@ -21,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArrayView bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const QString path = QStringLiteral("fuzz.stf");
     textShapeMessage(textShape(bytes), path, state->Encoding.name());
-    if (const std::optional<ChangedLine> changed = findChangedLine(bytes, state->Encoding))
+    if (const std::optional<ChangedLine> changed
+        = findChangedLine(bytes, state->Encoding.decode(bytes), state->Encoding))
         changedLineMessage(*changed, path, state->Encoding.name());
     if (!ReadSettingFile(*state, bytes))
         return 0;

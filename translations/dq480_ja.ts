@@ -174,10 +174,6 @@
         <translation>%1 を起動できませんでした: %2</translation>
     </message>
     <message>
-        <source>Cannot write the format answer file.</source>
-        <translation>フォーマットの応答ファイルを書き込めません。</translation>
-    </message>
-    <message>
         <source>The format command could not be started.</source>
         <translation>フォーマットコマンドを起動できませんでした。</translation>
     </message>
@@ -313,10 +309,6 @@
     <message>
         <source>Plays the take as it was recorded.</source>
         <translation>録音したままを再生します。</translation>
-    </message>
-    <message>
-        <source>At most 8 characters, no blanks, full stops or \ / : * ? &lt; &gt; | , &quot; ;, not a Windows device name such as CON, and not the name of another entry.</source>
-        <translation>8 文字まで。空白、ピリオド、\ / : * ? &lt; &gt; | , &quot; ; は使えません。CON などの Windows のデバイス名と、ほかの項目の名前も使えません。</translation>
     </message>
     <message>
         <source>Name:</source>
@@ -1155,8 +1147,12 @@
         <translation>キャンセル</translation>
     </message>
     <message>
-        <source>These recordings need another sentence name: at most 8 characters before .MP2, no blanks, full stops or \ / : * ? &lt; &gt; | , &quot; ;, not a Windows device name such as CON, and not the name of another entry. The names below fit; change them if you like.</source>
-        <translation>次の録音には別のセンテンス名が必要です。.MP2 の前は 8 文字以内で、空白、ピリオド、\ / : * ? &lt; &gt; | , &quot; ; は使えず、CON などの Windows のデバイス名でもなく、ほかの項目の名前とも重ならないこと。下の名前はこの条件に合っています。必要なら変更してください。</translation>
+        <source>At most 8 characters before .MP2, no blanks, full stops or \ / : * ? &lt; &gt; | , &quot; ;, not a Windows device name such as CON, and not the name of another entry.</source>
+        <translation>.MP2 の前は 8 文字まで。空白、ピリオド、\ / : * ? &lt; &gt; | , &quot; ; は使えません。CON などの Windows のデバイス名と、ほかの項目の名前も使えません。</translation>
+    </message>
+    <message>
+        <source>These recordings need another sentence name. %1 The names below fit; change them if you like.</source>
+        <translation>次の録音には別のセンテンス名が必要です。%1 下の名前はこの条件に合っています。必要なら変更してください。</translation>
     </message>
 </context>
 <context>

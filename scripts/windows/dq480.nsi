@@ -83,6 +83,11 @@ Section "Uninstall"
     DeleteRegKey HKLM "Software\Classes\${FILE_CLASS}"
     System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
     DeleteRegKey HKLM "${UNINSTALL_KEY}"
+    ; The format's answers: the removable drive's from the installer, the fixed drive's that the
+    ; program writes before each format. The folder goes only when nothing else was put there.
+    Delete "$SYSDIR\DQ480tmp\FMT.tmp"
+    Delete "$SYSDIR\DQ480tmp\FMT_HDD.tmp"
+    RMDir "$SYSDIR\DQ480tmp"
     ; Only what was installed goes: the folder chosen may hold the operator's own files, and the
     ; projects live in the operators' own data folders and stay.
     !include "${UNINSTALL_LIST}"

@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QPluginLoader>
 
+#include <atomic>
+
 QString capabilityFileName(Capability capability)
 {
     switch (capability) {
@@ -52,14 +54,12 @@ QStringList capabilityFolders()
     return folders;
 }
 
-} // namespace
-
-QObject *loadCapability(Capability capability, QString &error)
+// Searches the plugin folders; the root object, or null with `error`.
+QObject *findAndLoad(Capability capability, QString &error)
 {
     const QString name = capabilityFileName(capability);
     const QStringList folders = capabilityFolders();
     for (const QString &folder : folders) {
-        // Qt keeps a plugin loaded once it is, so a later loader finds the same object at once.
         QPluginLoader loader(QDir(folder).filePath(name));
         if (loader.fileName().isEmpty())
             continue;
@@ -74,4 +74,22 @@ QObject *loadCapability(Capability capability, QString &error)
     error = QCoreApplication::translate("CapabilityPlugin", "%1 is not installed: %2 is missing from %3.")
                 .arg(capabilityTitle(capability), name, QDir::toNativeSeparators(folders.constLast()));
     return nullptr;
+}
+
+} // namespace
+
+QObject *loadCapability(Capability capability, QString &error)
+{
+    // A loaded plugin belongs to the process, as Qt keeps its library until the process ends, so
+    // its root is kept here too and later uses search no folder. A missing one is searched for
+    // again at each use, so that it is named each time and found once it is installed. Imports
+    // reach here from worker threads.
+    static std::atomic<QObject *> roots[int(Capability::Printing) + 1] {};
+    std::atomic<QObject *> &root = roots[int(capability)];
+    if (QObject *kept = root.load(std::memory_order_acquire))
+        return kept;
+    QObject *loaded = findAndLoad(capability, error);
+    if (loaded)
+        root.store(loaded, std::memory_order_release);
+    return loaded;
 }

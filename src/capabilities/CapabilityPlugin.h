@@ -20,7 +20,7 @@ QString capabilityFileName(Capability capability);
 /// The capability in the operator's words ("Sound playback").
 QString capabilityTitle(Capability capability);
 
-/// The plugin's root object, loaded on the first call (later calls find it loaded); null with
+/// The plugin's root object, loaded on the first call and kept for the process; null with
 /// `error` saying, in plain words, which capability is not installed and why.
 QObject *loadCapability(Capability capability, QString &error);
 

@@ -5,6 +5,7 @@
 #include "audio/SentencePlayer.h"
 #include "sentence/LevelMeter.h"
 #include "sentence/TakeRecorder.h"
+#include "sentence/dlgSentenceNames.h"
 #include "setting/MsgBox.h"
 #include "setting/OperatorMessages.h"
 #include "widgets/DialogLayout.h"
@@ -45,9 +46,7 @@ dlgRecorder::dlgRecorder(AppContext &context, int entry, const QStringList &take
     m_txtRecName = new QLineEdit(this);
     m_txtRecName->setObjectName(QStringLiteral("txtRecName"));
     m_txtRecName->setMaxLength(LongestSentenceName);
-    m_txtRecName->setToolTip(
-        tr("At most 8 characters, no blanks, full stops or \\ / : * ? < > | , \" ;, not a "
-           "Windows device name such as CON, and not the name of another entry."));
+    m_txtRecName->setToolTip(sentenceNameRule());
     auto *lblRecName = new QLabel(tr("Name:"), this);
     lblRecName->setBuddy(m_txtRecName);
     m_cmdRecOk = namedButton(tr("OK"), "cmdRecOk", this);

@@ -22,6 +22,13 @@ QString fileNameOf(const QLineEdit *box)
 
 } // namespace
 
+QString sentenceNameRule()
+{
+    return dlgSentenceNames::tr(
+        "At most 8 characters before .MP2, no blanks, full stops or \\ / : * ? < > | , "
+        "\" ;, not a Windows device name such as CON, and not the name of another entry.");
+}
+
 dlgSentenceNames::dlgSentenceNames(const std::vector<Offer> &offers, const QStringList &taken, MsgBox &msgBox,
                                    QWidget *parent)
     : QDialog(parent)
@@ -30,11 +37,10 @@ dlgSentenceNames::dlgSentenceNames(const std::vector<Offer> &offers, const QStri
 {
     setObjectName(QStringLiteral("dlgSentenceNames"));
     setWindowTitle(tr("Sentence names"));
-    auto *intro = new QLabel(tr("These recordings need another sentence name: at most 8 characters before "
-                                ".MP2, no blanks, full stops or \\ / : * ? < > | , \" ;, not a Windows "
-                                "device name such as CON, and not the name of another entry. The names "
-                                "below fit; change them if you like."),
-                             this);
+    auto *intro = new QLabel(
+        tr("These recordings need another sentence name. %1 The names below fit; change them if you like.")
+            .arg(sentenceNameRule()),
+        this);
     intro->setWordWrap(true);
 
     auto *rows = new QWidget;

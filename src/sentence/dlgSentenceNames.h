@@ -8,6 +8,9 @@
 class MsgBox;
 class QLineEdit;
 
+/// What a sentence name may be, in the operator's words, wherever one is typed.
+QString sentenceNameRule();
+
 /// Offers a sentence name for each recording whose own name cannot name a sentence (too long,
 /// holding a blank or a refused character, or held by another entry), for the operator to change
 /// before anything is imported.

@@ -1,5 +1,6 @@
 #include "setting/CodePageCheck.h"
 
+#include "setting/LineReader.h"
 #include "setting/SharedState.h"
 #include "setting/TextEncoding.h"
 #include "setting/TextExcerpt.h"
@@ -70,10 +71,15 @@ QString keyOf(QByteArrayView line)
 
 } // namespace
 
-std::optional<ChangedLine> findChangedLine(QByteArrayView file, const TextEncoding &encoding)
+std::optional<ChangedLine> findChangedLine(QByteArrayView file, QStringView text,
+                                           const TextEncoding &encoding)
 {
+    // Nearly every file comes back whole; only one that does not is looked at line by line.
+    if (encoding.encode(text) == file)
+        return std::nullopt;
     QString key;
     int number = 0;
+    LineReader textLines(text);
     for (qsizetype start = 0; start < file.size();) {
         qsizetype end = file.indexOf('\n', start);
         if (end < 0)
@@ -81,12 +87,14 @@ std::optional<ChangedLine> findChangedLine(QByteArrayView file, const TextEncodi
         QByteArrayView line = file.sliced(start, end - start);
         if (line.endsWith('\r'))
             line.chop(1);
+        // The same line as it was read: LF is one byte in every code page a setting file can be in.
+        const QStringView decoded = textLines.next().value_or(QStringView());
         ++number;
         // A line without a key of its own continues the explanation above it.
         const QString own = keyOf(line);
         if (!own.isEmpty())
             key = own;
-        if (const std::optional<qsizetype> at = encoding.firstChangedByte(line)) {
+        if (const std::optional<qsizetype> at = encoding.firstChangedByte(line, decoded)) {
             // The value is what the operator knows: the line without its key and final comma.
             const qsizetype valueStart = own.isEmpty() ? 0 : own.size() + 1;
             QByteArrayView value = line.sliced(valueStart);

@@ -34,8 +34,10 @@ struct ChangedLine
     qsizetype at = 0; // its first byte in it that would change
 };
 
-/// The first line of the file that would not be written back byte for byte.
-std::optional<ChangedLine> findChangedLine(QByteArrayView file, const TextEncoding &encoding);
+/// The first line of the file that would not be written back byte for byte; `text` is the file
+/// decoded in `encoding`, as it was read.
+std::optional<ChangedLine> findChangedLine(QByteArrayView file, QStringView text,
+                                           const TextEncoding &encoding);
 
 /// "Line 2 of p.stf (CREATOR) holds bytes that the code page CP932 cannot read as they are..."
 QString changedLineMessage(const ChangedLine &found, const QString &path, const QString &codePage);

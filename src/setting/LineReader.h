@@ -10,7 +10,7 @@
 class LineReader
 {
 public:
-    explicit LineReader(const QString &text)
+    explicit LineReader(QStringView text)
         : m_text(text)
     { }
 

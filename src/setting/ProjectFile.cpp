@@ -35,8 +35,9 @@ LoadOutcome readProject(SharedState &state, const QString &path, QString &error)
         return LoadOutcome::Rejected;
     }
     QString problem;
-    const bool read = ReadSettingFile(state, bytes, problem);
-    const std::optional<ChangedLine> changed = findChangedLine(bytes, state.Encoding);
+    const QString text = state.Encoding.decode(bytes);
+    const bool read = ReadDecodedSettingFile(state, text, problem);
+    const std::optional<ChangedLine> changed = findChangedLine(bytes, text, state.Encoding);
     if (read && !changed)
         return LoadOutcome::Read;
     // A file in another code page may also fail to read (a lead byte can take the comma after it);

@@ -333,11 +333,10 @@ private:
 
 } // namespace
 
-SettingFileContents ReadSettingFileContents(QByteArrayView bytes, const TextEncoding &encoding,
-                                            SettingData start, bool surveillanceFile)
+SettingFileContents ReadSettingFileContents(QString text, SettingData start, bool surveillanceFile)
 {
     SettingFileContents contents {std::move(start), surveillanceFile, {}, {}, false};
-    Reader(contents, encoding.decode(bytes)).run();
+    Reader(contents, std::move(text)).run();
     return contents;
 }
 
@@ -360,8 +359,13 @@ bool ReadSettingFile(SharedState &state, QByteArrayView bytes)
 
 bool ReadSettingFile(SharedState &state, QByteArrayView bytes, QString &problem)
 {
+    return ReadDecodedSettingFile(state, state.Encoding.decode(bytes), problem);
+}
+
+bool ReadDecodedSettingFile(SharedState &state, QString text, QString &problem)
+{
     SettingFileContents contents
-        = ReadSettingFileContents(bytes, state.Encoding, state.SettingBuffer, state.SurveillanceFile);
+        = ReadSettingFileContents(std::move(text), state.SettingBuffer, state.SurveillanceFile);
     const bool read = contents.read;
     problem = contents.problem;
     ApplySettingFileContents(state, std::move(contents));

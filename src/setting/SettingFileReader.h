@@ -18,10 +18,10 @@ struct SettingFileContents
     bool read = false; // at least one line was read and nothing was wrong
 };
 
-/// Reads the file's bytes over `start` and the test-tone switch as they stand; after a rejection,
-/// what was read before it stays in the data. Reads nothing but the bytes.
-SettingFileContents ReadSettingFileContents(QByteArrayView bytes, const TextEncoding &encoding,
-                                            SettingData start, bool surveillanceFile);
+/// Reads the file's text (its bytes decoded in its code page) over `start` and the test-tone
+/// switch as they stand; after a rejection, what was read before it stays in the data. Reads
+/// nothing but the text.
+SettingFileContents ReadSettingFileContents(QString text, SettingData start, bool surveillanceFile);
 
 /// Puts what was read into SettingBuffer, SurveillanceFile and SentencePath; a sentence folder that
 /// is not on this PC falls back to the program's folder.
@@ -36,3 +36,6 @@ bool ReadSettingFile(SharedState &state, QByteArrayView bytes);
 /// The same; when the file is rejected for a name that cannot be used (a project name or a
 /// sentence file name that would leave its folder), `problem` names the key and the value.
 bool ReadSettingFile(SharedState &state, QByteArrayView bytes, QString &problem);
+
+/// The same for a file whose bytes the caller has decoded in the state's code page already.
+bool ReadDecodedSettingFile(SharedState &state, QString text, QString &problem);

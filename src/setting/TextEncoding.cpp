@@ -41,6 +41,7 @@ bool namesSystem(const QString &name)
 
 TextEncoding::TextEncoding(QString name)
     : m_name(std::move(name))
+    , m_systemCodePage(systemCodePageNamed(m_name))
 { }
 
 TextEncoding TextEncoding::platformDefault()
@@ -55,7 +56,7 @@ bool TextEncoding::isValid() const
 {
     // The built-in code page is there wherever the program runs (ICU's on Linux, the system's on
     // Windows); looking it up would load the converter tables at every start.
-    if (namesSystem(m_name) || m_name == builtInName() || systemCodePageNamed(m_name) > 0)
+    if (namesSystem(m_name) || m_name == builtInName() || m_systemCodePage > 0)
         return true;
     return QStringEncoder(nameBytes(m_name).constData()).isValid();
 }
@@ -66,8 +67,8 @@ QByteArray TextEncoding::encode(QStringView text) const
 {
     if (isAscii(text))
         return text.toLatin1();
-    if (const int codePage = systemCodePageNamed(m_name))
-        return encodeInSystemCodePage(codePage, text);
+    if (m_systemCodePage)
+        return encodeInSystemCodePage(m_systemCodePage, text);
     QStringEncoder encoder = namesSystem(m_name) ? QStringEncoder(QStringConverter::System)
                                                  : QStringEncoder(nameBytes(m_name).constData());
     return encoder.encode(text);
@@ -77,8 +78,8 @@ QString TextEncoding::decode(QByteArrayView bytes) const
 {
     if (isAscii(bytes))
         return QString::fromLatin1(bytes);
-    if (const int codePage = systemCodePageNamed(m_name))
-        return decodeInSystemCodePage(codePage, bytes);
+    if (m_systemCodePage)
+        return decodeInSystemCodePage(m_systemCodePage, bytes);
     QStringDecoder decoder = namesSystem(m_name) ? QStringDecoder(QStringConverter::System)
                                                  : QStringDecoder(nameBytes(m_name).constData());
     return decoder.decode(bytes);
@@ -96,6 +97,13 @@ std::optional<qsizetype> TextEncoding::firstChangedByte(QByteArrayView bytes) co
         return std::nullopt;
     const auto differs = std::mismatch(bytes.begin(), bytes.end(), again.begin(), again.end());
     return std::min<qsizetype>(differs.first - bytes.begin(), bytes.size() - 1);
+}
+
+std::optional<qsizetype> TextEncoding::firstChangedByte(QByteArrayView bytes, QStringView decoded) const
+{
+    if (isAscii(bytes) || encode(decoded) == bytes)
+        return std::nullopt;
+    return firstChangedByte(bytes);
 }
 
 QString TextEncoding::firstUnencodable(QStringView text) const

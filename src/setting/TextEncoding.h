@@ -33,6 +33,11 @@ public:
     /// the same character); none when all of it does.
     std::optional<qsizetype> firstChangedByte(QByteArrayView bytes) const;
 
+    /// The same, given the text the bytes were decoded to as part of a larger whole; when that
+    /// text does not give the bytes back, the bytes are decoded alone to say where.
+    std::optional<qsizetype> firstChangedByte(QByteArrayView bytes, QStringView decoded) const;
+
 private:
     QString m_name;
+    int m_systemCodePage; // the Windows code page the name stands for, looked up once; 0 for none
 };

@@ -1,6 +1,7 @@
 // The titles the window system shows for the desktop program's windows: read back from a real X
 // server, because the platform layer may add to a title after the widget has set it.
 
+#include "support/PrivateXServer.h"
 #include "support/Xdotool.h"
 
 #include <QDeadlineTimer>
@@ -30,7 +31,7 @@ class tst_WindowTitles : public QObject
 {
     Q_OBJECT
 
-    QProcess m_xvfb;
+    std::unique_ptr<PrivateXServer> m_x;
     QString m_display;
     std::unique_ptr<QTemporaryDir> m_home;
     QList<QProcess *> m_apps;
@@ -102,28 +103,11 @@ private slots:
         if (QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty()
             || QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
             QSKIP("needs Xvfb and xdotool (packages xvfb, xdotool)");
-        // Xvfb picks a free display and writes its number to our end of the pipe. It must not reset
-        // when the last program of one test ends: the next test's program, started at once, would
-        // find no server.
-        m_xvfb.start(QStringLiteral("Xvfb"),
-                     {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                      QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
-                      QStringLiteral("tcp"), QStringLiteral("-noreset")});
-        QVERIFY(m_xvfb.waitForStarted(10000));
-        QDeadlineTimer deadline(15000);
-        while (!m_xvfb.canReadLine() && !deadline.hasExpired())
-            m_xvfb.waitForReadyRead(200);
-        const QString number = QString::fromLatin1(m_xvfb.readLine()).trimmed();
-        QVERIFY2(!number.isEmpty(), "Xvfb did not report its display");
-        m_display = QLatin1Char(':') + number;
+        m_x = std::make_unique<PrivateXServer>(QStringLiteral("1024x768x24"));
+        m_display = m_x->display();
+        QVERIFY2(!m_display.isEmpty(), "Xvfb did not report its display");
     }
-    void cleanupTestCase()
-    {
-        if (m_xvfb.state() != QProcess::NotRunning) {
-            m_xvfb.terminate();
-            m_xvfb.waitForFinished(5000);
-        }
-    }
+    void cleanupTestCase() { m_x.reset(); }
     void init()
     {
         m_home = std::make_unique<QTemporaryDir>();

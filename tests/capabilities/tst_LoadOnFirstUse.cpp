@@ -8,6 +8,7 @@
 #include "print/PrintSetting.h"
 #include "setting/TestToneEncoder.h"
 #include "support/GuiFixture.h"
+#include "support/PrivateXServer.h"
 #include "support/Xdotool.h"
 
 #include <QApplication>
@@ -171,6 +172,17 @@ private slots:
         QCOMPARE(loaded(maps, notYet), QStringList());
     }
 
+    // Once loaded, a plugin stays for the process: later uses look in no folder again.
+    void keptOnceLoaded()
+    {
+        qputenv("DQ480_PLUGINS", m_work.path().toLocal8Bit());
+        QString error;
+        QVERIFY2(!encodeTestTone(error).isEmpty(), qPrintable(error));
+        ImportResult result;
+        QVERIFY2(importRecording(path("SIN1KHZ.MP2"), path("C.MP2"), ImportOptions(), result, error),
+                 qPrintable(error));
+    }
+
 private:
     static constexpr const char *SoundSystemLibrary = DQ480_SOUND_SYSTEM_LIBRARY;
 
@@ -178,16 +190,10 @@ private:
     /// when it does not show.
     static QString mainWindowMaps()
     {
-        QProcess xvfb;
-        xvfb.start(QStringLiteral("Xvfb"),
-                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
-                    QStringLiteral("tcp"), QStringLiteral("-noreset")});
-        if (!xvfb.waitForStarted(10000))
+        const PrivateXServer x;
+        const QString &display = x.display();
+        if (display.isEmpty())
             return {};
-        QDeadlineTimer deadline(15000);
-        while (!xvfb.canReadLine() && !deadline.hasExpired())
-            xvfb.waitForReadyRead(200);
-        const QString display = QLatin1Char(':') + QString::fromLatin1(xvfb.readLine()).trimmed();
         QTemporaryDir home;
         QDir(home.path()).mkpath(QStringLiteral("home"));
         QDir(home.path()).mkpath(QStringLiteral("run"));
@@ -206,7 +212,7 @@ private:
         // The main window shows just before the splash window, which closes a moment later: the
         // program's only window after two is its main window, ready for the operator.
         bool splashSeen = false;
-        deadline.setRemainingTime(20000);
+        QDeadlineTimer deadline(20000);
         while (app.waitForStarted(10000) && !deadline.hasExpired()) {
             const int windows = xdotool(display,
                                         {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
@@ -222,8 +228,6 @@ private:
         }
         app.kill();
         app.waitForFinished(5000);
-        xvfb.terminate();
-        xvfb.waitForFinished(5000);
         return maps;
     }
 };

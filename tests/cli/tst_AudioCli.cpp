@@ -10,34 +10,12 @@
 #include "setting/Mp2File.h"
 #include "setting/ProjectFile.h"
 #include "support/AudioFixtures.h"
+#include "support/CliRun.h"
 #include "support/TestFiles.h"
 #include "support/TestMounts.h"
 #include "support/TestProjects.h"
 
 using namespace AudioFixtures;
-
-namespace {
-
-struct Run
-{
-    int code = -1;
-    QString out;
-    QString err;
-};
-
-Run cli(const QStringList &args,
-        const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
-{
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(DQ480_CLI), args);
-    if (!process.waitForFinished(60000))
-        qFatal("dq480-cli did not finish");
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-} // namespace
 
 class tst_AudioCli : public QObject
 {
@@ -50,13 +28,13 @@ class tst_AudioCli : public QObject
     QString project() const { return m_home.filePath(QStringLiteral("PLAY.stf")); }
 
     // Plays PLAY.stf with the program folder it was made in, and no sound server to reach.
-    Run play(const QStringList &args) const
+    CliRun play(const QStringList &args) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("DQ480_HOME"), m_home.path());
         environment.insert(QStringLiteral("PULSE_SERVER"),
                            m_home.filePath(QStringLiteral("no-sound-server")));
-        return cli(QStringList {QStringLiteral("play"), project()} << args, environment);
+        return runCli(QStringList {QStringLiteral("play"), project()} << args, environment);
     }
 
     // Samples in a 16-bit mono WAV file.
@@ -69,8 +47,8 @@ class tst_AudioCli : public QObject
     {
         const QString folder = m_home.filePath(QStringLiteral("NewProject"));
         QVERIFY(QDir().mkpath(folder));
-        QCOMPARE(cli({QStringLiteral("import"), recording(QStringLiteral("hello.wav")),
-                      QStringLiteral("--to"), folder})
+        QCOMPARE(runCli({QStringLiteral("import"), recording(QStringLiteral("hello.wav")),
+                         QStringLiteral("--to"), folder})
                      .code,
                  0);
         QCOMPARE(mkfifo(QFile::encodeName(folder + QStringLiteral("/PIPE.MP2")).constData(), 0600), 0);
@@ -151,7 +129,7 @@ private slots:
         for (const QString &input : inputs)
             args << recording(input);
         args << QStringLiteral("--to") << folder.path() << options;
-        const Run run = cli(args);
+        const CliRun run = runCli(args);
         QCOMPARE(run.out, out);
         QVERIFY2(err.isEmpty() ? run.err.isEmpty() : run.err.contains(err), qPrintable(run.err));
         QCOMPARE(run.code, code);
@@ -167,12 +145,12 @@ private slots:
         writeTestFile(existing, "older");
         const QStringList args {QStringLiteral("import"), recording(QStringLiteral("hello.wav")),
                                 QStringLiteral("--to"), folder.path()};
-        Run run = cli(args);
+        CliRun run = runCli(args);
         QCOMPARE(run.code, 2);
         QVERIFY2(run.err.contains(QStringLiteral("HELLO.MP2 exists (--force replaces it)")),
                  qPrintable(run.err));
         QCOMPARE(QFileInfo(existing).size(), 5);
-        run = cli(QStringList(args) << QStringLiteral("--force"));
+        run = runCli(QStringList(args) << QStringLiteral("--force"));
         QCOMPARE(run.code, 0);
         QVERIFY(IsValidMp2File(existing));
     }
@@ -180,12 +158,12 @@ private slots:
     void info()
     {
         QTemporaryDir folder;
-        QCOMPARE(cli({QStringLiteral("import"), recording(QStringLiteral("hello.wav")),
-                      QStringLiteral("--to"), folder.path()})
+        QCOMPARE(runCli({QStringLiteral("import"), recording(QStringLiteral("hello.wav")),
+                         QStringLiteral("--to"), folder.path()})
                      .code,
                  0);
         const QString mp2 = folder.filePath(QStringLiteral("HELLO.MP2"));
-        const Run run = cli({QStringLiteral("info"), mp2, recording(QStringLiteral("hello.wav"))});
+        const CliRun run = runCli({QStringLiteral("info"), mp2, recording(QStringLiteral("hello.wav"))});
         QCOMPARE(run.code, 0);
         QVERIFY2(
             run.out.startsWith(mp2
@@ -229,7 +207,7 @@ private slots:
         const int render = int(args.indexOf(QStringLiteral("--render")));
         if (render >= 0)
             args[render + 1] = m_recordings.filePath(args[render + 1]);
-        const Run run = play(args);
+        const CliRun run = play(args);
         QVERIFY2(run.err.contains(err), qPrintable(run.err));
         // One line in the tool's words, nothing from the libraries below it.
         QVERIFY2(run.err.count(QLatin1Char('\n')) == 1, qPrintable(run.err));
@@ -243,7 +221,8 @@ private slots:
     void playRendersTheProgram()
     {
         const QString one = m_recordings.filePath(QStringLiteral("one.wav"));
-        Run run = play({QStringLiteral("--program"), QStringLiteral("5"), QStringLiteral("--render"), one});
+        CliRun run
+            = play({QStringLiteral("--program"), QStringLiteral("5"), QStringLiteral("--render"), one});
         QCOMPARE(run.code, 0);
         const qint64 hello = wavFrames(one);
         QVERIFY2(hello > 63000 && hello < 65000, qPrintable(QString::number(hello)));
@@ -327,7 +306,7 @@ private slots:
                  (write.readAllStandardOutput() + write.readAllStandardError()).constData());
 
         const QString converted = folder.filePath(QStringLiteral("DQ480.CSV"));
-        QCOMPARE(cli({QStringLiteral("convert"), project, converted}).code, 0);
+        QCOMPARE(runCli({QStringLiteral("convert"), project, converted}).code, 0);
         const QDir contents(card->filePath(QStringLiteral("CONTENTS")));
         QCOMPARE(readTestFile(contents.filePath(QStringLiteral("DQ480.CSV"))), readTestFile(converted));
         for (const QString &name :

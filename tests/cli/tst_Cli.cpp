@@ -1,24 +1,17 @@
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <sys/mount.h>
 #include <unistd.h>
 
+#include "support/CliRun.h"
 #include "support/HostileSettingFiles.h"
 #include "support/TestFiles.h"
 #include "support/TestMounts.h"
 
 namespace {
-
-struct Run
-{
-    int code = -1;
-    QString out;
-    QString err;
-};
 
 const QString Example = QStringLiteral(DQ480_TEST_DATA "/example-two-sentences.stf");
 
@@ -30,24 +23,16 @@ class tst_Cli : public QObject
 
     QTemporaryDir m_dir;
 
-    Run cli(const QStringList &args, const QString &encoding = QString(), const QByteArray &input = {},
-            const QString &home = QString())
+    CliRun cli(const QStringList &args, const QString &encoding = QString(), const QByteArray &input = {},
+               const QString &home = QString())
     {
-        QProcess process;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("DQ480_HOME"), home.isEmpty() ? m_dir.path() : home);
         if (encoding.isEmpty())
             env.remove(QStringLiteral("DQ480_ENCODING"));
         else
             env.insert(QStringLiteral("DQ480_ENCODING"), encoding);
-        process.setProcessEnvironment(env);
-        process.start(QStringLiteral(DQ480_CLI), args);
-        process.write(input);
-        process.closeWriteChannel(); // no terminal: the input ends after what is given
-        if (!process.waitForFinished(30000))
-            qFatal("dq480-cli did not finish");
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+        return runCli(args, env, input);
     }
 
     QString path(const QString &name) const { return m_dir.filePath(name); }
@@ -72,7 +57,7 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(int, code);
         QFETCH(QString, output);
-        const Run run = cli(args);
+        const CliRun run = cli(args);
         QCOMPARE(run.code, code);
         QVERIFY2((run.out + run.err).contains(output), qPrintable(run.out + run.err));
     }
@@ -110,19 +95,14 @@ private slots:
         file.replace("FILENAME,HELLO   ,", "FILENAME,../../ab,");
         writeTestFile(project, file);
 
-        QProcess process;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("DQ480_HOME"), home);
-        process.setProcessEnvironment(env);
-        process.start(
-            QStringLiteral(DQ480_CLI),
-            {QStringLiteral("write-card"), project, QStringLiteral("--card"), card, QStringLiteral("--yes")});
-        QVERIFY(process.waitForFinished(30000));
+        const CliRun run = cli(
+            {QStringLiteral("write-card"), project, QStringLiteral("--card"), card, QStringLiteral("--yes")},
+            {}, {}, home);
         const QStringList onCard = QDir(card + QStringLiteral("/CONTENTS")).entryList(QDir::Files);
         ::umount(QFile::encodeName(card).constData());
-        const QString err = QString::fromUtf8(process.readAllStandardError());
+        const QString &err = run.err;
 
-        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(run.code, 1);
         QVERIFY2(err.contains(QStringLiteral("Setting file error!\nFILENAME \"../../ab.MP2\""))
                      && err.contains(project),
                  qPrintable(err));
@@ -142,7 +122,7 @@ private slots:
         QFETCH(QString, reason);
         const QString out = m_dir.filePath(QStringLiteral("DQ480.CSV"));
         QFile::remove(out);
-        const Run run = cli({QStringLiteral("convert"), path, out});
+        const CliRun run = cli({QStringLiteral("convert"), path, out});
         if (outcome == LoadOutcome::Read) {
             QCOMPARE(run.err, QString());
             QCOMPARE(run.code, 0);
@@ -217,7 +197,7 @@ private slots:
         QStringList args {QStringLiteral("write-card"), Example, QStringLiteral("--card"), card->path()};
         if (!answer.isEmpty())
             args << answer;
-        const Run run = cli(args, QString(), input, home->path());
+        const CliRun run = cli(args, QString(), input, home->path());
         const QString output = run.out + QLatin1Char('|') + run.err;
         QVERIFY2(run.code == code, qPrintable(QString::number(run.code) + output));
         QVERIFY2(output.contains(message.contains(QLatin1String("%1")) ? message.arg(home->path()) : message),

@@ -278,7 +278,7 @@ def journey_main(doc, prefix, check, body, extra=()):
     parser.add_argument("--no-window-manager", action="store_true", help="a bare X display, without openbox")
     args = parser.parse_args()
     try:
-        require_tools(["Xvfb", "openbox", "dbus-daemon", "xdotool", "import"])
+        require_tools(["Xvfb", "dbus-daemon", "xdotool", "import"] + ([] if args.no_window_manager else ["openbox"]))
         # Imported only once the private session bus exists: it binds to the bus it finds.
         if importlib.util.find_spec("pyatspi") is None:
             raise Skip("python3-pyatspi is not installed")

@@ -43,6 +43,9 @@ inline void addRows(const QString &folder)
     QTest::newRow("lead byte before a comma, in a continued explanation")
         << corpus("cp932-lead-byte-before-comma.stf") << LoadOutcome::WrongCodePage
         << changed("4 of %1 (EXPLE)", R"(messages\x82,)");
+    QTest::newRow("lead byte at a line end, kanji below")
+        << corpus("cp932-lead-byte-at-line-end.stf") << LoadOutcome::WrongCodePage
+        << changed("2 of %1 (CREATOR)", R"(Ann\x82)");
     QTest::newRow("CR-only line ends")
         << corpus("cr-line-ends.stf") << LoadOutcome::Rejected
         << "The lines of %1 end with CR alone, as on old Macintosh computers, but setting files end each "

@@ -2,8 +2,8 @@
 # The installer as an operator runs it, silently (/S), in a Wine prefix with nothing else in it:
 # the installed folder holds what the portable zip holds (but the portable marker) and the
 # uninstaller, its dq480-cli.exe runs, .stf files open in dq480.exe, the Start menu has its entry,
-# the format's answer file is in place; then the silent uninstall takes all of it away again, and
-# nothing else.
+# the format's answer file is in place; then the silent uninstall takes all of it away again, with
+# the format's answers and their folder, and nothing else.
 #   installer.sh SETUP_EXE BUILT_PROGRAM UNPACKED_ZIP_FOLDER
 set -euo pipefail
 
@@ -47,13 +47,17 @@ wine_run reg query 'HKLM\Software\Classes\DQ480.SettingFile\shell\open\command' 
 cmp -s <(printf '\r\n\r\nN\r\n') "$DQ480_WINE_PREFIX/drive_c/windows/system32/DQ480tmp/FMT.tmp" ||
     fail "the format's answer file is not in the system folder's DQ480tmp"
 
-# An operator's own files in the program's folder are theirs: the uninstaller takes only its own.
+# An operator's own files in the program's folder are theirs: the uninstaller takes only its own,
+# and the format's answers, the fixed drive's too that the program wrote at a format.
 mkdir -p "$installed/Projects"
 echo "station" >"$installed/Projects/HARBOUR.stf"
+answers="$DQ480_WINE_PREFIX/drive_c/windows/system32/DQ480tmp"
+printf 'DQCARD\r\nY\r\n' >"$answers/FMT_HDD.tmp"
 wine_run "C:\\Program Files\\DQ-480 Setting Software\\uninstall.exe" /S >/dev/null 2>&1 ||
     fail "the uninstaller ended with an error"
 WINEPREFIX=$DQ480_WINE_PREFIX wineserver -w
 [[ $(cd "$installed" && find . | sort | xargs) == ". ./Projects ./Projects/HARBOUR.stf" ]] ||
     fail "the uninstaller did not take exactly its own files: $(cd "$installed" && find . | head -5 | xargs)"
 ! wine_run reg query 'HKLM\Software\Classes\.stf' /ve >/dev/null 2>&1 || fail "the uninstaller left .stf registered"
-echo "passed: installed silently with the zip's files, .stf registered, Start menu entry, uninstalled"
+[[ ! -e $answers ]] || fail "the uninstaller left the format's answers: $(cd "$answers" && find . | xargs)"
+echo "passed: installed silently with the zip's files, .stf registered, Start menu entry, uninstalled with the format's answers"

@@ -1,6 +1,5 @@
 #include "platform/win/WinFormat.h"
 
-#include <fstream>
 #include <vector>
 #include <windows.h>
 
@@ -29,13 +28,6 @@ std::string winVolumeLabel(const std::string &drive)
     if (!GetVolumeInformationA(root.c_str(), label, sizeof label, nullptr, nullptr, nullptr, nullptr, 0))
         return std::string();
     return std::string(label);
-}
-
-bool winWriteTextFile(const std::string &path, const std::string &text)
-{
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out << text;
-    return static_cast<bool>(out);
 }
 
 void *winStartHidden(const std::string &commandLine)

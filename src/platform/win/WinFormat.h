@@ -10,9 +10,6 @@ std::string winSystemDirectory();
 /// The volume label of a drive ("E:"), empty when it has none.
 std::string winVolumeLabel(const std::string &drive);
 
-/// Writes a small text file; false when it cannot.
-bool winWriteTextFile(const std::string &path, const std::string &text);
-
 /// Runs a command line hidden (no console window). The process, or null when it did not start.
 void *winStartHidden(const std::string &commandLine);
 

@@ -2,8 +2,7 @@
 
 #include "platform/FormatCommand.h"
 #include "platform/win/WinFormat.h"
-
-#include <QCoreApplication>
+#include "setting/PcFileReplacement.h"
 
 WindowsFormatLaunch windowsFormatLaunch(const DriveInfo &drive)
 {
@@ -21,9 +20,5 @@ WindowsFormatLaunch windowsFormatLaunch(const DriveInfo &drive)
 
 bool writeFormatAnswers(const WindowsFormatLaunch &launch, QString &error)
 {
-    if (launch.answers.isEmpty()
-        || winWriteTextFile(launch.answerFile.toStdString(), launch.answers.toStdString()))
-        return true;
-    error = QCoreApplication::translate("CardFormatter", "Cannot write the format answer file.");
-    return false;
+    return launch.answers.isEmpty() || writeFileAtomically(launch.answerFile, launch.answers.toUtf8(), error);
 }

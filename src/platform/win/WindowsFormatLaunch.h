@@ -16,5 +16,6 @@ struct WindowsFormatLaunch
 /// The launch for `drive`, from the system directory and, for a fixed drive, its volume label.
 WindowsFormatLaunch windowsFormatLaunch(const DriveInfo &drive);
 
-/// Writes the answers a fixed drive's format reads; false with `error` naming the file when it cannot.
+/// Writes the answers a fixed drive's format reads; false with `error` naming the
+/// file and the reason when it cannot.
 bool writeFormatAnswers(const WindowsFormatLaunch &launch, QString &error);
