@@ -34,7 +34,7 @@ DriveInfo driveAt(const QString &path)
 
 QString systemFolder()
 {
-    return QString::fromStdString(winSystemDirectory());
+    return QString::fromStdWString(winSystemDirectory());
 }
 
 } // namespace
@@ -66,7 +66,7 @@ private slots:
         QVERIFY(drive.totalSize > 0);
         QVERIFY(drive.freeSpace > 0 && drive.freeSpace <= drive.totalSize);
         QVERIFY(!drive.fileSystem.isEmpty());
-        QCOMPARE(QString::fromStdString(winVolumeLabel(path.toStdString())), label);
+        QCOMPARE(QString::fromStdWString(winVolumeLabel(path.toStdWString())), label);
     }
 
     void formatLaunch_data()
@@ -111,6 +111,14 @@ private slots:
         QVERIFY2(writeFormatAnswers(launch, error), qPrintable(error));
         if (!answers.isEmpty())
             QCOMPARE(readTestFile(answerFile), answers.toLatin1());
+        // A label outside ASCII goes to the format command as typed at its console: in the OEM
+        // code page, 932 on this Japanese PC.
+        WindowsFormatLaunch katakana = launch;
+        katakana.answers = QStringLiteral("\uFF76\uFF70\uFF84\uFF9E\r\nY\r\n"); // ｶｰﾄﾞ
+        katakana.answerFile = QStringLiteral("%1\\FMT_HDD.tmp").arg(folder);
+        QCOMPARE(winConsoleCodePage(), 932u);
+        QVERIFY2(writeFormatAnswers(katakana, error), qPrintable(error));
+        QCOMPARE(readTestFile(katakana.answerFile), QByteArray("\xB6\xB0\xC4\xDE\r\nY\r\n"));
     }
 
     // Setting files are in the system's ANSI code page: Shift-JIS on a Japanese PC; a code page

@@ -22,7 +22,7 @@ public:
         const WindowsFormatLaunch launch = windowsFormatLaunch(drive);
         if (!writeFormatAnswers(launch, error))
             return false;
-        void *process = winStartHidden(launch.commandLine.toStdString());
+        void *process = winStartHidden(launch.commandLine.toStdWString());
         if (!process) {
             error = QCoreApplication::translate("CardFormatter", "The format command could not be started.");
             return false;

@@ -12,34 +12,39 @@ struct StartedProcess
 
 } // namespace
 
-std::string winSystemDirectory()
+std::wstring winSystemDirectory()
 {
-    char buffer[256] = {};
-    const UINT length = GetSystemDirectoryA(buffer, sizeof buffer);
-    if (length < 1)
-        return std::string();
-    return std::string(buffer);
+    wchar_t buffer[256] = {};
+    const UINT length = GetSystemDirectoryW(buffer, 256);
+    if (length < 1 || length >= 256)
+        return std::wstring();
+    return std::wstring(buffer);
 }
 
-std::string winVolumeLabel(const std::string &drive)
+std::wstring winVolumeLabel(const std::wstring &drive)
 {
-    char label[MAX_PATH + 1] = {};
-    const std::string root = drive + "\\";
-    if (!GetVolumeInformationA(root.c_str(), label, sizeof label, nullptr, nullptr, nullptr, nullptr, 0))
-        return std::string();
-    return std::string(label);
+    wchar_t label[MAX_PATH + 1] = {};
+    const std::wstring root = drive + L"\\";
+    if (!GetVolumeInformationW(root.c_str(), label, MAX_PATH + 1, nullptr, nullptr, nullptr, nullptr, 0))
+        return std::wstring();
+    return std::wstring(label);
 }
 
-void *winStartHidden(const std::string &commandLine)
+unsigned winConsoleCodePage()
 {
-    STARTUPINFOA startup {};
+    return GetOEMCP();
+}
+
+void *winStartHidden(const std::wstring &commandLine)
+{
+    STARTUPINFOW startup {};
     startup.cb = sizeof startup; // 68 bytes
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
-    std::vector<char> command(commandLine.begin(), commandLine.end());
-    command.push_back('\0');
+    std::vector<wchar_t> command(commandLine.begin(), commandLine.end());
+    command.push_back(L'\0');
     auto *process = new StartedProcess {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS, nullptr,
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS, nullptr,
                         nullptr, &startup, &process->info)) {
         delete process;
         return nullptr;
