@@ -4,6 +4,7 @@
 // fusefat; otherwise it uses a tmpfs, or a folder.
 
 #include "setting/CardWrite.h"
+#include "support/Median.h"
 #include "support/ScriptedMsgBox.h"
 #include "support/TestMounts.h"
 #include "support/TestProjects.h"
@@ -39,12 +40,6 @@ void plainCopy(const QString &source, const QString &destination)
     if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly)
         || out.write(in.readAll()) != in.size())
         std::fprintf(stderr, "plain copy failed: %s\n", qPrintable(destination));
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 } // namespace

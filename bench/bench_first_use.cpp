@@ -13,6 +13,7 @@
 #include "sentence/dlgPcCa.h"
 #include "setting/TestToneEncoder.h"
 #include "support/AudioFixtures.h"
+#include "support/Median.h"
 #include "support/TestProjects.h"
 #include "widgets/AppContext.h"
 #include "widgets/FileDialogs.h"
@@ -111,13 +112,6 @@ int runCase(const QString &name, const QString &folder)
     const double second = msOf(use);
     std::printf("%.2f %.2f\n", first, second);
     return 0;
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    const size_t n = values.size();
-    return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 //
 // Its X server is one of its own, on a display it picks free itself.
 
+#include "support/Median.h"
 #include "support/PrivateXServer.h"
 #include "support/Xdotool.h"
 
@@ -116,13 +117,6 @@ bool measure(const QString &program, const QStringList &arguments, const QString
     app.kill();
     app.waitForFinished(5000);
     return start.peakMb > 0;
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    const size_t n = values.size();
-    return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
 }
 
 } // namespace
