@@ -174,10 +174,6 @@
         <translation>%1 を起動できませんでした: %2</translation>
     </message>
     <message>
-        <source>The format command could not be started.</source>
-        <translation>フォーマットコマンドを起動できませんでした。</translation>
-    </message>
-    <message>
         <source>%1 is not a disk that can be formatted here.</source>
         <translation>%1 はここでフォーマットできるディスクではありません。</translation>
     </message>

@@ -13,13 +13,17 @@ QString fixedDriveAnswers(const QString &volumeLabel)
     return volumeLabel + QStringLiteral("\r\nY\r\n");
 }
 
+QString commandProcessor(const QString &systemDirectory)
+{
+    return systemDirectory + QStringLiteral("\\cmd.exe");
+}
+
 QString commandLine(const QString &systemDirectory, const QString &drive, bool fixedDrive,
                     const QString &volumeLabel)
 {
     const QString labelOption = fixedDrive ? QStringLiteral(" /V:") + volumeLabel : QString();
-    return systemDirectory + QStringLiteral("\\cmd.exe") + QStringLiteral(" /c ")
-        + QStringLiteral("format.com ") + drive + labelOption + QStringLiteral("/X /FS:FAT<")
-        + answerFilePath(systemDirectory, fixedDrive);
+    return commandProcessor(systemDirectory) + QStringLiteral(" /c ") + QStringLiteral("format.com ") + drive
+        + labelOption + QStringLiteral("/X /FS:FAT<") + answerFilePath(systemDirectory, fixedDrive);
 }
 
 } // namespace FormatCommand

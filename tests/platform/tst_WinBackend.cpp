@@ -121,6 +121,17 @@ private slots:
         QCOMPARE(readTestFile(katakana.answerFile), QByteArray("\xB6\xB0\xC4\xDE\r\nY\r\n"));
     }
 
+    // A format command that cannot start says why in the system's words, as one line that the
+    // message "... could not be started: <reason>" can end with.
+    void startFailureSaysWhy()
+    {
+        std::wstring reason;
+        QVERIFY(!winStartHidden(L"C:\\nowhere\\format-missing.exe", reason));
+        const QString said = QString::fromStdWString(reason);
+        QVERIFY2(!said.isEmpty() && !said.contains(QLatin1Char('\n')) && !said.endsWith(QLatin1Char(' ')),
+                 qPrintable(said));
+    }
+
     // Setting files are in the system's ANSI code page: Shift-JIS on a Japanese PC; a code page
     // named with --encoding goes through the system's converter, under each of its names.
     void ansiCodePageRoundTrip_data()

@@ -22,9 +22,11 @@ public:
         const WindowsFormatLaunch launch = windowsFormatLaunch(drive);
         if (!writeFormatAnswers(launch, error))
             return false;
-        void *process = winStartHidden(launch.commandLine.toStdWString());
+        std::wstring reason;
+        void *process = winStartHidden(launch.commandLine.toStdWString(), reason);
         if (!process) {
-            error = QCoreApplication::translate("CardFormatter", "The format command could not be started.");
+            error = QCoreApplication::translate("CardFormatter", "%1 could not be started: %2")
+                        .arg(launch.program, QString::fromStdWString(reason));
             return false;
         }
         auto *poll = new QTimer(this);

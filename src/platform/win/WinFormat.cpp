@@ -10,6 +10,20 @@ struct StartedProcess
     PROCESS_INFORMATION info;
 };
 
+// The system's sentence for an error code, without its line end; the code itself when it has none.
+std::wstring systemMessage(DWORD code)
+{
+    wchar_t *text = nullptr;
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM
+                                            | FORMAT_MESSAGE_IGNORE_INSERTS,
+                                        nullptr, code, 0, reinterpret_cast<wchar_t *>(&text), 0, nullptr);
+    std::wstring message = length ? std::wstring(text, length) : L"error " + std::to_wstring(code);
+    LocalFree(text);
+    while (!message.empty() && (message.back() == L'\n' || message.back() == L'\r' || message.back() == L' '))
+        message.pop_back();
+    return message;
+}
+
 } // namespace
 
 std::wstring winSystemDirectory()
@@ -35,7 +49,7 @@ unsigned winConsoleCodePage()
     return GetOEMCP();
 }
 
-void *winStartHidden(const std::wstring &commandLine)
+void *winStartHidden(const std::wstring &commandLine, std::wstring &reason)
 {
     STARTUPINFOW startup {};
     startup.cb = sizeof startup; // 68 bytes
@@ -46,6 +60,7 @@ void *winStartHidden(const std::wstring &commandLine)
     auto *process = new StartedProcess {};
     if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, NORMAL_PRIORITY_CLASS, nullptr,
                         nullptr, &startup, &process->info)) {
+        reason = systemMessage(GetLastError());
         delete process;
         return nullptr;
     }

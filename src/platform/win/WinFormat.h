@@ -17,8 +17,9 @@ std::wstring winVolumeLabel(const std::wstring &drive);
 /// OEM code page (437 or 850 on a western PC, where the ANSI one is 1252).
 unsigned winConsoleCodePage();
 
-/// Runs a command line hidden (no console window). The process, or null when it did not start.
-void *winStartHidden(const std::wstring &commandLine);
+/// Runs a command line hidden (no console window). The process, or null when it did not start,
+/// with `reason` in the system's words.
+void *winStartHidden(const std::wstring &commandLine, std::wstring &reason);
 
 /// Waits up to `milliseconds` for the process; true when it has ended.
 bool winProcessEnded(void *process, unsigned milliseconds);

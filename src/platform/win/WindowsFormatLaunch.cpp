@@ -12,6 +12,7 @@ WindowsFormatLaunch windowsFormatLaunch(const DriveInfo &drive)
     const QString label
         = fixed ? QString::fromStdWString(winVolumeLabel(drive.path.toStdWString())) : QString();
     WindowsFormatLaunch launch;
+    launch.program = FormatCommand::commandProcessor(system);
     launch.commandLine = FormatCommand::commandLine(system, drive.path, fixed, label);
     launch.answerFile = FormatCommand::answerFilePath(system, fixed);
     if (fixed)

@@ -8,6 +8,7 @@
 /// command and the answers it reads.
 struct WindowsFormatLaunch
 {
+    QString program; // the command processor the command line starts
     QString commandLine;
     QString answerFile;
     QString answers; // written to answerFile first; empty for a removable drive, whose file is kept in place
