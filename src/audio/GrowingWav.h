@@ -17,7 +17,6 @@ public:
     /// Closes the file; false with `error` when its last bytes did not reach the system.
     bool close(QString &error);
     qint64 frames() const { return m_frames; }
-    int sampleRate() const { return m_rate; }
 
 private:
     bool fail(QString &error);

@@ -2,7 +2,6 @@
 
 #include "audio/AudioDecode.h"
 #include "audio/ProgramDuration.h"
-#include "audio/Resample.h"
 #include "setting/ProgramOptionWord.h"
 #include "setting/RepeatInterval.h"
 #include "setting/SettingData.h"
