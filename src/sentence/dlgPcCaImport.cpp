@@ -31,6 +31,17 @@ QString entryNumber(int index)
     return QStringLiteral("%1").arg(index + 1, 3, 10, QLatin1Char('0'));
 }
 
+// The folder the sentences are made in before they are entered; says why when there is none.
+bool madeAside(const QTemporaryDir &made, MsgBox &msgBox)
+{
+    if (made.isValid())
+        return true;
+    msgBox.show(QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
+                    .arg(QDir::tempPath(), made.errorString()),
+                MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+    return false;
+}
+
 } // namespace
 
 bool dlgPcCa::confirmImport(const QStringList &refused, const QStringList &replaced,
@@ -75,12 +86,8 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
     // The sentences are made aside and enter the work folder only once the operator has seen
     // which entries they replace, which is known only when every recording has been made.
     const QTemporaryDir made;
-    if (!made.isValid()) {
-        m_context.msgBox.show(QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
-                                  .arg(QDir::tempPath(), made.errorString()),
-                              MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+    if (!madeAside(made, m_context.msgBox))
         return;
-    }
     std::vector<RecordingJob> jobs;
     std::vector<dlgSentenceNames::Offer> offers;
     std::vector<size_t> offered;
@@ -117,12 +124,8 @@ void dlgPcCa::importRecordings(int index, const QStringList &paths)
 bool dlgPcCa::enterTake(int index, const QString &take, const QString &name)
 {
     const QTemporaryDir made;
-    if (!made.isValid()) {
-        m_context.msgBox.show(QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
-                                  .arg(QDir::tempPath(), made.errorString()),
-                              MsgBox::Buttons::Ok, MsgBox::Icon::Exclamation);
+    if (!madeAside(made, m_context.msgBox))
         return false;
-    }
     std::vector<RecordingJob> jobs {{take, made.filePath(name), QString()}};
     // A take starts before the operator speaks and ends after: its silent ends are cut.
     return enterImports(index, jobs, {}, true);

@@ -15,6 +15,16 @@
 
 namespace {
 
+// What a setting file or card control file holds, read over the values reading started from.
+struct SettingFileContents
+{
+    SettingData data;
+    bool surveillanceFile = true;
+    QString sentencePath; // SNTPATH as the file names it; empty when it names none
+    QString problem; // set when a name that cannot be used (one that would leave its folder) rejects the file
+    bool read = false; // at least one line was read and nothing was wrong
+};
+
 constexpr int OtherPrograms = SettingData::Programs - 1;
 
 bool fitsInt16(qint32 value)
@@ -331,8 +341,8 @@ private:
     int m_sentenceEntries = 0;
 };
 
-} // namespace
-
+// Reads the text over `start` and the test-tone switch as they stand; after a rejection, what was
+// read before it stays in the data.
 SettingFileContents ReadSettingFileContents(QString text, SettingData start, bool surveillanceFile)
 {
     SettingFileContents contents {std::move(start), surveillanceFile, {}, {}, false};
@@ -340,6 +350,7 @@ SettingFileContents ReadSettingFileContents(QString text, SettingData start, boo
     return contents;
 }
 
+// Puts what was read into SettingBuffer, SurveillanceFile and SentencePath.
 void ApplySettingFileContents(SharedState &state, SettingFileContents contents)
 {
     state.SettingBuffer = std::move(contents.data);
@@ -350,6 +361,8 @@ void ApplySettingFileContents(SharedState &state, SettingFileContents contents)
     const bool usable = !path.isEmpty() && !path.contains(QChar(0));
     state.SentencePath = usable && QFileInfo(path).isDir() ? path : withoutTrailingSeparator(state.AppPath);
 }
+
+} // namespace
 
 bool ReadSettingFile(SharedState &state, QByteArrayView bytes)
 {
