@@ -9,10 +9,10 @@
 #include "audio/AudioImport.h"
 #include "audio/SentencePlayer.h"
 #include "capabilities/CapabilityPlugin.h"
-#include "platform/DriveInfo.h"
 #include "sentence/dlgPcCa.h"
 #include "setting/TestToneEncoder.h"
 #include "support/AudioFixtures.h"
+#include "support/FakeDriveSource.h"
 #include "support/Median.h"
 #include "support/TestProjects.h"
 #include "widgets/AppContext.h"
@@ -34,11 +34,6 @@
 namespace {
 
 constexpr int SentencesWithFiles = 8;
-
-struct NoDrives : DriveSource
-{
-    QList<DriveInfo> drives() const override { return {}; }
-};
 
 double msOf(const std::function<void()> &work)
 {
@@ -68,7 +63,7 @@ int runCase(const QString &name, const QString &folder)
     std::unique_ptr<SharedState> state;
     QtMsgBox msgBox;
     QtFileDialogs fileDialogs;
-    NoDrives drives;
+    FakeDriveSource drives; // none
     std::unique_ptr<AppContext> context;
     if (name == QLatin1String("sentence-table")) {
         state = makeTestState(home.path());

@@ -1,7 +1,7 @@
 // Opening the sentence table dialog on a 512-sentence card: 512 boxes built, filled and shown.
 
-#include "platform/DriveInfo.h"
 #include "sentence/dlgPcCa.h"
+#include "support/FakeDriveSource.h"
 #include "support/TestProjects.h"
 #include "widgets/AppContext.h"
 #include "widgets/FileDialogs.h"
@@ -22,10 +22,7 @@ void openFullSentenceTable(benchmark::State &bench)
     state->CopyBufferToSetting(SettingSection::All);
     QtMsgBox msgBox;
     QtFileDialogs fileDialogs;
-    struct NoDrives : DriveSource
-    {
-        QList<DriveInfo> drives() const override { return {}; }
-    } drives;
+    FakeDriveSource drives; // none
     AppContext context {*state, msgBox, fileDialogs, drives};
     for (auto _ : bench) {
         dlgPcCa dialog(context, nullptr);

@@ -112,7 +112,7 @@ QIcon application()
     return IconEngines::fromSizedImages(QStringLiteral(":/dq480/icons/dq480"), {16, 32, 48});
 }
 
-QIcon help(const QStyle *)
+QIcon help()
 {
     return themed("help-about", [] { return IconEngines::drawn(32, paintHelp); });
 }

@@ -11,7 +11,7 @@ QIcon newFile(const QStyle *style);
 QIcon open(const QStyle *style);
 QIcon save(const QStyle *style);
 QIcon print();
-QIcon help(const QStyle *style);
+QIcon help();
 /// The program's own icon: a loudspeaker sending out a message.
 QIcon application();
 } // namespace ToolbarIcons

@@ -139,7 +139,7 @@ void frmMain::createToolbar()
          &frmMain::mnuSave_Click},
         {"print", tr("Print"), tr("Print the setting data"), ToolbarIcons::print(),
          &frmMain::mnuAllInfo_Click},
-        {"help", tr("Help"), tr("Version information"), ToolbarIcons::help(style()), &frmMain::mnuHelp_Click},
+        {"help", tr("Help"), tr("Version information"), ToolbarIcons::help(), &frmMain::mnuHelp_Click},
     };
     for (const auto &button : buttons) {
         QAction *action = toolbar->addAction(button.icon, button.text);

@@ -26,7 +26,7 @@ dq480_add_test(tst_frmEdit SOURCES cardedit/tst_frmEdit.cpp LIBS dq480_cardedit 
 dq480_add_test(tst_ProgramRules SOURCES program/tst_ProgramRules.cpp LIBS dq480_program)
 dq480_add_test(tst_SentenceTable SOURCES sentence/tst_SentenceTable.cpp LIBS dq480_sentence)
 dq480_add_test(tst_frmProg SOURCES program/tst_frmProg.cpp LIBS dq480_program dq480_gui_test_support)
-dq480_add_test(tst_EnterKey SOURCES widgets/tst_EnterKey.cpp LIBS dq480_sentence dq480_print dq480_gui_test_support)
+dq480_add_test(tst_EnterKey SOURCES widgets/tst_EnterKey.cpp LIBS dq480_sentence dq480_gui_test_support)
 dq480_add_test(tst_Japanese SOURCES app/tst_Japanese.cpp LIBS dq480_mainwindow dq480_gui_test_support)
 
 # The Windows backend itself, on drive letters the runner maps: R: removable, S: fixed.
