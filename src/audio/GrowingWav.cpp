@@ -6,6 +6,23 @@
 #include <QDir>
 #include <QtEndian>
 
+namespace {
+
+// A write that meets a full disk is cut short without a reason; writing the rest makes the system
+// say it ("No space left on device").
+bool writeWhole(QFile &file, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const qint64 written = file.write(bytes.data(), bytes.size());
+        if (written <= 0)
+            return false;
+        bytes = bytes.sliced(written);
+    }
+    return true;
+}
+
+} // namespace
+
 bool GrowingWav::fail(QString &error)
 {
     error = QCoreApplication::translate("FileReplacement", "Cannot write %1: %2")
@@ -24,7 +41,7 @@ bool GrowingWav::open(const QString &path, int sampleRate, QString &error)
     if (!m_file.open(QIODevice::ReadWrite | QIODevice::Truncate | QIODevice::Unbuffered))
         return fail(error);
     const QByteArray header = wavHeader(sampleRate, WavSamples::Float32, 0);
-    return m_file.write(header) == header.size() || fail(error);
+    return writeWhole(m_file, header) || fail(error);
 }
 
 bool GrowingWav::append(const float *samples, qint64 count, QString &error)
@@ -39,13 +56,12 @@ bool GrowingWav::append(const float *samples, qint64 count, QString &error)
     QByteArray bytes(count * qint64(sizeof(float)), Qt::Uninitialized);
     for (qint64 i = 0; i < count; ++i)
         qToLittleEndian(samples[i], bytes.data() + i * qint64(sizeof(float)));
-    if (!m_file.seek(WavHeaderBytes + m_frames * qint64(sizeof(float)))
-        || m_file.write(bytes) != bytes.size())
+    if (!m_file.seek(WavHeaderBytes + m_frames * qint64(sizeof(float))) || !writeWhole(m_file, bytes))
         return fail(error);
     // The sizes are counted only once the samples are there: a write cut short leaves the header
     // on the sound before it.
     const QByteArray header = wavHeader(m_rate, WavSamples::Float32, m_frames + count);
-    if (!m_file.seek(0) || m_file.write(header) != header.size())
+    if (!m_file.seek(0) || !writeWhole(m_file, header))
         return fail(error);
     m_frames += count;
     return true;

@@ -7,6 +7,7 @@
 #include "audio/AudioDecode.h"
 #include "audio/AudioImport.h"
 #include "audio/AudioInfo.h"
+#include "audio/GrowingWav.h"
 #include "audio/Loudness.h"
 #include "audio/Resample.h"
 #include "audio/SentenceName.h"
@@ -248,6 +249,28 @@ private slots:
         QVERIFY2(error.contains(QStringLiteral("No space left on device")), qPrintable(error));
         QCOMPARE(filesIn(disk->path()), QStringList {QStringLiteral("LONG.MP2")});
         QCOMPARE(readTestFile(output), QByteArray("old sentence"));
+    }
+
+    // A take that fills the disk keeps what was written as a whole WAV, and says why it stopped.
+    void fullDiskKeepsTheTakeSoFar()
+    {
+        QString skip;
+        const auto disk = TestMount::tmpfs("64k", skip);
+        if (!disk)
+            QSKIP(qPrintable(skip));
+        const QString path = disk->filePath(QStringLiteral("take.wav"));
+        GrowingWav take;
+        QString error;
+        QVERIFY2(take.open(path, 48000, error), qPrintable(error));
+        const std::vector<float> block(1000, 0.25f);
+        qint64 appended = 0;
+        while (take.append(block.data(), qint64(block.size()), error))
+            appended += qint64(block.size());
+        QCOMPARE(error, QStringLiteral("Cannot write %1: No space left on device").arg(path));
+        take.close(error); // the full disk may refuse the last flush too; what is there counts
+        DecodedAudio kept;
+        QVERIFY2(decodeAudioFile(path, kept, error), qPrintable(error));
+        QCOMPARE(kept.frames(), appended);
     }
 
     // The rate converter each quality takes must pass, untouched, the top of the band its encoder
